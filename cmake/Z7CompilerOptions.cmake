@@ -1,0 +1,31 @@
+# Warnings and sanitizers, the same for every target of the project.
+
+set(Z7_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them: address,undefined or thread")
+option(Z7_COVERAGE "Build with coverage counters" OFF)
+
+find_program(Z7_CCACHE ccache)
+if(Z7_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${Z7_CCACHE})
+    set(CMAKE_C_COMPILER_LAUNCHER ${Z7_CCACHE})
+endif()
+
+function(z7_compiler_options target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
+    target_compile_definitions(${target} PRIVATE
+        QT_DEPRECATED_WARNINGS
+        QT_NO_CAST_TO_ASCII
+    )
+    if(Z7_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${Z7_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+        target_link_options(${target} PRIVATE -fsanitize=${Z7_SANITIZE})
+        if(Z7_SANITIZE MATCHES "thread")
+            target_compile_options(${target} PRIVATE
+                "$<$<COMPILE_LANGUAGE:CXX>:SHELL:-include ${PROJECT_SOURCE_DIR}/tests/sanitizers/qtsharing.h>"
+            )
+        endif()
+    endif()
+    if(Z7_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage)
+        target_link_options(${target} PRIVATE --coverage)
+    endif()
+endfunction()
