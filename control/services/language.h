@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+/// The texts of the language in force, kept in "<language>.z7lang" in the working folder.
+///
+/// The table fills itself: a text that the file lacks is added with the default of the place that asks, and
+/// the whole table is written back at the end of a run. Copying and translating that file makes a new
+/// language. Main thread only.
+class Z7Language
+{
+public:
+    /// The text of `section`/`key`. The first default that a run meets for a key wins; an entry of the file,
+    /// an empty one too, beats every default.
+    QString text(const QString &section, const QString &key, const QString &defaultText);
+
+    /// Reads the file of the language `name`; a missing file leaves the table empty.
+    void load(const QString &name);
+    /// Writes the table into the file of the language last loaded.
+    void save() const;
+
+    static QString fileSuffix() { return QStringLiteral(".z7lang"); }
+
+private:
+    QString m_language;
+    QMap<QString, QString> m_texts;
+};
+
+/// The text of `section`/`key` in the process's language table.
+QString languageText(const char *section, const char *key, const QString &defaultText);
+
+/// The translation of a text of the parameter definitions (a name, a unit, an option), which is its own key
+/// and default. An empty text stays empty.
+QString definitionText(const QString &text);
+
+/// Title of the page of that number, 0 to 16; "n/a", without a look-up, for any other.
+QString pageTitle(int number);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QMap>
+#include <QSettings>
+#include <QString>
+
+/// The INI files in the working folder that a person may edit: read with tolerance, written without loss.
+namespace SettingsFile {
+
+/// False for a file of more than 16 MB. Such a file is none of ours; it is neither read nor written,
+/// so that it can neither hang the program nor be lost.
+bool isUsable(const QString &fileName);
+
+/// Writes `values` (full key, section included, to text) into the INI file. Keys that are not in `values`
+/// stay, and so does an entry that reads back as the very text. Where the file holds lines that are no INI,
+/// a copy of it is kept as "<fileName>.damaged" before the first write, since writing drops such lines.
+void write(const QString &fileName, const QMap<QString, QString> &values);
+
+} // namespace SettingsFile
