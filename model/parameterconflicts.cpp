@@ -1,0 +1,40 @@
+#include "model/parameterconflicts.h"
+
+#include "control/services/language.h"
+
+#include <QStringList>
+
+namespace {
+
+struct RisingRule
+{
+    int first, second, third; ///< numbers of the parameters whose values have to rise
+    const char *key;
+    const char *text;
+};
+
+constexpr RisingRule risingRules[] = {
+    {11, 12, 13, "ConflictingParamsRotation", "Parameterkonflikt Drehzahl: %1 <= %2 <= %3 verletzt."},
+    {38, 39, 40, "ConflictingParamsCurrent", "Parameterkonflikt Strom: %1 <= %2 <= %3 verletzt."},
+};
+
+int valueAfterWrite(int number, const Z7DeviceParamSet &user, const Z7DeviceParamSet &device)
+{
+    return user.contains(number) ? user.value(number).value : device.value(number).value;
+}
+
+} // namespace
+
+QString paramConflicts(const Z7DeviceParamSet &user, const Z7DeviceParamSet &device)
+{
+    QStringList conflicts;
+    for (const RisingRule &rule : risingRules) {
+        const int a = valueAfterWrite(rule.first, user, device);
+        const int b = valueAfterWrite(rule.second, user, device);
+        const int c = valueAfterWrite(rule.third, user, device);
+        if (b > c || a > b)
+            conflicts +=
+                languageText("ErrorCodes", rule.key, QString::fromUtf8(rule.text)).arg(a).arg(b).arg(c);
+    }
+    return conflicts.join(QStringLiteral(", "));
+}
