@@ -1,0 +1,50 @@
+#include "comm/busport.h"
+
+#include "protocol/telegram.h"
+
+#include <QElapsedTimer>
+
+namespace {
+
+/// Frames have no end mark: a silence of this length ends a reply.
+constexpr int gapMs = 20;
+
+/// The longest reply has 35 bytes and takes 3.4 ms on the wire.
+constexpr int longestReply = 1024;
+constexpr int longestReplyMs = 1000;
+
+} // namespace
+
+int BusPort::open(const QString &portName)
+{
+    m_port.close();
+    m_port.setPortName(portName);
+    if (!m_port.open(QIODevice::ReadWrite))
+        return TelegramError::PortNotOpened;
+    const bool settingsTaken = m_port.setBaudRate(QSerialPort::Baud115200)
+        && m_port.setDataBits(QSerialPort::Data8) && m_port.setParity(QSerialPort::EvenParity)
+        && m_port.setStopBits(QSerialPort::OneStop) && m_port.setFlowControl(QSerialPort::NoFlowControl);
+    return settingsTaken ? TelegramError::None : TelegramError::PortSettingsRefused;
+}
+
+bool BusPort::send(const QByteArray &request, int timeoutMs)
+{
+    m_port.write(request);
+    return m_port.waitForBytesWritten(timeoutMs);
+}
+
+bool BusPort::waitForReply(int timeoutMs)
+{
+    return m_port.waitForReadyRead(timeoutMs);
+}
+
+QByteArray BusPort::readReply()
+{
+    QElapsedTimer sinceFirstByte;
+    sinceFirstByte.start();
+    QByteArray reply = m_port.readAll();
+    while (reply.size() < longestReply && sinceFirstByte.elapsed() < longestReplyMs
+        && m_port.waitForReadyRead(gapMs))
+        reply += m_port.readAll();
+    return reply;
+}

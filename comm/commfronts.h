@@ -1,0 +1,111 @@
+#pragma once
+
+#include "model/device.h"
+
+#include <QObject>
+
+#include <memory>
+
+class CommThread;
+class CommThreadDevicePolling;
+class CommThreadScanDevice;
+class CommThreadTransferTelegramStack;
+class Z7TelegramStack;
+
+namespace Z7CommInterface {
+
+/// Which thread a piece of news comes from.
+enum ThreadID {
+    ScanDevice = 0,
+    TransferTelegramStack = 1,
+    DevicePolling = 2,
+};
+
+/// Stored where no thread is meant.
+constexpr int noThread = -1;
+
+} // namespace Z7CommInterface
+Q_DECLARE_METATYPE(Z7CommInterface::ThreadID)
+
+/// Stands on the main thread before one worker thread: adds the thread's identifier to its news and notices a
+/// pass that ended without a report. Every pass gives at least one DeviceUpdate and then one
+/// transactionTerminated.
+///
+/// A pass lasts here until the thread's last news has arrived, not merely until the thread has ended: what is
+/// still on its way belongs to the pass, and nothing else may start on the bus before it.
+class Z7CommInterfaceFront : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~Z7CommInterfaceFront() override;
+
+    /// Ends the pass; with none under way the front reports it as terminated at once.
+    void stop();
+    bool isPassUnderWay() const { return m_passUnderWay; }
+
+    /// For the end of the program: cancels the pass, waits until the thread has ended, and drops its news.
+    void stopAndWait();
+
+signals:
+    void DeviceUpdate(Z7CommInterface::ThreadID threadID, Z7Device device);
+    void transactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device);
+    void transactionProgress(Z7CommInterface::ThreadID threadID);
+    void transactionTerminated(Z7CommInterface::ThreadID threadID);
+
+public slots:
+    void ThreadResponse(Z7Device device);
+    void postTransactionStarted(int maxProgress, Z7Device device);
+    void postTransactionProgress();
+    void postTransactionTerminated();
+
+protected:
+    Z7CommInterfaceFront(Z7CommInterface::ThreadID threadID, std::unique_ptr<CommThread> thread);
+
+    /// Notes the record with which a pass begins. False if a pass is under way: then nothing may be started.
+    bool beginPass(const Z7Device &device);
+
+    template<typename Thread>
+    Thread *thread() const
+    {
+        return static_cast<Thread *>(m_thread.get());
+    }
+
+private:
+    const Z7CommInterface::ThreadID m_threadID;
+    const std::unique_ptr<CommThread> m_thread;
+    Z7Device m_device; ///< the record at the last start, which comes back if the thread gives none
+    bool m_responded = false;
+    bool m_passUnderWay = false;
+};
+
+class Z7CommInterfaceScanDevice : public Z7CommInterfaceFront
+{
+    Q_OBJECT
+
+public:
+    Z7CommInterfaceScanDevice();
+    /// Sweeps the port of the record, with the option timeoutScanning.
+    void start(const Z7Device &device);
+};
+
+class Z7CommInterfaceTransferTelegramStack : public Z7CommInterfaceFront
+{
+    Q_OBJECT
+
+public:
+    Z7CommInterfaceTransferTelegramStack();
+    /// Runs the stack once, with the option timeout. The stack passes to the thread, which deletes it.
+    void start(std::unique_ptr<Z7TelegramStack> stack);
+};
+
+class Z7CommInterfaceDevicePolling : public Z7CommInterfaceFront
+{
+    Q_OBJECT
+
+public:
+    Z7CommInterfaceDevicePolling();
+    /// Restarts the stack and runs it, with the option timeout. The caller keeps the stack and leaves it
+    /// alone while isPassUnderWay().
+    void start(Z7TelegramStack *stack);
+};

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "comm/telegramstack.h"
+#include "model/device.h"
+
+#include <QMutex>
+#include <QThread>
+
+#include <atomic>
+#include <memory>
+
+class BusPort;
+
+/// Base of the worker threads that talk to the drives. A thread is idle or in one pass; run() does one pass
+/// and ends.
+///
+/// start() and cancel() are called on the main thread. The signals are emitted on the worker
+/// thread and carry their records by value. A cancel is seen between two telegrams, so it can take two
+/// time-outs and the 20 ms gap to show; updateDevice and finished follow it in the normal way. The destructor
+/// cancels and waits for the end of the pass.
+class CommThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    void cancel();
+
+signals:
+    /// Once, at the start of a pass, before the port is opened.
+    void transactionStarted(int maxProgress, Z7Device device);
+    /// Transfer and polling: for each telegram that got a first reply byte. Scan: for each address.
+    void transactionProgress();
+    /// Transfer and polling: once, at the end. Scan: for each address. On a port that fails: once.
+    void updateDevice(Z7Device device);
+
+protected:
+    CommThread() = default;
+
+    void beginPass();
+    /// For the destructors of the classes whose members a pass uses: ends the pass and waits for it.
+    void endPass();
+    bool isCancelled() const { return m_cancelled; }
+
+    enum class Progress { Report, Keep };
+
+    /// Sends the stack's current telegram and gives it the reply. False if there was none: error 2 where the
+    /// write was not finished within `timeoutMs`, 1 where no first byte came within another `timeoutMs`.
+    bool exchange(BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress);
+
+    /// Guards the start arguments on their way from the main thread into the pass.
+    QMutex m_mutex;
+
+private:
+    std::atomic<bool> m_cancelled {false};
+};
+
+/// Base of the two threads that run a telegram stack.
+class CommThreadTelegramStack : public CommThread
+{
+    Q_OBJECT
+
+protected:
+    enum class ClosePort { BeforeReport, AfterReport };
+
+    /// Opens the port of the stack's drive, exchanges telegrams until the stack is empty, its record has an
+    /// error or the pass is cancelled, and reports the record. A record without a port name opens nothing.
+    void runStack(Z7TelegramStack &stack, int timeoutMs, ClosePort closePort);
+
+private:
+    void runTelegrams(BusPort &port, Z7TelegramStack &stack, int timeoutMs);
+};
+
+/// Runs a transaction once and deletes its stack at the end of the pass.
+class CommThreadTransferTelegramStack final : public CommThreadTelegramStack
+{
+    Q_OBJECT
+
+public:
+    ~CommThreadTransferTelegramStack() override { endPass(); }
+
+    /// On a running thread this only changes what the next pass would use.
+    void start(std::unique_ptr<Z7TelegramStack> stack, int timeoutMs);
+
+protected:
+    void run() override;
+
+private:
+    std::unique_ptr<Z7TelegramStack> m_stack;
+    int m_timeoutMs = 0;
+};
+
+/// Runs one pass of the live update. The stack stays with its owner, who does not touch it during the pass.
+class CommThreadDevicePolling final : public CommThreadTelegramStack
+{
+    Q_OBJECT
+
+public:
+    ~CommThreadDevicePolling() override { endPass(); }
+
+    void start(Z7TelegramStack *stack, int timeoutMs);
+
+protected:
+    void run() override;
+
+private:
+    Z7TelegramStack *m_stack = nullptr;
+    int m_timeoutMs = 0;
+};
+
+/// Sweeps the addresses 1 to 255 of one port, one telegram each, and reports the record of every address;
+/// isConnected() tells where a drive answered. An error never ends the sweep.
+class CommThreadScanDevice final : public CommThread
+{
+    Q_OBJECT
+
+public:
+    ~CommThreadScanDevice() override { endPass(); }
+
+    void start(const Z7Device &device, int timeoutMs);
+
+protected:
+    void run() override;
+
+private:
+    void sweep(BusPort &port, Z7Device device, int timeoutMs);
+    void probe(BusPort &port, Z7TelegramStack &stack, int timeoutMs);
+
+    Z7Device m_device;
+    int m_timeoutMs = 0;
+};

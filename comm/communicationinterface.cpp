@@ -1,0 +1,222 @@
+#include "comm/communicationinterface.h"
+
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "protocol/telegram.h"
+
+using namespace Z7CommInterface;
+
+namespace {
+
+constexpr int pollingHeldOffMs = 1000;
+
+int pollingInterval()
+{
+    return Z7Services::instance()->options()->pollingInterval();
+}
+
+} // namespace
+
+Z7CommunicationInterface::Z7CommunicationInterface()
+{
+    for (const Z7CommInterfaceFront *front : {static_cast<Z7CommInterfaceFront *>(&m_scanFront),
+             static_cast<Z7CommInterfaceFront *>(&m_transferFront),
+             static_cast<Z7CommInterfaceFront *>(&m_pollingFront)})
+        connectFront(*front);
+    m_pollingTimer.setInterval(pollingHeldOffMs);
+    connect(&m_pollingTimer, SIGNAL(timeout()), SLOT(autoEnablePolling()));
+    m_pollingPause.setSingleShot(true);
+    connect(&m_pollingPause, SIGNAL(timeout()), SLOT(startPollingThread()));
+}
+
+Z7CommunicationInterface::~Z7CommunicationInterface()
+{
+    stopAndWait();
+}
+
+void Z7CommunicationInterface::connectFront(const Z7CommInterfaceFront &front)
+{
+    connect(&front, SIGNAL(DeviceUpdate(Z7CommInterface::ThreadID, Z7Device)),
+        SLOT(threadDeviceUpdate(Z7CommInterface::ThreadID, Z7Device)));
+    connect(&front, SIGNAL(transactionStarted(Z7CommInterface::ThreadID, int, Z7Device)),
+        SLOT(threadTransactionStarted(Z7CommInterface::ThreadID, int, Z7Device)));
+    connect(&front, SIGNAL(transactionProgress(Z7CommInterface::ThreadID)),
+        SLOT(threadTransactionProgress(Z7CommInterface::ThreadID)));
+    connect(&front, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)),
+        SLOT(threadTransactionTerminated(Z7CommInterface::ThreadID)));
+}
+
+Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID)
+{
+    if (threadID == ScanDevice)
+        return m_scanFront;
+    if (threadID == TransferTelegramStack)
+        return m_transferFront;
+    return m_pollingFront;
+}
+
+void Z7CommunicationInterface::transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack)
+{
+    m_transferStack = std::move(stack);
+    m_transferStack->reset();
+    // The error of the last pass must not end the new one before its first telegram.
+    m_transferStack->setError(TelegramError::None);
+    m_device = m_transferStack->device();
+    if (m_currentThread != TransferTelegramStack)
+        startOrQueue(TransferTelegramStack);
+}
+
+void Z7CommunicationInterface::scanDevice(const Z7Device &device)
+{
+    m_device = device;
+    startOrQueue(ScanDevice);
+}
+
+void Z7CommunicationInterface::setPollingStack(std::unique_ptr<Z7TelegramStack> stack)
+{
+    if (m_pollingStack) {
+        if (m_retiredPollingStack)
+            m_overtakenPollingStacks.push_back(std::move(m_retiredPollingStack));
+        m_retiredPollingStack = std::move(m_pollingStack);
+    }
+    m_pollingStack = std::move(stack);
+    m_recordsToAdopt.clear();
+    m_device = m_pollingStack->device();
+    m_pollingEnabled = true;
+    m_pollingTimer.stop();
+    startOrQueue(DevicePolling);
+}
+
+void Z7CommunicationInterface::startOrQueue(int threadID)
+{
+    if (m_currentThread == noThread) {
+        startThread(threadID);
+        return;
+    }
+    m_nextThread = threadID;
+    if (m_currentThread != TransferTelegramStack)
+        stopThread(m_currentThread);
+}
+
+void Z7CommunicationInterface::startThread(int threadID)
+{
+    switch (threadID) {
+    case TransferTelegramStack:
+        m_currentThread = TransferTelegramStack;
+        m_transferFront.start(std::move(m_transferStack));
+        break;
+    case DevicePolling:
+        schedulePolling(DevicePolling);
+        break;
+    case ScanDevice:
+        m_currentThread = ScanDevice;
+        m_device.resetState();
+        m_scanFront.start(m_device);
+        break;
+    }
+}
+
+void Z7CommunicationInterface::schedulePolling(int threadID)
+{
+    m_currentThread = threadID;
+    const int interval = pollingInterval();
+    if (interval >= 1) {
+        m_pollingPause.start(interval);
+        return;
+    }
+    m_pollingEnabled = false;
+    m_pollingTimer.start();
+}
+
+void Z7CommunicationInterface::startPollingThread()
+{
+    m_retiredPollingStack.reset();
+    for (const Z7Device &device : qAsConst(m_recordsToAdopt))
+        m_pollingStack->adoptDevice(device);
+    m_recordsToAdopt.clear();
+    m_pollingStack->reset();
+    m_pollingFront.start(m_pollingStack.get());
+}
+
+void Z7CommunicationInterface::autoEnablePolling()
+{
+    if (pollingInterval() < 1 || !m_pollingStack || m_nextThread != noThread)
+        return;
+    m_pollingEnabled = true;
+    m_pollingTimer.stop();
+    startOrQueue(DevicePolling);
+}
+
+void Z7CommunicationInterface::threadDeviceUpdate(ThreadID threadID, Z7Device device)
+{
+    if (m_pollingStack) {
+        if (m_pollingFront.isPassUnderWay())
+            m_recordsToAdopt.append(device);
+        else
+            m_pollingStack->adoptDevice(device);
+    }
+    emit DeviceUpdate(threadID, device);
+}
+
+void Z7CommunicationInterface::threadTransactionStarted(ThreadID threadID, int maxProgress, Z7Device device)
+{
+    emit transactionStarted(threadID, maxProgress, device);
+}
+
+void Z7CommunicationInterface::threadTransactionProgress(ThreadID threadID)
+{
+    emit transactionProgress(threadID);
+}
+
+void Z7CommunicationInterface::threadTransactionTerminated(ThreadID threadID)
+{
+    if (m_currentThread == threadID) {
+        m_currentThread = noThread;
+        // A pause still armed would start a pass beside whatever comes next.
+        m_pollingPause.stop();
+        emit allCommunicationTerminated();
+    }
+    if (m_nextThread != noThread) {
+        startNextThreadID();
+        return;
+    }
+    if (threadID == DevicePolling && m_pollingEnabled) {
+        schedulePolling(DevicePolling);
+        return;
+    }
+    emit transactionTerminated(threadID);
+    if (m_pollingEnabled)
+        schedulePolling(DevicePolling);
+    else
+        emit allCommunicationTerminated();
+}
+
+void Z7CommunicationInterface::startNextThreadID()
+{
+    if (m_nextThread == noThread)
+        return;
+    startThread(m_nextThread);
+    m_nextThread = noThread;
+}
+
+void Z7CommunicationInterface::cancelCommunication()
+{
+    m_nextThread = noThread;
+    m_pollingEnabled = false;
+    if (m_currentThread == noThread)
+        emit allCommunicationTerminated();
+    else
+        stopThread(m_currentThread);
+}
+
+void Z7CommunicationInterface::stopAndWait()
+{
+    m_nextThread = noThread;
+    m_pollingEnabled = false;
+    m_pollingTimer.stop();
+    m_pollingPause.stop();
+    m_scanFront.stopAndWait();
+    m_transferFront.stopAndWait();
+    m_pollingFront.stopAndWait();
+    m_currentThread = noThread;
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "comm/commfronts.h"
+#include "comm/telegramstack.h"
+#include "model/device.h"
+
+#include <QList>
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+/// Decides which worker thread may use the bus: one at a time, with one successor waiting.
+///
+/// A free bus starts a request at once; a transfer is waited for; a scan or polling is stopped first. Polling
+/// comes back by itself, `pollingInterval` ms after whatever ended before it. Main thread only. Failures
+/// travel in the error of the records.
+class Z7CommunicationInterface : public QObject
+{
+    Q_OBJECT
+
+public:
+    Z7CommunicationInterface();
+    /// Ends all communication and waits for it.
+    ~Z7CommunicationInterface() override;
+
+    /// Runs a stack once. A second transfer during a transfer is never started.
+    void transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack);
+    /// Sweeps the port of this record for drives.
+    void scanDevice(const Z7Device &device);
+    /// Installs the stack of the live update and turns polling on.
+    void setPollingStack(std::unique_ptr<Z7TelegramStack> stack);
+    /// Ends everything, polling too; allCommunicationTerminated tells when.
+    void cancelCommunication();
+
+    /// For the end of the program: returns when no thread runs any more, after two time-outs and the gap at
+    /// the most. Nothing is reported.
+    void stopAndWait();
+
+signals:
+    void DeviceUpdate(Z7CommInterface::ThreadID threadID, Z7Device device);
+    void transactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device);
+    void transactionProgress(Z7CommInterface::ThreadID threadID);
+    /// A pass ended and nothing took its place.
+    void transactionTerminated(Z7CommInterface::ThreadID threadID);
+    /// The thread in charge has ended, perhaps with a successor waiting; comes a second time if nothing
+    /// follows.
+    void allCommunicationTerminated();
+
+public slots:
+    void threadDeviceUpdate(Z7CommInterface::ThreadID threadID, Z7Device device);
+    void threadTransactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device);
+    void threadTransactionTerminated(Z7CommInterface::ThreadID threadID);
+    void threadTransactionProgress(Z7CommInterface::ThreadID threadID);
+    void startPollingThread();
+    void startNextThreadID();
+
+private slots:
+    void autoEnablePolling();
+
+private:
+    void connectFront(const Z7CommInterfaceFront &front);
+    Z7CommInterfaceFront &front(int threadID);
+    /// Starts the thread on a free bus; otherwise lets it follow the thread in charge, stopping all but a
+    /// transfer.
+    void startOrQueue(int threadID);
+    void startThread(int threadID);
+    void stopThread(int threadID) { front(threadID).stop(); }
+    void schedulePolling(int threadID);
+
+    Z7Device m_device; ///< record of the last request; a scan starts from it
+    std::unique_ptr<Z7TelegramStack> m_transferStack; ///< waiting for its thread
+    std::unique_ptr<Z7TelegramStack> m_pollingStack;
+    std::unique_ptr<Z7TelegramStack>
+        m_retiredPollingStack; ///< a pass may still use it; deleted before the next one
+    /// Stacks that were retired twice within one pass. The pass may be using the first, so they stay to the
+    /// end.
+    std::vector<std::unique_ptr<Z7TelegramStack>> m_overtakenPollingStacks;
+    /// Records that came while a pass was using the polling stack. It gets them before its next pass, so that
+    /// no record changes under the thread.
+    QList<Z7Device> m_recordsToAdopt;
+
+    QTimer m_pollingTimer; ///< runs while the options hold polling off
+    QTimer m_pollingPause; ///< single shot; only runs while polling is in charge of the bus
+    bool m_pollingEnabled = false;
+    int m_nextThread = Z7CommInterface::noThread;
+    int m_currentThread = Z7CommInterface::noThread;
+
+    Z7CommInterfaceScanDevice m_scanFront;
+    Z7CommInterfaceTransferTelegramStack m_transferFront;
+    Z7CommInterfaceDevicePolling m_pollingFront;
+};
