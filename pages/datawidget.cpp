@@ -1,0 +1,66 @@
+#include "pages/datawidget.h"
+
+#include "control/services/services.h"
+#include "model/parameterdefinitions.h"
+
+Z7DataWidget::Z7DataWidget(QWidget *parent)
+    : QWidget(parent)
+{
+}
+
+void Z7DataWidget::DeviceUpdate(const Z7Device &d)
+{
+    device = d;
+    for (const Z7DeviceParam &param : d.parameterSet.params) {
+        if (hasParam(param.number))
+            newDeviceParam(param);
+    }
+    deviceUpdateFinished();
+}
+
+void Z7DataWidget::transactionStarted(int maxProgress, const Z7Device &startedDevice)
+{
+    Q_UNUSED(maxProgress)
+    Q_UNUSED(startedDevice)
+}
+
+void Z7DataWidget::transactionTerminated() { }
+
+void Z7DataWidget::transactionProgress() { }
+
+void Z7DataWidget::AllDeviceCommunicationStopped() { }
+
+void Z7DataWidget::addParamId(int number)
+{
+    if (!m_paramIds.contains(number))
+        m_paramIds.append(number);
+}
+
+bool Z7DataWidget::hasParam(int number) const
+{
+    return allParameters || m_paramIds.contains(number);
+}
+
+void Z7DataWidget::applyUserParams(const Z7DeviceParamSet &params)
+{
+    for (const Z7DeviceParam &param : params.params) {
+        if (hasParam(param.number))
+            newUserParam(param);
+    }
+}
+
+Z7ParamDefinitions *Z7DataWidget::paramDefinitions() const
+{
+    return Z7Services::instance()->definitions(softwareVersion);
+}
+
+void Z7DataWidget::reportUserText(int number, const QString &text)
+{
+    const int isUnsigned = paramDefinitions()->isUnsigned(number);
+    bool isNumber = false;
+    const int value = text.toInt(&isNumber);
+    if (text.isEmpty())
+        emit parameterDeleted(Z7DeviceParam(number, 0, isUnsigned, true));
+    else if (isNumber)
+        emit parameterModified(Z7DeviceParam(number, value, isUnsigned, true));
+}

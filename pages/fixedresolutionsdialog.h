@@ -1,0 +1,22 @@
+#pragma once
+
+#include "pages/labelleddatawidget.h"
+
+#include <memory>
+
+namespace Ui {
+class FixedResolutionsDialog;
+}
+
+/// The fixed speeds that digital inputs select.
+class FixedResolutionsDialog : public LabelledDataWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FixedResolutionsDialog(QWidget *parent = nullptr);
+    ~FixedResolutionsDialog() override;
+
+private:
+    const std::unique_ptr<Ui::FixedResolutionsDialog> m_ui;
+};

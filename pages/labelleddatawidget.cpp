@@ -1,0 +1,167 @@
+#include "pages/labelleddatawidget.h"
+
+#include "control/services/language.h"
+#include "model/parameterdefinitions.h"
+
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QSignalMapper>
+
+#include <algorithm>
+
+namespace {
+
+/// Each record connects the field to the mapper once more, so that one keystroke may be reported more than
+/// once, with the same result. Twice shows all that a thousand times would; a page that is watched for a
+/// working day must not grow slower by every record.
+constexpr int mostConnections = 2;
+
+QString paramStem(int number)
+{
+    return QStringLiteral("Param0x%1").arg(QString::number(number, 16).toUpper(), 2, QLatin1Char('0'));
+}
+
+} // namespace
+
+LabelledDataWidget::LabelledDataWidget(const char *section, QWidget *parent)
+    : Z7DataWidget(parent)
+    , m_section(section)
+{
+}
+
+void LabelledDataWidget::addParam(int number)
+{
+    addParam(number, paramStem(number));
+}
+
+void LabelledDataWidget::addParam(int number, const QString &stem)
+{
+    addParamId(number);
+    m_fields.append(findField(number, number, stem, QString()));
+}
+
+void LabelledDataWidget::addSecondField(int number, int mappingNumber)
+{
+    m_fields.append(findField(number, mappingNumber, paramStem(number), QStringLiteral("_2")));
+}
+
+LabelledDataWidget::ParamField LabelledDataWidget::findField(
+    int number, int mapping, const QString &stem, const QString &suffix) const
+{
+    ParamField field {};
+    field.number = number;
+    field.mapping = mapping;
+    field.user = findChild<QLineEdit *>(QStringLiteral("ed%1User%2").arg(stem, suffix));
+    field.deviceValue = findChild<QLabel *>(QStringLiteral("l%1Device%2").arg(stem, suffix));
+    field.unit = findChild<QLabel *>(QStringLiteral("l%1Unit%2").arg(stem, suffix));
+    field.name = findChild<QLabel *>(QStringLiteral("l%1ParamName%2").arg(stem, suffix));
+    Q_ASSERT_X(field.user && field.deviceValue && field.unit, metaObject()->className(), qPrintable(stem));
+    return field;
+}
+
+QString LabelledDataWidget::pageText(const char *key, const QString &defaultText) const
+{
+    return languageText(m_section, key, defaultText);
+}
+
+void LabelledDataWidget::setIntroduction(
+    const QString &labelName, const char *key, const QString &defaultText)
+{
+    auto *label = findChild<QLabel *>(labelName);
+    label->setText(pageText(key, defaultText));
+    if (label->text().isEmpty())
+        label->hide();
+}
+
+void LabelledDataWidget::initPage()
+{
+    for (ParamField &field : m_fields)
+        initParamWidgets(field);
+    delete m_mapper;
+    m_mapper = new QSignalMapper(this);
+    connect(m_mapper, SIGNAL(mapped(int)), SLOT(ParamChanged(int)));
+}
+
+void LabelledDataWidget::initParamWidgets(ParamField &field)
+{
+    const Z7ParamDefinitions *definitions = paramDefinitions();
+    if (field.name)
+        field.name->setText(definitionText(definitions->paramName(field.number)));
+    field.deviceValue->setEnabled(false);
+    field.deviceValue->setAlignment(Qt::AlignRight);
+    field.user->setAlignment(Qt::AlignRight);
+    // The limits come with the first value of the drive.
+    delete field.user->validator();
+    field.user->setValidator(new QIntValidator(this));
+    QFont bold;
+    bold.setWeight(QFont::Bold);
+    if (definitions->isReadOnly(field.number))
+        field.user->hide();
+    else
+        field.user->setFont(bold);
+    field.unit->setText(definitionText(definitions->paramUnit(field.number)));
+    field.unit->setEnabled(false);
+    field.connections = 0;
+}
+
+void LabelledDataWidget::newDeviceParam(const Z7DeviceParam &param)
+{
+    for (ParamField &field : m_fields) {
+        if (field.number == param.number)
+            showDeviceValue(field, param.value);
+    }
+}
+
+void LabelledDataWidget::showDeviceValue(ParamField &field, int value)
+{
+    const Z7ParamDefinitions *definitions = paramDefinitions();
+    field.deviceValue->setText(QString::number(value));
+    auto *validator = qobject_cast<QIntValidator *>(const_cast<QValidator *>(field.user->validator()));
+    validator->setRange(definitions->paramMin(field.number), definitions->paramMax(field.number));
+    if (field.connections < mostConnections) {
+        connect(field.user, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
+        ++field.connections;
+    }
+    m_mapper->setMapping(field.user, field.mapping);
+}
+
+void LabelledDataWidget::deviceUpdateFinished() { }
+
+void LabelledDataWidget::newUserParam(const Z7DeviceParam &param)
+{
+    if (!param.hasValue)
+        return;
+    const QSignalBlocker blocker(m_mapper);
+    for (const ParamField &field : qAsConst(m_fields)) {
+        if (field.number == param.number)
+            field.user->setText(QString::number(param.value));
+    }
+}
+
+void LabelledDataWidget::clearUserValues()
+{
+    const QSignalBlocker blocker(m_mapper);
+    for (const ParamField &field : qAsConst(m_fields))
+        field.user->clear();
+}
+
+void LabelledDataWidget::ParamChanged(int nParamID)
+{
+    const auto field = std::find_if(m_fields.cbegin(), m_fields.cend(),
+        [nParamID](const ParamField &candidate) { return candidate.mapping == nParamID; });
+    if (field == m_fields.cend())
+        return;
+    copyToOtherFields(*field);
+    reportUserText(field->number, field->user->text());
+}
+
+void LabelledDataWidget::copyToOtherFields(const ParamField &source)
+{
+    const QSignalBlocker blocker(m_mapper);
+    for (const ParamField &field : qAsConst(m_fields)) {
+        if (field.number == source.number && field.user != source.user)
+            field.user->setText(source.user->text());
+    }
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "pages/labelleddatawidget.h"
+
+#include <memory>
+
+namespace Ui {
+class PositioningDialog;
+}
+
+/// The parameters of a positioning run.
+class PositioningDialog : public LabelledDataWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PositioningDialog(QWidget *parent = nullptr);
+    ~PositioningDialog() override;
+
+private:
+    const std::unique_ptr<Ui::PositioningDialog> m_ui;
+};
