@@ -1,0 +1,531 @@
+#include "control/maincontroller.h"
+
+#include "comm/telegramstackcatalogue.h"
+#include "control/imaincontent.h"
+#include "control/services/language.h"
+#include "control/services/services.h"
+#include "model/parameterconflicts.h"
+#include "model/parameterdefinitions.h"
+#include "pages/datawidget.h"
+#include "pages/pagefactory.h"
+
+#include <QLayout>
+#include <QMessageBox>
+
+using namespace Z7CommInterface;
+
+namespace {
+
+QString commonText(const char *key, const char *defaultText)
+{
+    return languageText("Common", key, QString::fromUtf8(defaultText));
+}
+
+Z7ParamDefinitions *definitionsOf(const Z7Device &device)
+{
+    return Z7Services::instance()->definitions(device.softwareVersion);
+}
+
+} // namespace
+
+Z7MainController::Z7MainController()
+{
+    registerDeviceTypes();
+    connect(&m_commInterface, SIGNAL(DeviceUpdate(Z7CommInterface::ThreadID, Z7Device)),
+        SLOT(PostDeviceUpdate(Z7CommInterface::ThreadID, Z7Device)));
+    connect(&m_commInterface, SIGNAL(transactionStarted(Z7CommInterface::ThreadID, int, Z7Device)),
+        SLOT(PostTransactionStarted(Z7CommInterface::ThreadID, int, Z7Device)));
+    connect(&m_commInterface, SIGNAL(transactionProgress(Z7CommInterface::ThreadID)),
+        SLOT(PostTransactionProgress(Z7CommInterface::ThreadID)));
+    connect(&m_commInterface, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)),
+        SLOT(PostTransactionTerminated(Z7CommInterface::ThreadID)));
+    connect(&m_commInterface, SIGNAL(allCommunicationTerminated()), SLOT(allCommunicationStopped()));
+}
+
+Z7MainController::~Z7MainController() = default;
+
+void Z7MainController::createPage(int number)
+{
+    if (!page(number)) {
+        if (std::unique_ptr<Z7DataWidget> created = createDataPage(number))
+            m_pages[number] = std::move(created);
+    }
+    Z7DataWidget *source = page(number);
+    if (!source)
+        return;
+    connect(source, SIGNAL(parameterModified(Z7DeviceParam)), this,
+        SLOT(postUserModifiedParameter(Z7DeviceParam)), Qt::UniqueConnection);
+    connect(source, SIGNAL(parameterDeleted(Z7DeviceParam)), this,
+        SLOT(postUserDeletedParameter(Z7DeviceParam)), Qt::UniqueConnection);
+    connect(source, SIGNAL(stopAllDeviceCommunication()), this, SLOT(cancelCommunication()),
+        Qt::UniqueConnection);
+    connect(source, SIGNAL(sendBootloaderInitCommand()), this, SLOT(sendBootloaderInitCommand()),
+        Qt::UniqueConnection);
+    connect(source, SIGNAL(sendChangeAdress(int)), this, SLOT(sendChangeAdress(int)), Qt::UniqueConnection);
+}
+
+Z7DataWidget *Z7MainController::page(int number) const
+{
+    const auto entry = m_pages.find(number);
+    return entry == m_pages.end() ? nullptr : entry->second.get();
+}
+
+// --- the device list
+// -------------------------------------------------------------------------------------------
+
+void Z7MainController::setDevices(const QList<Z7Device> &list)
+{
+    m_devices.clear();
+    m_currentDevice = -1;
+    for (const Z7Device &device : list) {
+        if (definitionsOf(device)->load())
+            addDevice(device);
+        else
+            refuseDevice(device);
+    }
+    rebuildTree();
+    if (Z7DataWidget *shown = currentPage()) {
+        takeOutPage(shown);
+        m_currentPage = PageNumber::none;
+        m_mainContent->disableDataButtons();
+    }
+    emit NoDeviceSelected();
+}
+
+void Z7MainController::addDevice(const Z7Device &device)
+{
+    Z7Device added = device;
+    added.setParameterSet(definitionsOf(device)->emptyParameterSet());
+    // The drive may have been away or exchanged: its first pass reads everything.
+    added.parametersComplete = false;
+    added.fullReadPending = false;
+    m_devices.insert(added.deviceId(), added);
+}
+
+void Z7MainController::refuseDevice(const Z7Device &device)
+{
+    const QString reason = commonText("ParamDefFileNotFound",
+        "Zur Versionnummer %1 im Motor %2 ist keine Parameter-Definition verfügbar. Bitte fordern Sie die "
+        "Datei "
+        "mit den Parameter-Definitionen zur Z7-Version %1 an.")
+                               .arg(device.softwareVersion, deviceName(device));
+    QMessageBox::critical(nullptr, commonText("ApplicationTitle", "Z7ConfigTool"),
+        commonText("UnableToAddDevice", "Der Motor kann nicht hinzugefügt werden:") + QStringLiteral("\n\n")
+            + reason,
+        QMessageBox::Ok);
+}
+
+bool Z7MainController::currentUserParams(Z7DeviceParamSet &out) const
+{
+    const auto changes = m_userParams.constFind(m_currentDevice);
+    if (changes == m_userParams.constEnd())
+        return false;
+    out = changes.value();
+    return true;
+}
+
+// --- showing pages
+// ---------------------------------------------------------------------------------------------
+
+bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget, QLayout *layout)
+{
+    Z7DataWidget *shown = page(number);
+    if (!shown)
+        return false;
+    if (number != m_currentPage) {
+        takeOutPage(currentPage());
+        shown->setParent(contentWidget);
+        layout->addWidget(shown);
+        m_currentPage = number;
+    }
+    if (m_devices.contains(deviceId)) {
+        fillPage(shown, deviceId);
+    } else {
+        m_currentDevice = -1;
+        emit NoDeviceSelected();
+    }
+    shown->clearUserValues();
+    if (m_userParams.contains(m_currentDevice))
+        shown->applyUserParams(m_userParams.value(m_currentDevice));
+    else
+        m_mainContent->setConflictLine(QString());
+    shown->show();
+    updatePolling();
+    return true;
+}
+
+void Z7MainController::takeOutPage(Z7DataWidget *page)
+{
+    if (page)
+        page->setParent(nullptr);
+}
+
+void Z7MainController::fillPage(Z7DataWidget *page, int deviceId)
+{
+    forgetAllCallbacks();
+    const Z7Device record = m_devices.value(deviceId);
+    page->setSoftwareVersion(record.softwareVersion);
+    page->initPage();
+    if (page->wantsAllDevices()) {
+        for (const Z7Device &device : qAsConst(m_devices))
+            page->DeviceUpdate(device);
+        page->deviceUpdateFinished();
+    } else {
+        page->DeviceUpdate(record);
+    }
+    if (deviceId != m_currentDevice) {
+        if (page->wantsAllDevices())
+            emit NoDeviceSelected();
+        else
+            emit NewDeviceSelected(record);
+    }
+    m_currentDevice = deviceId;
+}
+
+bool Z7MainController::hasModifiedParams(int pageNumber, int deviceId) const
+{
+    const Z7DataWidget *asked = page(pageNumber);
+    const auto changes = m_userParams.constFind(deviceId);
+    const auto device = m_devices.constFind(deviceId);
+    if (!asked || changes == m_userParams.constEnd() || device == m_devices.constEnd())
+        return false;
+    for (const Z7DeviceParam &change : changes->params) {
+        if (change.hasValue && asked->hasParam(change.number)
+            && change.value != device->parameterSet.value(change.number).value)
+            return true;
+    }
+    return false;
+}
+
+/// What the live update reads: after connecting everything, once; from then on the parameters of the shown
+/// page.
+void Z7MainController::updatePolling()
+{
+    const Z7DataWidget *shown = currentPage();
+    if (!m_devices.contains(m_currentDevice) || !shown)
+        return;
+    addCallback(DevicePolling, m_deviceControl);
+    addCallback(DevicePolling, currentPage());
+    const Z7Device record = currentDeviceRecord();
+    const bool readsAll = shown->wantsAllParameters() || !record.parametersComplete;
+    const Z7DeviceParamSet polled =
+        readsAll ? record.parameterSet : Z7DeviceParamSet(record.softwareVersion, shown->paramIds());
+    m_commInterface.setPollingStack(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, polled));
+    if (!record.parametersComplete)
+        m_devices[m_currentDevice].fullReadPending = true;
+}
+
+// --- news from the bus
+// -----------------------------------------------------------------------------------------
+
+void Z7MainController::PostDeviceUpdate(ThreadID threadID, Z7Device device)
+{
+    if (m_devices.contains(device.deviceId()))
+        replaceDevice(device);
+    else if (device.addressChanged && m_devices.contains(device.previousDeviceId()))
+        moveToNewAddress(device);
+    callListeners(threadID, [&device](IDeviceDataCallback *listener) { listener->DeviceUpdate(device); });
+    rebuildTree();
+}
+
+void Z7MainController::replaceDevice(const Z7Device &device)
+{
+    Z7Device &stored = m_devices[device.deviceId()];
+    const bool wasFullRead = stored.fullReadPending;
+    const Z7DeviceParamSet storedParameters = stored.parameterSet;
+    stored = device;
+    // The wizard's log-on to a drive that is already listed brings a record without parameters.
+    if (stored.parameterSet.params.isEmpty())
+        stored.parameterSet = storedParameters;
+    if (!wasFullRead)
+        return;
+    stored.fullReadPending = false;
+    stored.parametersComplete = true;
+    updatePolling();
+}
+
+void Z7MainController::moveToNewAddress(const Z7Device &device)
+{
+    m_devices.remove(device.previousDeviceId());
+    m_currentDevice = device.deviceId();
+    m_devices.insert(m_currentDevice, device);
+    rebuildTree();
+    updatePolling();
+}
+
+void Z7MainController::PostTransactionStarted(ThreadID threadID, int maxProgress, Z7Device device)
+{
+    callListeners(threadID, [maxProgress, &device](IDeviceDataCallback *listener) {
+        listener->transactionStarted(maxProgress, device);
+    });
+}
+
+void Z7MainController::PostTransactionTerminated(ThreadID threadID)
+{
+    callListeners(threadID, [](IDeviceDataCallback *listener) { listener->transactionTerminated(); });
+    m_callbacks[threadID].clear();
+}
+
+void Z7MainController::PostTransactionProgress(ThreadID threadID)
+{
+    callListeners(threadID, [](IDeviceDataCallback *listener) { listener->transactionProgress(); });
+}
+
+void Z7MainController::allCommunicationStopped()
+{
+    for (const auto &entry : m_pages)
+        entry.second->AllDeviceCommunicationStopped();
+}
+
+void Z7MainController::addCallback(ThreadID threadID, IDeviceDataCallback *callback)
+{
+    Callbacks &listeners = m_callbacks[threadID];
+    if (callback && !listeners.contains(callback))
+        listeners.append(callback);
+}
+
+void Z7MainController::removeCallback(IDeviceDataCallback *callback)
+{
+    for (Callbacks &listeners : m_callbacks)
+        listeners.removeAll(callback);
+}
+
+void Z7MainController::forgetAllCallbacks()
+{
+    m_callbacks.clear();
+    // The control bar will not hear the end of what it was watching.
+    if (m_deviceControl)
+        m_deviceControl->transactionTerminated();
+}
+
+template<typename Call>
+void Z7MainController::callListeners(ThreadID threadID, Call call)
+{
+    const Callbacks listeners = m_callbacks.value(threadID);
+    for (IDeviceDataCallback *listener : listeners) {
+        // A listener that was called before may have shown another page or removed this one.
+        if (m_callbacks.value(threadID).contains(listener))
+            call(listener);
+    }
+}
+
+// --- operations on the bus
+// -------------------------------------------------------------------------------------
+
+void Z7MainController::scanDevice(const Z7Device &device, IDeviceDataCallback *callback)
+{
+    addCallback(ScanDevice, callback);
+    m_commInterface.scanDevice(device);
+}
+
+void Z7MainController::readDeviceStatus(const Z7Device &device, IDeviceDataCallback *callback)
+{
+    transfer(std::make_unique<Z7DeviceStatusTelegramStack>(device), {m_deviceControl, callback});
+}
+
+void Z7MainController::transfer(std::unique_ptr<Z7TelegramStack> stack, const Callbacks &listeners)
+{
+    for (IDeviceDataCallback *listener : listeners)
+        addCallback(TransferTelegramStack, listener);
+    m_commInterface.transferTelegramStack(std::move(stack));
+}
+
+void Z7MainController::cancelCommunication()
+{
+    m_commInterface.cancelCommunication();
+}
+
+void Z7MainController::DownloadData()
+{
+    Z7DataWidget *shown = currentPage();
+    if (!shown || !hasCurrentDevice())
+        return;
+    const Z7Device record = currentDeviceRecord();
+    const Z7DeviceParamSet wanted = shown->wantsAllParameters()
+        ? record.parameterSet
+        : Z7DeviceParamSet(record.softwareVersion, shown->paramIds());
+    transfer(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, wanted), {m_deviceControl, shown});
+}
+
+bool Z7MainController::hasUserChanges() const
+{
+    return !m_userParams.value(m_currentDevice).params.isEmpty();
+}
+
+bool Z7MainController::confirmConflicts() const
+{
+    const QString conflicts = calcConflicts();
+    if (conflicts.isEmpty())
+        return true;
+    QMessageBox question;
+    question.setIcon(QMessageBox::Warning);
+    question.setText(
+        commonText("ConflictingParameterMessage", "Die Parameterwerte enthalten einen Konflikt:\n\n")
+        + conflicts);
+    question.setInformativeText(commonText("WriteAnyway", "Trotzdem schreiben?"));
+    question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    question.setDefaultButton(QMessageBox::No);
+    return question.exec() == QMessageBox::Yes;
+}
+
+void Z7MainController::UploadData()
+{
+    if (!currentPage() || !hasCurrentDevice() || !hasUserChanges())
+        return;
+    m_mainContent->disableDataButtons();
+    if (confirmConflicts())
+        transfer(std::make_unique<Z7TelegramstackWriteParameterSet>(
+                     currentDeviceRecord(), m_userParams.value(m_currentDevice)),
+            {m_deviceControl, currentPage()});
+    m_mainContent->enableDataButtons();
+}
+
+void Z7MainController::WriteAndStoreData()
+{
+    if (!currentPage() || !hasCurrentDevice() || !hasUserChanges())
+        return;
+    m_mainContent->disableDataButtons();
+    if (confirmConflicts()) {
+        transfer(std::make_unique<Z7TelegramstackWriteAndStoreParameterSet>(
+                     currentDeviceRecord(), m_userParams.value(m_currentDevice)),
+            {m_deviceControl, currentPage()});
+        rebuildTree();
+        showConflicts();
+    }
+    m_mainContent->enableDataButtons();
+}
+
+void Z7MainController::StoreData()
+{
+    if (!currentPage() || !hasCurrentDevice())
+        return;
+    transfer(std::make_unique<Z7TelegramstackStoreParameter>(currentDeviceRecord()),
+        {m_deviceControl, currentPage()});
+    rebuildTree();
+    showConflicts();
+}
+
+void Z7MainController::SetFactorySettingsData()
+{
+    if (hasCurrentDevice())
+        transfer(std::make_unique<Z7TelegramstackFactoryReset>(currentDeviceRecord()), {m_deviceControl});
+}
+
+void Z7MainController::SetNewPasswordData(int newPassword)
+{
+    if (hasCurrentDevice())
+        transfer(std::make_unique<Z7TelegramstackPasswordReset>(currentDeviceRecord(), newPassword),
+            {m_deviceControl});
+}
+
+void Z7MainController::sendBootloaderInitCommand()
+{
+    if (currentPage() && hasCurrentDevice())
+        transfer(std::make_unique<Z7TelegramstackBootloaderInit>(currentDeviceRecord()), {currentPage()});
+}
+
+void Z7MainController::sendChangeAdress(int NewAdress)
+{
+    if (currentPage() && hasCurrentDevice())
+        transfer(std::make_unique<Z7TelegramstackChangeAdress>(currentDeviceRecord(), NewAdress),
+            {m_deviceControl, currentPage()});
+}
+
+// --- the user's changes
+// ----------------------------------------------------------------------------------------
+
+void Z7MainController::postUserModifiedParameter(Z7DeviceParam param)
+{
+    auto changes = m_userParams.find(m_currentDevice);
+    if (changes == m_userParams.end())
+        changes =
+            m_userParams.insert(m_currentDevice, Z7DeviceParamSet(currentDeviceRecord().softwareVersion));
+    changes->insert(param);
+    rebuildTree();
+    showConflicts();
+}
+
+void Z7MainController::postUserDeletedParameter(Z7DeviceParam param)
+{
+    const auto changes = m_userParams.find(m_currentDevice);
+    if (changes != m_userParams.end()) {
+        changes->remove(param);
+        if (changes->params.isEmpty())
+            m_userParams.erase(changes);
+    }
+    rebuildTree();
+    showConflicts();
+}
+
+void Z7MainController::setUserParams(int deviceId, const Z7DeviceParamSet &set)
+{
+    if (set.params.isEmpty())
+        return;
+    m_userParams.insert(deviceId, set);
+    if (Z7DataWidget *shown = currentPage())
+        shown->applyUserParams(set);
+    showConflicts();
+    rebuildTree();
+}
+
+void Z7MainController::resetChanges(int deviceId)
+{
+    m_userParams.remove(deviceId);
+    rebuildTree();
+    showConflicts();
+    if (Z7DataWidget *shown = currentPage())
+        shown->clearUserValues();
+}
+
+void Z7MainController::setDefaults(int deviceId)
+{
+    const auto device = m_devices.constFind(deviceId);
+    if (device != m_devices.constEnd()) {
+        const Z7ParamDefinitions *definitions = definitionsOf(*device);
+        Z7DeviceParamSet changes = m_userParams.value(deviceId, Z7DeviceParamSet(device->softwareVersion));
+        for (Z7DeviceParam param : device->parameterSet.params) {
+            if (definitions->isReadOnly(param.number))
+                continue;
+            param.setValue(definitions->paramDefault(param.number));
+            changes.insert(param);
+        }
+        if (!changes.params.isEmpty())
+            m_userParams.insert(deviceId, changes);
+    }
+    rebuildTree();
+}
+
+QString Z7MainController::calcConflicts() const
+{
+    const auto device = m_devices.constFind(m_currentDevice);
+    const auto changes = m_userParams.constFind(m_currentDevice);
+    if (device == m_devices.constEnd() || changes == m_userParams.constEnd())
+        return QString();
+    QString text = paramConflicts(*changes, device->parameterSet);
+    if (!device->isDigitalInputSet(1) && !device->isDigitalInputSet(2))
+        return text;
+    const Z7ParamDefinitions *definitions = definitionsOf(*device);
+    for (const Z7DeviceParam &change : changes->params) {
+        if (!definitions->isApplFunction(change.number))
+            continue;
+        if (!text.isEmpty())
+            text += QLatin1Char('\n');
+        return text
+            + commonText("ApplFunctionCurrentlyNotWritable",
+                "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)");
+    }
+    return text;
+}
+
+// --- the middle band of the window
+// -----------------------------------------------------------------------------
+
+void Z7MainController::rebuildTree()
+{
+    m_mainContent->rebuildTree(m_devices.keys());
+}
+
+void Z7MainController::showConflicts()
+{
+    m_mainContent->setConflictLine(calcConflicts());
+}
