@@ -1,0 +1,13 @@
+#include "shell/mainwindow.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    MainWindow window;
+    window.showMaximized();
+    return QApplication::exec();
+}

@@ -1,0 +1,238 @@
+#include "shell/maincontentwidget.h"
+
+#include "control/maincontroller.h"
+#include "control/services/language.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "pages/pagefactory.h"
+#include "pages/pagestyle.h"
+#include "shell/pageicon.h"
+#include "ui_maincontentwidget.h"
+
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+#include <iterator>
+
+namespace {
+
+constexpr int pageRole = Qt::UserRole + 1;
+constexpr int deviceRole = Qt::UserRole + 2;
+/// Which of its icons an item bears now.
+constexpr int iconStateRole = Qt::UserRole + 3;
+
+/// The pages below a drive, from top to bottom.
+constexpr int drivePages[] = {8, 5, 6, 11, 12, 3, 2, 4, 7, 13, 14, 15, 9, 10};
+
+int pageOf(const QTreeWidgetItem *item)
+{
+    return item->data(0, pageRole).toInt();
+}
+
+int deviceOf(const QTreeWidgetItem *item)
+{
+    return item->data(0, deviceRole).toInt();
+}
+
+QString commonText(const char *key, const char *defaultText)
+{
+    return languageText("Common", key, QString::fromUtf8(defaultText));
+}
+
+} // namespace
+
+MainContentWidget::MainContentWidget(Z7MainController *controller, QWidget *parent)
+    : QWidget(parent)
+    , m_controller(controller)
+    , m_ui(std::make_unique<Ui::MainContentWidget>())
+{
+    m_ui->setupUi(this);
+    registerDeviceTypes();
+    PageStyle::paintGround(m_ui->DataWidgetContent, Qt::white);
+    PageStyle::paintGround(m_ui->DeviceCommButtonFrame, PageStyle::lightGrey());
+    m_ui->DeviceCommButtonFrame->setEnabled(false);
+    m_ui->LContentTitle->setText(QString());
+    m_ui->LParamWarning->setText(QString());
+    m_ui->LParamWarning->setTextFormat(Qt::PlainText);
+    PageStyle::paintText(m_ui->LParamWarning, Qt::red);
+    setButtonTexts();
+    disableDataButtons();
+}
+
+MainContentWidget::~MainContentWidget() = default;
+
+void MainContentWidget::setButtonTexts()
+{
+    m_ui->BtnStore->setText(commonText("Store", "Im Motor speichern"));
+    m_ui->BtnWriteAndStore->setText(commonText("WriteAndStore", "Schreiben+Speichern"));
+    m_ui->BtnDownload->setText(commonText("Download", "Lesen"));
+    m_ui->BtnUpload->setText(commonText("Upload", "Schreiben"));
+}
+
+void MainContentWidget::enableDataButtons()
+{
+    m_ui->LParamWarning->show();
+    connect(m_ui->BtnStore, SIGNAL(clicked()), m_controller, SLOT(StoreData()), Qt::UniqueConnection);
+    connect(m_ui->BtnWriteAndStore, SIGNAL(clicked()), m_controller, SLOT(WriteAndStoreData()),
+        Qt::UniqueConnection);
+    connect(m_ui->BtnDownload, SIGNAL(clicked()), m_controller, SLOT(DownloadData()), Qt::UniqueConnection);
+    connect(m_ui->BtnUpload, SIGNAL(clicked()), m_controller, SLOT(UploadData()), Qt::UniqueConnection);
+}
+
+void MainContentWidget::disableDataButtons()
+{
+    m_ui->LParamWarning->hide();
+    disconnect(m_ui->BtnStore, SIGNAL(clicked()), m_controller, SLOT(StoreData()));
+    disconnect(m_ui->BtnWriteAndStore, SIGNAL(clicked()), m_controller, SLOT(WriteAndStoreData()));
+    disconnect(m_ui->BtnDownload, SIGNAL(clicked()), m_controller, SLOT(DownloadData()));
+    disconnect(m_ui->BtnUpload, SIGNAL(clicked()), m_controller, SLOT(UploadData()));
+}
+
+void MainContentWidget::setConflictLine(const QString &text)
+{
+    m_ui->LParamWarning->setText(text);
+}
+
+void MainContentWidget::setClickConnected(bool connected)
+{
+    disconnect(m_ui->MainMenuTree, SIGNAL(itemClicked(QTreeWidgetItem *, int)), this,
+        SLOT(MainMenuItemClicked(QTreeWidgetItem *, int)));
+    if (connected)
+        connect(m_ui->MainMenuTree, SIGNAL(itemClicked(QTreeWidgetItem *, int)),
+            SLOT(MainMenuItemClicked(QTreeWidgetItem *, int)));
+}
+
+void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
+{
+    Q_UNUSED(column)
+    setClickConnected(false);
+    m_ui->DeviceCommButtonFrame->setEnabled(false);
+    // Showing the page may rebuild the tree, which deletes the item.
+    const int pageNumber = pageOf(item);
+    const int deviceId = deviceOf(item);
+    if (m_controller->showPage(pageNumber, deviceId, m_ui->MainContentScrollArea, m_ui->DataLayout)) {
+        enableDataButtons();
+        m_ui->LContentTitle->setText(pageTitle(pageNumber));
+        m_ui->DeviceCommButtonFrame->setEnabled(true);
+    } else {
+        takeOutShownPage();
+    }
+    // With polling on, the next record rebuilds the tree, and that connects it again. Without a drive none
+    // comes.
+    const bool rebuildComes =
+        Z7Services::instance()->options()->pollingInterval() >= 1 && m_controller->hasCurrentDevice();
+    if (!rebuildComes)
+        setClickConnected(true);
+}
+
+void MainContentWidget::takeOutShownPage()
+{
+    const QObjectList children = m_ui->DataWidgetContent->children();
+    for (QObject *child : children) {
+        if (auto *page = qobject_cast<QWidget *>(child))
+            page->setParent(nullptr);
+    }
+}
+
+// --- the tree
+// --------------------------------------------------------------------------------------------------
+
+void MainContentWidget::rebuildTree(const QList<int> &deviceIds)
+{
+    if (m_rebuilding || !m_ui->MainMenuTree->isEnabled())
+        return;
+    m_rebuilding = true;
+    // Where only marks change, the items stay, so that a click that has begun on one of them is not lost.
+    if (showsSameDrives(deviceIds)) {
+        refreshIcons(m_ui->MainMenuTree->invisibleRootItem());
+        m_ui->MainMenuTree->setCurrentItem(nullptr);
+    } else {
+        refillTree(deviceIds);
+    }
+    m_rebuilding = false;
+    setClickConnected(true);
+}
+
+bool MainContentWidget::showsSameDrives(const QList<int> &deviceIds) const
+{
+    const bool hasNetwork = deviceIds.size() > 1;
+    const QTreeWidgetItem *parent = m_ui->MainMenuTree->invisibleRootItem();
+    if (hasNetwork && parent->childCount() == 1 && pageOf(parent->child(0)) == PageNumber::Network)
+        parent = parent->child(0);
+    if (parent->childCount() != deviceIds.size())
+        return false;
+    for (int i = 0; i < deviceIds.size(); ++i) {
+        const QTreeWidgetItem *item = parent->child(i);
+        if (pageOf(item) != PageNumber::DeviceStatus || deviceOf(item) != deviceIds.at(i)
+            || item->text(0) != deviceName(m_controller->device(deviceIds.at(i))))
+            return false;
+    }
+    return true;
+}
+
+void MainContentWidget::refillTree(const QList<int> &deviceIds)
+{
+    QTreeWidget *tree = m_ui->MainMenuTree;
+    const int scrollPosition = tree->verticalScrollBar()->value();
+    const bool hadFocus = tree->hasFocus();
+    setClickConnected(false);
+    tree->setUpdatesEnabled(false);
+    tree->setEnabled(false);
+    tree->clear();
+    QTreeWidgetItem *network = nullptr;
+    if (deviceIds.size() > 1) {
+        network = makeItem(pageTitle(PageNumber::Network), PageNumber::Network, 0);
+        tree->addTopLevelItem(network);
+    }
+    for (const int deviceId : deviceIds)
+        addDrive(deviceId, network);
+    tree->expandAll();
+    tree->setEnabled(true);
+    tree->doItemsLayout();
+    tree->verticalScrollBar()->setValue(scrollPosition);
+    tree->setUpdatesEnabled(true);
+    // Disabling the tree has passed the focus on, to a button for all that is known.
+    if (hadFocus)
+        tree->setFocus();
+}
+
+void MainContentWidget::addDrive(int deviceId, QTreeWidgetItem *network)
+{
+    auto *drive = makeItem(deviceName(m_controller->device(deviceId)), PageNumber::DeviceStatus, deviceId);
+    for (const int pageNumber : drivePages)
+        drive->addChild(makeItem(pageTitle(pageNumber), pageNumber, deviceId));
+    if (network)
+        network->addChild(drive);
+    else
+        m_ui->MainMenuTree->addTopLevelItem(drive);
+}
+
+QTreeWidgetItem *MainContentWidget::makeItem(const QString &text, int pageNumber, int deviceId) const
+{
+    auto *item = new QTreeWidgetItem({text});
+    item->setData(0, pageRole, pageNumber);
+    item->setData(0, deviceRole, deviceId);
+    refreshIcon(item);
+    return item;
+}
+
+void MainContentWidget::refreshIcons(QTreeWidgetItem *parent)
+{
+    for (int i = 0; i < parent->childCount(); ++i) {
+        refreshIcon(parent->child(i));
+        refreshIcons(parent->child(i));
+    }
+}
+
+void MainContentWidget::refreshIcon(QTreeWidgetItem *item) const
+{
+    const int pageNumber = pageOf(item);
+    const int deviceId = deviceOf(item);
+    const bool modified = m_controller->hasModifiedParams(pageNumber, deviceId);
+    const bool active = m_controller->isAccessGranted(deviceId);
+    const int state = (modified ? 2 : 0) | (active ? 1 : 0);
+    if (item->data(0, iconStateRole) == QVariant(state))
+        return;
+    item->setData(0, iconStateRole, state);
+    item->setIcon(0, pageIcon(pageNumber, deviceId, modified, active));
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "control/maincontroller.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class AboutDialog;
+class ConnectionsDialog;
+class DeviceControlWidget;
+class DeviceSelectionDialog;
+class MainContentWidget;
+class SetPasswordDialog;
+class TopMenuWidget;
+class optionsdialog;
+
+namespace Ui {
+class MainWindow;
+}
+
+/// The top of the program: owns the controller and the long-lived dialogs, lays out the three bands of the
+/// window and holds the slots behind the menus and the tool buttons. It decides nothing about drives; every
+/// operation on them goes to the controller.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+public slots:
+    void CallConnectionsDialog();
+    void CallOptionsDialog();
+    void CallAboutDialog();
+    void CallWebbrowserHomepage();
+    void CallPdfHelpFile();
+    void CallTeamviewer();
+    void CallResetChanges();
+    void SetDefaultValues();
+    void CallFactoryReset();
+    void CallChangePassword();
+    void SaveFileAs();
+    void SaveFile();
+    void OpenFile();
+    void enableDeviceActions(Z7Device device);
+    void disableDeviceActions();
+    void setParameterFileToDevice(int deviceID);
+    void resetChanges(int deviceID);
+    void setDefault(int deviceID);
+    void sendNewPassword(int newPassword);
+
+protected:
+    /// Ends all communication, then writes the language file and the options file.
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void setActionTexts();
+    void createBands();
+    void createDialogs();
+    void connectActions();
+    void enableFileActions(bool enabled);
+
+    TopMenuWidget *m_topMenu = nullptr;
+    MainContentWidget *m_mainContent = nullptr;
+    DeviceControlWidget *m_deviceControl = nullptr;
+    ConnectionsDialog *m_connectionsDialog = nullptr;
+    DeviceSelectionDialog *m_deviceSelectionDialog = nullptr;
+    SetPasswordDialog *m_setPasswordDialog = nullptr;
+    optionsdialog *m_optionsDialog = nullptr;
+    AboutDialog *m_aboutDialog = nullptr;
+    /// Deleted after the form object and before the widgets, which are children of the window.
+    std::unique_ptr<Z7MainController> m_controller;
+    std::unique_ptr<Ui::MainWindow> m_ui;
+};

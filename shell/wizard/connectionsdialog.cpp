@@ -1,0 +1,310 @@
+#include "shell/wizard/connectionsdialog.h"
+
+#include "control/maincontroller.h"
+#include "control/services/language.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "pages/pagefactory.h"
+#include "pages/pagestyle.h"
+#include "shell/pageicon.h"
+#include "shell/wizard/confirmconnectionwizardwidget.h"
+#include "shell/wizard/introductionwizardwidget.h"
+#include "shell/wizard/scanningwizardwidget.h"
+#include "shell/wizard/scanportwizardwidget.h"
+#include "shell/wizard/setpasswordwizardwidget.h"
+#include "ui_connectionsdialog.h"
+
+#include <QSerialPortInfo>
+
+namespace {
+
+constexpr int deviceRole = Qt::UserRole;
+
+QString dialogText(const char *key, const char *defaultText)
+{
+    return languageText("DialogConnection", key, QString::fromUtf8(defaultText));
+}
+
+void setButton(QPushButton *button, const QString &text, const char *icon)
+{
+    button->setText(text);
+    button->setIcon(QIcon(QString::fromLatin1(icon)));
+}
+
+Z7Device deviceOf(const QTreeWidgetItem *row)
+{
+    return row->data(0, deviceRole).value<Z7Device>();
+}
+
+/// A drive with default fields on every port of the system, those of the preferred USB vendor at the head.
+QList<Z7Device> candidates()
+{
+    const int preferredVendor = Z7Services::instance()->options()->defaultVendorID();
+    QList<Z7Device> devices;
+    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo &port : ports) {
+        if (port.hasVendorIdentifier() && port.vendorIdentifier() == preferredVendor)
+            devices.prepend(Z7Device(port));
+        else
+            devices.append(Z7Device(port));
+    }
+    return devices;
+}
+
+} // namespace
+
+ConnectionsDialog::ConnectionsDialog(Z7MainController *controller, QWidget *parent)
+    : QDialog(parent)
+    , m_controller(controller)
+    , m_ui(std::make_unique<Ui::ConnectionsDialog>())
+{
+    m_ui->setupUi(this);
+    setFixedSize(size());
+    setTexts();
+    PageStyle::paintHeader(m_ui->TopFrame);
+    m_ui->LbConnectedDevices->setSelectionMode(QAbstractItemView::MultiSelection);
+    hideWizardButtons();
+    connectButtons();
+}
+
+ConnectionsDialog::~ConnectionsDialog() = default;
+
+Z7MainController *ConnectionsDialog::controller() const
+{
+    return m_controller;
+}
+
+void ConnectionsDialog::setTexts()
+{
+    setWindowTitle(dialogText("Title", "Verbindungseinstellungen"));
+    m_ui->LIntroduction->setText(dialogText("Introduction", ""));
+    setButton(m_ui->BtnCancel, languageText("Common", "Close", QStringLiteral("Schließen")),
+        ":/images/cancel-icon.png");
+    setButton(m_ui->BtnOK, languageText("Common", "OK", QStringLiteral("OK")), ":/images/tick-icon_24px.png");
+    setButton(m_ui->BtnRemoveConnection, dialogText("RemoveConnection", "Z7 entfernen"),
+        ":/images/remove_24px.png");
+    setButton(
+        m_ui->BtnQuickConnect, dialogText("QuickConnect", "Quickconnect"), ":images/ConnectIcon_24px.png");
+    setButton(m_ui->BtnManual, dialogText("ManualConnection", "Manuell"), ":images/USB-Connection_24px.png");
+    setButton(m_ui->BtnScanPort, dialogText("ScanPort", "Port scannen"), ":images/search-icon_24px.png");
+    setButton(
+        m_ui->BtnScanAllPorts, dialogText("ScanAllPorts", "Alle Ports scannen"), ":images/Zoom_24px.png");
+    setButton(m_ui->BtnPrevious, dialogText("PreviousButton", "Zurück"), ":/images/back-icon_24px.png");
+    setButton(m_ui->BtnNext, dialogText("NextButton", "Weiter"), ":/images/forward-icon_24px.png");
+    m_ui->LbConnectedDevices->setHeaderLabel(dialogText("CurrentConnections", "Verbindungen"));
+}
+
+void ConnectionsDialog::connectButtons()
+{
+    connect(m_ui->BtnNext, SIGNAL(clicked()), SLOT(nextWizardPage()));
+    connect(m_ui->BtnPrevious, SIGNAL(clicked()), SLOT(previousWizardPage()));
+    connect(m_ui->BtnOK, SIGNAL(clicked()), SLOT(closeDialog()));
+    connect(m_ui->BtnCancel, SIGNAL(clicked()), SLOT(close()));
+    connect(m_ui->BtnRemoveConnection, SIGNAL(clicked()), SLOT(removeSelectedConnections()));
+    connect(m_ui->BtnScanPort, SIGNAL(clicked()), SLOT(initScanPortWizard()));
+    connect(m_ui->BtnManual, SIGNAL(clicked()), SLOT(initConnectDeviceManualWizard()));
+    connect(m_ui->BtnQuickConnect, SIGNAL(clicked()), SLOT(initQuickConnectWizard()));
+    connect(m_ui->BtnScanAllPorts, SIGNAL(clicked()), SLOT(initAllPortsWizard()));
+}
+
+void ConnectionsDialog::setNavigationEnabled(bool enabled, bool okOnly)
+{
+    if (okOnly) {
+        m_ui->BtnOK->setEnabled(enabled || m_ui->LbConnectedDevices->topLevelItemCount() > 0);
+        return;
+    }
+    for (QPushButton *button : {m_ui->BtnNext, m_ui->BtnPrevious, m_ui->BtnCancel, m_ui->BtnScanPort,
+             m_ui->BtnQuickConnect, m_ui->BtnManual, m_ui->BtnScanAllPorts, m_ui->BtnRemoveConnection})
+        button->setEnabled(enabled);
+}
+
+void ConnectionsDialog::reject()
+{
+    // The escape key and the title bar are no way round the disabled buttons.
+    if (m_ui->BtnCancel->isEnabled())
+        QDialog::reject();
+}
+
+// --- the ways to connect drives
+// --------------------------------------------------------------------------------
+
+void ConnectionsDialog::initQuickConnectWizard()
+{
+    Pages pages;
+    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(true, this));
+    startWizard(std::move(pages));
+}
+
+void ConnectionsDialog::initConnectDeviceManualWizard()
+{
+    Pages pages;
+    pages.push_back(std::make_unique<ScanPortWizardWidget>(true, this));
+    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(false, this));
+    startWizard(std::move(pages));
+}
+
+void ConnectionsDialog::initScanPortWizard()
+{
+    Pages pages;
+    pages.push_back(std::make_unique<ScanPortWizardWidget>(false, this));
+    pages.push_back(std::make_unique<ScanningWizardWidget>(this));
+    pages.push_back(std::make_unique<SetPasswordWizardWidget>(this));
+    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(false, this));
+    startWizard(std::move(pages));
+}
+
+void ConnectionsDialog::initAllPortsWizard()
+{
+    Pages pages;
+    pages.push_back(std::make_unique<IntroductionWizardWidget>(
+        dialogText("ScanAllPortsIntroduction", "Mit <Weiter> werden alle verfügbaren Ports gescannt."),
+        this));
+    pages.push_back(std::make_unique<ScanningWizardWidget>(this));
+    pages.push_back(std::make_unique<SetPasswordWizardWidget>(this));
+    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(false, this));
+    startWizard(std::move(pages));
+}
+
+void ConnectionsDialog::startWizard(Pages pages)
+{
+    takeOutOfFrame();
+    m_pages = std::move(pages);
+    m_pageIndex = 0;
+    m_ui->BtnOK->setEnabled(false);
+    currentPage().setDevices(candidates());
+    m_ui->BtnPrevious->hide();
+    m_ui->BtnNext->show();
+    putInFrame(currentPage());
+    currentPage().enterPage();
+}
+
+void ConnectionsDialog::nextWizardPage()
+{
+    if (!currentPage().leavePage())
+        return;
+    const QList<Z7Device> devices = currentPage().devices();
+    if (m_pageIndex + 1 < m_pages.size()) {
+        ++m_pageIndex;
+        currentPage().setDevices(devices);
+        m_ui->BtnPrevious->show();
+        putInFrame(currentPage());
+        currentPage().enterPage();
+        return;
+    }
+    takeOutOfFrame();
+    hideWizardButtons();
+    for (const Z7Device &device : devices)
+        addOrUpdateRow(device);
+}
+
+void ConnectionsDialog::previousWizardPage()
+{
+    const QList<Z7Device> devices = currentPage().devices();
+    --m_pageIndex;
+    currentPage().setDevices(devices);
+    m_ui->BtnPrevious->setVisible(m_pageIndex > 0);
+    m_ui->BtnOK->setEnabled(false);
+    putInFrame(currentPage());
+    currentPage().enterPage();
+}
+
+bool ConnectionsDialog::hasCurrentPage() const
+{
+    return m_pageIndex < m_pages.size();
+}
+
+void ConnectionsDialog::putInFrame(IWizardWidget &page)
+{
+    takeOutOfFrame();
+    page.widget()->setParent(m_ui->WizardWidget);
+    m_ui->WizardLayout->addWidget(page.widget());
+    page.widget()->show();
+}
+
+void ConnectionsDialog::takeOutOfFrame()
+{
+    for (const auto &page : m_pages) {
+        if (page->widget()->parentWidget() == m_ui->WizardWidget)
+            page->widget()->setParent(nullptr);
+    }
+}
+
+void ConnectionsDialog::hideWizardButtons()
+{
+    m_ui->BtnPrevious->hide();
+    m_ui->BtnNext->hide();
+}
+
+// --- the list of drives
+// ----------------------------------------------------------------------------------------
+
+void ConnectionsDialog::fill(const QList<Z7Device> &devices)
+{
+    takeOutOfFrame();
+    hideWizardButtons();
+    m_ui->LbConnectedDevices->clear();
+    for (const Z7Device &device : devices)
+        addRow(device);
+}
+
+void ConnectionsDialog::addOrUpdateRow(const Z7Device &device)
+{
+    QTreeWidgetItem *row = rowOf(device.deviceId());
+    if (!row) {
+        addRow(device);
+        return;
+    }
+    Z7Device known = deviceOf(row);
+    known.copyConnectionState(device);
+    row->setData(0, deviceRole, QVariant::fromValue(known));
+}
+
+void ConnectionsDialog::addRow(const Z7Device &device)
+{
+    auto *row = new QTreeWidgetItem(m_ui->LbConnectedDevices, {deviceName(device)});
+    row->setData(0, deviceRole, QVariant::fromValue(device));
+    row->setIcon(0, pageIcon(PageNumber::DeviceStatus, device.deviceId(), false, device.accessGranted));
+}
+
+QTreeWidgetItem *ConnectionsDialog::rowOf(int deviceId) const
+{
+    for (int i = 0; i < m_ui->LbConnectedDevices->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *row = m_ui->LbConnectedDevices->topLevelItem(i);
+        if (deviceOf(row).deviceId() == deviceId)
+            return row;
+    }
+    return nullptr;
+}
+
+QList<Z7Device> ConnectionsDialog::listedDevices() const
+{
+    QList<Z7Device> devices;
+    for (int i = 0; i < m_ui->LbConnectedDevices->topLevelItemCount(); ++i)
+        devices.append(deviceOf(m_ui->LbConnectedDevices->topLevelItem(i)));
+    return devices;
+}
+
+void ConnectionsDialog::removeSelectedConnections()
+{
+    for (int i = m_ui->LbConnectedDevices->topLevelItemCount() - 1; i >= 0; --i) {
+        if (m_ui->LbConnectedDevices->topLevelItem(i)->isSelected())
+            delete m_ui->LbConnectedDevices->takeTopLevelItem(i);
+    }
+}
+
+void ConnectionsDialog::closeDialog()
+{
+    QList<Z7Device> devices = listedDevices();
+    QSet<int> listed;
+    for (const Z7Device &device : qAsConst(devices))
+        listed.insert(device.deviceId());
+    const QList<Z7Device> selected = hasCurrentPage() ? currentPage().selectedDevices() : QList<Z7Device>();
+    for (const Z7Device &device : selected) {
+        if (device.accessGranted && !listed.contains(device.deviceId())) {
+            listed.insert(device.deviceId());
+            devices.append(device);
+        }
+    }
+    m_controller->setDevices(devices);
+    close();
+}

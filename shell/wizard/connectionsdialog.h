@@ -1,0 +1,73 @@
+#pragma once
+
+#include "model/device.h"
+#include "shell/wizard/iwizardwidget.h"
+
+#include <QDialog>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+class QTreeWidgetItem;
+class Z7MainController;
+
+namespace Ui {
+class ConnectionsDialog;
+}
+
+/// Where the list of connected drives is made: a tree of the drives, and four ways to add more, each a short
+/// wizard in a frame of the same dialog. OK hands the final list to the controller.
+class ConnectionsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    ConnectionsDialog(Z7MainController *controller, QWidget *parent);
+    ~ConnectionsDialog() override;
+
+    /// Lists the drives that are connected now and takes away what is left of an earlier wizard.
+    void fill(const QList<Z7Device> &devices);
+
+    /// With `okOnly` clear: enables or disables all buttons but OK. With it set: enables OK if a drive is
+    /// listed, and otherwise as `enabled` says.
+    void setNavigationEnabled(bool enabled, bool okOnly);
+
+    /// Null once the controller has gone, which it does before this dialog.
+    Z7MainController *controller() const;
+
+public slots:
+    /// Closes the dialog, unless the buttons are disabled by a running scan.
+    void reject() override;
+
+private slots:
+    void nextWizardPage();
+    void previousWizardPage();
+    void closeDialog();
+    void removeSelectedConnections();
+    void initScanPortWizard();
+    void initConnectDeviceManualWizard();
+    void initQuickConnectWizard();
+    void initAllPortsWizard();
+
+private:
+    using Pages = std::vector<std::unique_ptr<IWizardWidget>>;
+
+    void setTexts();
+    void connectButtons();
+    void startWizard(Pages pages);
+    bool hasCurrentPage() const;
+    IWizardWidget &currentPage() const { return *m_pages.at(m_pageIndex); }
+    void putInFrame(IWizardWidget &page);
+    void takeOutOfFrame();
+    void hideWizardButtons();
+    void addOrUpdateRow(const Z7Device &device);
+    void addRow(const Z7Device &device);
+    QTreeWidgetItem *rowOf(int deviceId) const;
+    QList<Z7Device> listedDevices() const;
+
+    QPointer<Z7MainController> m_controller;
+    Pages m_pages;
+    size_t m_pageIndex = 0;
+    const std::unique_ptr<Ui::ConnectionsDialog> m_ui;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "model/device.h"
+
+#include <QList>
+
+class ConnectionsDialog;
+class QWidget;
+
+/// One page of a way to connect drives. The list of drives it works on moves from page to page.
+/// Pages do no bus work themselves: they ask the controller, through the dialog. Main thread only.
+class IWizardWidget
+{
+public:
+    virtual ~IWizardWidget() = default;
+
+    /// The page has been put into the frame.
+    virtual void enterPage();
+    /// The user wants to go on; true lets the wizard do so.
+    virtual bool leavePage();
+    /// The drives that the page has ready to be taken over.
+    virtual QList<Z7Device> selectedDevices() = 0;
+
+    /// Enables or disables the dialog's buttons; with `okOnly` the OK button alone.
+    void setNavigationEnabled(bool enabled, bool okOnly);
+
+    const QList<Z7Device> &devices() const { return m_devices; }
+    void setDevices(const QList<Z7Device> &devices) { m_devices = devices; }
+    QWidget *widget() const { return m_widget; }
+
+protected:
+    /// Neither is owned: `widget` is the page itself, and the dialog owns the page.
+    IWizardWidget(QWidget *widget, ConnectionsDialog *dialog);
+
+    QList<Z7Device> m_devices;
+    QWidget *const m_widget;
+    ConnectionsDialog *const m_dialog;
+};

@@ -1,0 +1,150 @@
+#include "shell/wizard/scanningwizardwidget.h"
+
+#include "control/maincontroller.h"
+#include "control/services/language.h"
+#include "pages/pagestyle.h"
+#include "shell/wizard/connectionsdialog.h"
+#include "shell/wizard/wizardrows.h"
+#include "ui_scanningwizardwidget.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int pauseBetweenPortsMs = 200;
+constexpr int stretch = 100;
+
+QString dialogText(const char *key, const char *defaultText)
+{
+    return languageText("DialogConnection", key, QString::fromUtf8(defaultText));
+}
+
+} // namespace
+
+ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
+    : IWizardWidget(this, dialog)
+    , m_ui(std::make_unique<Ui::ScanningWizardWidget>())
+{
+    m_ui->setupUi(this);
+}
+
+ScanningWizardWidget::~ScanningWizardWidget()
+{
+    if (Z7MainController *controller = m_dialog->controller())
+        controller->removeCallback(this);
+}
+
+void ScanningWizardWidget::enterPage()
+{
+    WizardRows::removeRows(m_ui->verticalLayout_3);
+    m_rows.clear();
+    m_foundDevices.clear();
+    for (const Z7Device &device : qAsConst(m_devices))
+        addRow(device);
+    m_aborted = false;
+    m_currentPort = 0;
+    // Without a port there is nothing to wait for.
+    if (m_rows.isEmpty())
+        return;
+    setNavigationEnabled(false, false);
+    announceScan();
+}
+
+void ScanningWizardWidget::addRow(const Z7Device &device)
+{
+    QHBoxLayout *layout = WizardRows::addRow(m_ui->verticalLayout_3);
+    WizardRows::addLabel(layout, device.portInfo.portName() + QStringLiteral(": "))
+        ->setFont(WizardRows::boldFont());
+    Row row {};
+    row.progress = new QProgressBar;
+    row.progress->setFixedHeight(WizardRows::statusHeight);
+    row.progress->hide();
+    layout->addWidget(row.progress);
+    row.status = WizardRows::addLabel(layout, QStringLiteral(" "));
+    row.text = WizardRows::addLabel(layout, QStringLiteral(" "));
+    WizardRows::addLabel(layout, QStringLiteral(" "));
+    row.abort = new QPushButton(QIcon(QStringLiteral(":/images/cancel-icon.png")),
+        languageText("Common", "Abort", QStringLiteral("Abbrechen")));
+    row.abort->hide();
+    connect(row.abort, SIGNAL(clicked()), SLOT(abortScanning()));
+    layout->addWidget(row.abort);
+    layout->addStretch(stretch);
+    m_rows.append(row);
+}
+
+void ScanningWizardWidget::announceScan()
+{
+    m_rows.at(m_currentPort).text->setText(dialogText("Scanning", "Scanning..."));
+    QTimer::singleShot(pauseBetweenPortsMs, this, SLOT(scanDevice()));
+}
+
+void ScanningWizardWidget::scanDevice()
+{
+    m_scanning = true;
+    m_dialog->controller()->scanDevice(m_devices.at(m_currentPort), this);
+}
+
+void ScanningWizardWidget::abortScanning()
+{
+    m_aborted = true;
+    m_dialog->controller()->cancelCommunication();
+}
+
+void ScanningWizardWidget::transactionStarted(int maxProgress, const Z7Device &device)
+{
+    Q_UNUSED(device)
+    const Row &row = m_rows.at(m_currentPort);
+    row.progress->show();
+    row.abort->show();
+    row.progress->setMaximum(maxProgress);
+}
+
+void ScanningWizardWidget::transactionProgress()
+{
+    QProgressBar *progress = m_rows.at(m_currentPort).progress;
+    progress->setValue(progress->value() + 1);
+}
+
+void ScanningWizardWidget::DeviceUpdate(const Z7Device &device)
+{
+    if (device.isConnected())
+        m_foundDevices.append(device);
+    const int found = countFoundOnPort(device.portInfo.portName());
+    const Row &row = m_rows.at(m_currentPort);
+    row.text->setText(dialogText("NDevicesFound", "%1 Gerät(e) erkannt").arg(found));
+    row.status->setPixmap(
+        PageStyle::smallPixmap(found > 0 ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
+}
+
+int ScanningWizardWidget::countFoundOnPort(const QString &portName) const
+{
+    return static_cast<int>(std::count_if(m_foundDevices.cbegin(), m_foundDevices.cend(),
+        [&portName](const Z7Device &device) { return device.portInfo.portName() == portName; }));
+}
+
+void ScanningWizardWidget::transactionTerminated()
+{
+    const Row &row = m_rows.at(m_currentPort);
+    row.progress->hide();
+    row.abort->hide();
+    if (!m_aborted && m_currentPort + 1 < m_rows.size()) {
+        ++m_currentPort;
+        announceScan();
+        return;
+    }
+    m_scanning = false;
+    setNavigationEnabled(true, false);
+}
+
+bool ScanningWizardWidget::leavePage()
+{
+    if (m_scanning)
+        return false;
+    m_devices = m_foundDevices;
+    return !m_devices.isEmpty();
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "pages/idevicedatacallback.h"
+#include "shell/wizard/iwizardwidget.h"
+
+#include <QVector>
+#include <QWidget>
+
+#include <memory>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace Ui {
+class ScanningWizardWidget;
+}
+
+/// Sweeps the ports of the list for drives, one port after the other, and leaves the list with the drives
+/// found. A scan that finds nothing keeps the wizard here.
+class ScanningWizardWidget : public QWidget, public IDeviceDataCallback, public IWizardWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ScanningWizardWidget(ConnectionsDialog *dialog);
+    ~ScanningWizardWidget() override;
+
+    void enterPage() override;
+    bool leavePage() override;
+    QList<Z7Device> selectedDevices() override { return {}; }
+
+    void DeviceUpdate(const Z7Device &device) override;
+    void transactionStarted(int maxProgress, const Z7Device &device) override;
+    void transactionTerminated() override;
+    void transactionProgress() override;
+
+private slots:
+    void scanDevice();
+    void abortScanning();
+
+private:
+    struct Row
+    {
+        QProgressBar *progress;
+        QPushButton *abort;
+        QLabel *text;
+        QLabel *status;
+    };
+
+    void addRow(const Z7Device &device);
+    void announceScan();
+    int countFoundOnPort(const QString &portName) const;
+
+    bool m_scanning = false;
+    bool m_aborted = false;
+    QVector<Row> m_rows; ///< one per port; the widgets belong to the form
+    int m_currentPort = 0;
+    QList<Z7Device> m_foundDevices;
+    const std::unique_ptr<Ui::ScanningWizardWidget> m_ui;
+};

@@ -1,0 +1,79 @@
+#include "shell/wizard/scanportwizardwidget.h"
+
+#include "control/services/language.h"
+#include "ui_scanportwizardwidget.h"
+
+#include <QIntValidator>
+
+Q_DECLARE_METATYPE(QSerialPortInfo)
+
+namespace {
+
+constexpr int lowestAddress = 1;
+constexpr int highestAddress = 255;
+
+QString dialogText(const char *key, const char *defaultText)
+{
+    return languageText("DialogConnection", key, QString::fromUtf8(defaultText));
+}
+
+/// "ttyUSB0 [busy] (USB adapter) - 1027": what helps a person to tell the ports apart.
+QString portText(const QSerialPortInfo &port)
+{
+    QString text = port.portName();
+    if (port.isBusy())
+        text += QStringLiteral(" [busy]");
+    text += QStringLiteral(" (") + port.description() + QStringLiteral(")");
+    if (port.hasVendorIdentifier())
+        text += QStringLiteral(" - ") + QString::number(port.vendorIdentifier());
+    return text;
+}
+
+} // namespace
+
+ScanPortWizardWidget::ScanPortWizardWidget(bool manual, ConnectionsDialog *dialog)
+    : IWizardWidget(this, dialog)
+    , m_manual(manual)
+    , m_ui(std::make_unique<Ui::ScanPortWizardWidget>())
+{
+    m_ui->setupUi(this);
+    m_ui->LPort->setText(dialogText("Port", "Port"));
+    m_ui->LAdress->setText(dialogText("Adress", "Adresse"));
+    m_ui->LPassword->setText(dialogText("Password", "Passwort"));
+    m_ui->BtnScanPorts->setIcon(QIcon(QStringLiteral(":/images/refresh-icon.png")));
+    connect(m_ui->BtnScanPorts, SIGNAL(clicked()), SLOT(updatePorts()));
+    m_ui->EdAdress->setValidator(new QIntValidator(lowestAddress, highestAddress, this));
+    m_ui->EdAdress->setText(QString::number(lowestAddress));
+    m_ui->EdPassword->setValidator(new QIntValidator(this));
+    m_ui->EdPassword->setText(QStringLiteral("0"));
+    for (QWidget *widget : {static_cast<QWidget *>(m_ui->LAdress), static_cast<QWidget *>(m_ui->EdAdress),
+             static_cast<QWidget *>(m_ui->LPassword), static_cast<QWidget *>(m_ui->EdPassword)})
+        widget->setVisible(manual);
+}
+
+ScanPortWizardWidget::~ScanPortWizardWidget() = default;
+
+void ScanPortWizardWidget::enterPage()
+{
+    updatePorts();
+}
+
+void ScanPortWizardWidget::updatePorts()
+{
+    m_ui->cbPorts->clear();
+    for (const Z7Device &device : qAsConst(m_devices))
+        m_ui->cbPorts->addItem(portText(device.portInfo), QVariant::fromValue(device.portInfo));
+}
+
+bool ScanPortWizardWidget::leavePage()
+{
+    if (m_ui->cbPorts->currentIndex() < 0)
+        return false;
+    Z7Device device(m_ui->cbPorts->currentData().value<QSerialPortInfo>());
+    if (m_manual) {
+        device.assignAddress(m_ui->EdAdress->text().toInt());
+        device.setPassword(m_ui->EdPassword->text().toInt());
+    }
+    m_devices = {device};
+    return true;
+}

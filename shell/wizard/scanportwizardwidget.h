@@ -1,0 +1,33 @@
+#pragma once
+
+#include "shell/wizard/iwizardwidget.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class ScanPortWizardWidget;
+}
+
+/// Lets the user choose a port and, on the manual way, an address and a password. It leaves the list with
+/// exactly one drive. The ports are those that the wizard was started with.
+class ScanPortWizardWidget : public QWidget, public IWizardWidget
+{
+    Q_OBJECT
+
+public:
+    ScanPortWizardWidget(bool manual, ConnectionsDialog *dialog);
+    ~ScanPortWizardWidget() override;
+
+    void enterPage() override;
+    bool leavePage() override;
+    QList<Z7Device> selectedDevices() override { return {}; }
+
+private slots:
+    void updatePorts();
+
+private:
+    const bool m_manual;
+    const std::unique_ptr<Ui::ScanPortWizardWidget> m_ui;
+};

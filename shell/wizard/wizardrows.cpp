@@ -1,0 +1,48 @@
+#include "shell/wizard/wizardrows.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+#include <memory>
+
+namespace WizardRows {
+
+namespace {
+
+constexpr int rowMargin = 2;
+
+} // namespace
+
+QHBoxLayout *addRow(QBoxLayout *rows)
+{
+    auto *holder = new QWidget;
+    auto *row = new QHBoxLayout(holder);
+    row->setMargin(rowMargin);
+    row->setSpacing(rowMargin);
+    rows->addWidget(holder);
+    return row;
+}
+
+void removeRows(QBoxLayout *rows)
+{
+    while (const std::unique_ptr<QLayoutItem> item {rows->takeAt(0)})
+        delete item->widget();
+}
+
+QLabel *addLabel(QHBoxLayout *row, const QString &text)
+{
+    auto *label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
+    row->addWidget(label);
+    return label;
+}
+
+QFont boldFont()
+{
+    QFont font;
+    font.setWeight(QFont::Bold);
+    return font;
+}
+
+} // namespace WizardRows

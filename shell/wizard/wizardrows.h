@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QFont>
+
+class QBoxLayout;
+class QHBoxLayout;
+class QLabel;
+
+/// The rows in which the wizard's pages list ports and drives.
+namespace WizardRows {
+
+constexpr int statusHeight = 16;
+
+/// Adds an empty row at the end of `rows`; the widget that holds it belongs to the layout's widget.
+QHBoxLayout *addRow(QBoxLayout *rows);
+/// Takes all rows out and deletes them.
+void removeRows(QBoxLayout *rows);
+/// Adds a label of one line to a row. Its text is shown as it stands, whatever a port calls itself.
+QLabel *addLabel(QHBoxLayout *row, const QString &text);
+
+QFont boldFont();
+
+} // namespace WizardRows
