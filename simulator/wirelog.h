@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArray>
+#include <QVector>
+#include <deque>
+
+namespace z7sim {
+
+/// One thing that was seen on the wire.
+struct WireEntry
+{
+    enum Direction {
+        Request, ///< a whole request, at the moment its last byte reached the pseudo terminal
+        Reply, ///< bytes of a drive, at the moment the last of them was on the wire
+        Dropped, ///< bytes of the master that made no request
+    };
+    qint64 us = 0; ///< monotonic time in microseconds
+    Direction direction = Request;
+    QByteArray bytes;
+    int address = -1; ///< bus address of the request or of the answering drive, -1 for none
+};
+
+/// The newest entries of the wire, oldest first; what is beyond the limit is forgotten.
+class WireLog
+{
+public:
+    static constexpr std::size_t Limit = 200000;
+
+    void append(const WireEntry &entry)
+    {
+        entries_.push_back(entry);
+        if (entries_.size() > Limit)
+            entries_.pop_front();
+    }
+    void clear() { entries_.clear(); }
+    QVector<WireEntry> entries() const { return QVector<WireEntry>(entries_.begin(), entries_.end()); }
+
+private:
+    std::deque<WireEntry> entries_;
+};
+
+} // namespace z7sim
