@@ -72,8 +72,6 @@ QString languageText(const char *section, const char *key, const QString &defaul
 
 QString definitionText(const QString &text)
 {
-    if (text.isEmpty())
-        return text;
     return Z7Services::instance()->language()->text(QStringLiteral("ParamDefinition"), text, text);
 }
 

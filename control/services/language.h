@@ -31,7 +31,7 @@ private:
 QString languageText(const char *section, const char *key, const QString &defaultText);
 
 /// The translation of a text of the parameter definitions (a name, a unit, an option), which is its own key
-/// and default. An empty text stays empty.
+/// and default. An empty one is looked up as well; the file keeps it outside of the sections.
 QString definitionText(const QString &text);
 
 /// Title of the page of that number, 0 to 16; "n/a", without a look-up, for any other.

@@ -1,0 +1,260 @@
+// The texts of the language in force: a table that fills itself and is written back at the end of a run.
+
+#include "control/services/language.h"
+#include "control/services/services.h"
+#include "tests/services/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+const QString fileName = QStringLiteral("deutsch.z7lang");
+
+void writeFile(const QByteArray &content)
+{
+    WorkingFolder::write(fileName, content);
+}
+
+/// What the file holds after the program's normal end.
+QByteArray fileAfterTheEnd()
+{
+    Z7Services::shutdown();
+    return WorkingFolder::read(fileName);
+}
+
+QString utf8(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+} // namespace
+
+class TestLanguage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup();
+
+    void aTextWithoutFileIsItsDefaultAndIsWrittenAtTheEnd();
+    void theFirstDefaultWins();
+    void oneKeyInTwoSectionsMakesTwoTexts();
+    void keysDifferInCase();
+    void theFileBeatsTheDefault();
+    void anEmptyTextOfTheFileStaysEmpty();
+    void anUnquotedCommaMakesAnEmptyText();
+    void aQuotedCommaIsPartOfTheText();
+    void keysOutsideOfSectionsAreNotTaken();
+    void umlautsSurviveAndAreEscapedInTheFile();
+    void aTextNoLongerAskedForSurvivesARun();
+    void anotherLanguageIsReadFromItsOwnFile();
+    void theFileIsReadOnceInARun();
+
+    void aDefinitionTextIsItsOwnKeyAndDefault();
+    void aUnitWithASlashKeepsItsTranslation();
+    void anEmptyUnitStaysEmptyAndStandsOutsideOfTheSections();
+
+    void eachPageHasItsTitle_data();
+    void eachPageHasItsTitle();
+    void aTitleCanBeTranslated();
+    void anyOtherPageHasNoTitleAndMakesNoLookUp_data();
+    void anyOtherPageHasNoTitleAndMakesNoLookUp();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestLanguage::cleanup()
+{
+    Z7Services::shutdown();
+    m_folder.reset();
+}
+
+void TestLanguage::aTextWithoutFileIsItsDefaultAndIsWrittenAtTheEnd()
+{
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
+    QVERIFY(!QFile::exists(fileName));
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nOK=OK\n"));
+}
+
+void TestLanguage::theFirstDefaultWins()
+{
+    languageText("Common", "Cancel", QStringLiteral("Beenden"));
+    QCOMPARE(languageText("Common", "Cancel", QStringLiteral("Abbrechen")), QStringLiteral("Beenden"));
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nCancel=Beenden\n"));
+}
+
+void TestLanguage::oneKeyInTwoSectionsMakesTwoTexts()
+{
+    languageText("DialogRS485", "Title", QStringLiteral("RS485"));
+    QCOMPARE(languageText("DialogOutput", "Title", QStringLiteral("Aus")), QStringLiteral("Aus"));
+}
+
+void TestLanguage::keysDifferInCase()
+{
+    writeFile("[Common]\nok=klein\n");
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
+    QCOMPARE(languageText("common", "ok", QStringLiteral("x")), QStringLiteral("x"));
+    QCOMPARE(languageText("Common", "ok", QStringLiteral("x")), QStringLiteral("klein"));
+}
+
+void TestLanguage::theFileBeatsTheDefault()
+{
+    writeFile("[Common]\nOK=Fine\n");
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("Fine"));
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nOK=Fine\n"));
+}
+
+void TestLanguage::anEmptyTextOfTheFileStaysEmpty()
+{
+    writeFile("[Common]\nOK=\n");
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QString());
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nOK=\n"));
+}
+
+void TestLanguage::anUnquotedCommaMakesAnEmptyText()
+{
+    writeFile("[Common]\nWriteAnyway=Yes, write\n");
+    QCOMPARE(languageText("Common", "WriteAnyway", QStringLiteral("Trotzdem schreiben?")), QString());
+}
+
+void TestLanguage::aQuotedCommaIsPartOfTheText()
+{
+    writeFile("[Common]\nWriteAnyway=\"Yes, write\"\n");
+    QCOMPARE(languageText("Common", "WriteAnyway", QStringLiteral("Trotzdem schreiben?")),
+        QStringLiteral("Yes, write"));
+}
+
+void TestLanguage::keysOutsideOfSectionsAreNotTaken()
+{
+    writeFile("OK=before any section\n\n[General]\nCommon=general\n");
+    const Z7Language *language = Z7Services::instance()->language();
+    Q_UNUSED(language)
+    QCOMPARE(languageText("", "OK", QStringLiteral("x")), QStringLiteral("x"));
+    QCOMPARE(languageText("General", "Common", QStringLiteral("x")), QStringLiteral("x"));
+}
+
+void TestLanguage::umlautsSurviveAndAreEscapedInTheFile()
+{
+    const QString text = utf8("Größe ändern: 5 µm ≤ Ω");
+    languageText("Common", "Size", text);
+    const QByteArray content = fileAfterTheEnd();
+    QVERIFY2(content.contains("Gr\\xf6\\xdf"), content);
+    QCOMPARE(languageText("Common", "Size", QStringLiteral("x")), text);
+}
+
+void TestLanguage::aTextNoLongerAskedForSurvivesARun()
+{
+    writeFile("[Common]\nForgotten=Vergessen\n\n[DialogGone]\nA\\B=tief\nTitle=Weg\n");
+    languageText("Common", "OK", QStringLiteral("OK"));
+    QCOMPARE(fileAfterTheEnd(),
+        QByteArray("[Common]\nForgotten=Vergessen\nOK=OK\n\n[DialogGone]\nA\\B=tief\nTitle=Weg\n"));
+}
+
+void TestLanguage::anotherLanguageIsReadFromItsOwnFile()
+{
+    writeFile("[Common]\nYes=Ja\n");
+    WorkingFolder::write(QStringLiteral("english.z7lang"), "[Common]\nYes=Yes\n");
+    WorkingFolder::write(QStringLiteral("Z7Properties.ini"), "[OPTIONS]\nlanguage=english\n");
+    QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Yes"));
+    languageText("Common", "No", QStringLiteral("Nein"));
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nYes=Ja\n"));
+    QCOMPARE(
+        WorkingFolder::read(QStringLiteral("english.z7lang")), QByteArray("[Common]\nNo=Nein\nYes=Yes\n"));
+}
+
+void TestLanguage::theFileIsReadOnceInARun()
+{
+    languageText("Common", "OK", QStringLiteral("OK"));
+    writeFile("[Common]\nYes=Yes\n");
+    QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Ja"));
+}
+
+void TestLanguage::aDefinitionTextIsItsOwnKeyAndDefault()
+{
+    QCOMPARE(definitionText(QStringLiteral("Drehzahl")), QStringLiteral("Drehzahl"));
+    Z7Services::shutdown();
+    QCOMPARE(WorkingFolder::read(fileName), QByteArray("[ParamDefinition]\nDrehzahl=Drehzahl\n"));
+    writeFile("[ParamDefinition]\nDrehzahl=speed\n");
+    QCOMPARE(definitionText(QStringLiteral("Drehzahl")), QStringLiteral("speed"));
+}
+
+void TestLanguage::aUnitWithASlashKeepsItsTranslation()
+{
+    QCOMPARE(definitionText(QStringLiteral("1/min")), QStringLiteral("1/min"));
+    Z7Services::shutdown();
+    writeFile(WorkingFolder::read(fileName).replace("=1/min", "=rpm"));
+    QCOMPARE(definitionText(QStringLiteral("1/min")), QStringLiteral("rpm"));
+}
+
+void TestLanguage::anEmptyUnitStaysEmptyAndStandsOutsideOfTheSections()
+{
+    QCOMPARE(definitionText(QString()), QString());
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[General]\nParamDefinition=\n"));
+}
+
+void TestLanguage::eachPageHasItsTitle_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QString>("title");
+
+    int page = 0;
+    const auto row = [&page](const char *section, const char *title) {
+        QTest::newRow(section) << page++ << QString::fromLatin1(section) << utf8(title);
+    };
+    row("DialogNetworkStatus", "Z7-Netzwerk");
+    row("DialogDeviceStatus", "Z7-Motorstatus");
+    row("DialogSpeedRegulation", "Regelung");
+    row("DialogAcceleration", "Dynamik");
+    row("DialogCurrentLimits", "Stromgrenzen");
+    row("DialogFixedResolutions", "Festdrehzahlen");
+    row("DialogPositioning", "Positionierung");
+    row("DialogOutput", "Digitale Ausgänge");
+    row("DialogOperationsMode", "Betriebsmodus");
+    row("DialogParamTable", "Parametertabelle");
+    row("DialogFirmwareUpdate", "Firmware update");
+    row("DialogValueCalibrationRotations", "Sollwertskalierung Drehzahl");
+    row("DialogValueCalibrationCurrent", "Sollwertskalierung Strom");
+    row("DialogFixResistance", "Ballastwiderstand");
+    row("DialogVoltageLimits", "Spannungsgrenzen");
+    row("DialogRS485", "RS485");
+    row("DialogRemoteControl", "Fernsteuerung");
+}
+
+void TestLanguage::eachPageHasItsTitle()
+{
+    QFETCH(int, page);
+    QFETCH(QString, section);
+    QFETCH(QString, title);
+    QCOMPARE(pageTitle(page), title);
+    // The look-up has left the title under its key, so another default no longer counts.
+    QCOMPARE(languageText(qPrintable(section), "Title", QStringLiteral("x")), title);
+}
+
+void TestLanguage::aTitleCanBeTranslated()
+{
+    writeFile("[DialogNetworkStatus]\nTitle=Network\n");
+    QCOMPARE(pageTitle(0), QStringLiteral("Network"));
+}
+
+void TestLanguage::anyOtherPageHasNoTitleAndMakesNoLookUp_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("behind the last one") << 17;
+    QTest::newRow("no page") << -1;
+}
+
+void TestLanguage::anyOtherPageHasNoTitleAndMakesNoLookUp()
+{
+    QFETCH(int, page);
+    QCOMPARE(pageTitle(page), QStringLiteral("n/a"));
+    Z7Services::shutdown();
+    QVERIFY(!QFile::exists(fileName));
+}
+
+QTEST_APPLESS_MAIN(TestLanguage)
+#include "tst_language.moc"

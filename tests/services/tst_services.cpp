@@ -1,0 +1,147 @@
+// The process-wide object: what comes into being when, and what the program's normal end leaves in its
+// folder.
+
+#include "control/services/language.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "tests/services/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+namespace {
+
+const QString optionsFile = QStringLiteral("Z7Properties.ini");
+const QString languageFile = QStringLiteral("deutsch.z7lang");
+
+/// Notes the files of a folder in the order in which they get their final content.
+class WrittenFiles
+{
+public:
+    explicit WrittenFiles(const QString &folder)
+    {
+        inotify_add_watch(m_events, qPrintable(folder), IN_CREATE | IN_MOVED_TO);
+    }
+    ~WrittenFiles() { close(m_events); }
+    Q_DISABLE_COPY(WrittenFiles)
+
+    /// Those of the two files that were written, without the temporary ones beside them.
+    QStringList names() const
+    {
+        alignas(inotify_event) char buffer[4096];
+        const ssize_t size = read(m_events, buffer, sizeof buffer);
+        QStringList names;
+        for (ssize_t at = 0; at < size;) {
+            const auto *event = reinterpret_cast<const inotify_event *>(buffer + at);
+            const QString name = QString::fromLocal8Bit(event->name);
+            if (name == optionsFile || name == languageFile)
+                names.append(name);
+            at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+        }
+        return names;
+    }
+
+private:
+    int m_events = inotify_init1(IN_NONBLOCK);
+};
+
+} // namespace
+
+class TestServices : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup();
+
+    void thereIsOneObjectOfEachKind();
+    void theFirstTextReadsTheOptions();
+    void nothingIsWrittenBeforeTheEnd();
+    void theEndWritesTheLanguageBeforeTheOptions();
+    void aRunWithoutATextWritesNoLanguageFile();
+    void anEndWithoutABeginningIsHarmless();
+    void theNextRunReadsWhatTheLastOneWrote();
+    void aNewLanguageWaitsForTheNextRun();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestServices::cleanup()
+{
+    Z7Services::shutdown();
+    m_folder.reset();
+}
+
+void TestServices::thereIsOneObjectOfEachKind()
+{
+    Z7Services *services = Z7Services::instance();
+    QCOMPARE(Z7Services::instance(), services);
+    QCOMPARE(services->options(), services->options());
+    QCOMPARE(services->language(), services->language());
+}
+
+void TestServices::theFirstTextReadsTheOptions()
+{
+    languageText("Common", "OK", QStringLiteral("OK"));
+    WorkingFolder::write(optionsFile, "[OPTIONS]\ntimeout=1\n");
+    QCOMPARE(Z7Services::instance()->options()->timeout(), 140);
+}
+
+void TestServices::nothingIsWrittenBeforeTheEnd()
+{
+    languageText("Common", "OK", QStringLiteral("OK"));
+    Z7Services::instance()->options()->setTimeout(200);
+    QVERIFY(QDir().entryList(QDir::Files | QDir::Hidden).isEmpty());
+}
+
+void TestServices::theEndWritesTheLanguageBeforeTheOptions()
+{
+    languageText("Common", "OK", QStringLiteral("OK"));
+    Z7Services::instance()->options()->timeout();
+    const WrittenFiles written(m_folder->path());
+    Z7Services::shutdown();
+    QCOMPARE(written.names(), QStringList({languageFile, optionsFile}));
+    QCOMPARE(WorkingFolder::read(languageFile), QByteArray("[Common]\nOK=OK\n"));
+    QCOMPARE(WorkingFolder::read(optionsFile), QByteArray("[OPTIONS]\nlanguage=deutsch\ntimeout=140\n"));
+}
+
+void TestServices::aRunWithoutATextWritesNoLanguageFile()
+{
+    Z7Services::instance()->options()->timeout();
+    Z7Services::shutdown();
+    QVERIFY(!QFile::exists(languageFile));
+    QCOMPARE(WorkingFolder::read(optionsFile), QByteArray("[OPTIONS]\ntimeout=140\n"));
+}
+
+void TestServices::anEndWithoutABeginningIsHarmless()
+{
+    Z7Services::shutdown();
+    Z7Services::shutdown();
+    QVERIFY(QDir().entryList(QDir::Files | QDir::Hidden).isEmpty());
+}
+
+void TestServices::theNextRunReadsWhatTheLastOneWrote()
+{
+    Z7Services::instance()->options()->setPollingInterval(250);
+    Z7Services::shutdown();
+    QCOMPARE(Z7Services::instance()->options()->pollingInterval(), 250);
+}
+
+void TestServices::aNewLanguageWaitsForTheNextRun()
+{
+    WorkingFolder::write(QStringLiteral("english.z7lang"), "[Common]\nYes=Yes\n");
+    QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Ja"));
+    Z7Services::instance()->options()->setLanguage(QStringLiteral("english"));
+    QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Ja"));
+    Z7Services::shutdown();
+    QCOMPARE(WorkingFolder::read(languageFile), QByteArray("[Common]\nYes=Ja\n"));
+    QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Yes"));
+}
+
+QTEST_APPLESS_MAIN(TestServices)
+#include "tst_services.moc"

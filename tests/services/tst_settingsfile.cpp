@@ -1,0 +1,248 @@
+// Options and language files as a person or a failing disk may leave them: never a crash, never a lost text.
+
+#include "control/services/language.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "tests/services/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+#include <unistd.h>
+
+namespace {
+
+const QString optionsFile = QStringLiteral("Z7Properties.ini");
+const QString languageFile = QStringLiteral("deutsch.z7lang");
+const QString damagedSuffix = QStringLiteral(".damaged");
+
+/// The program from its start to its normal end, without drives.
+void runProgram()
+{
+    Z7Services::instance()->options()->timeout();
+    languageText("Common", "OK", QStringLiteral("OK"));
+    Z7Services::shutdown();
+}
+
+/// Gives up root's right to write everywhere for as long as it lives.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser()
+    {
+        if (m_before == 0 && seteuid(nobody) != 0)
+            qFatal("cannot become an ordinary user");
+    }
+    ~OrdinaryUser()
+    {
+        if (seteuid(m_before) != 0)
+            qFatal("cannot become root again");
+    }
+    Q_DISABLE_COPY(OrdinaryUser)
+
+private:
+    static constexpr uid_t nobody = 65534;
+    uid_t m_before = geteuid();
+};
+
+constexpr QFile::Permissions readable =
+    QFile::ReadOwner | QFile::ReadUser | QFile::ReadGroup | QFile::ReadOther;
+constexpr QFile::Permissions writable =
+    QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+constexpr QFile::Permissions searchable =
+    QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther;
+
+void addFileColumns()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QByteArray>("content");
+}
+
+} // namespace
+
+class TestSettingsFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup();
+
+    void aDamagedFileIsKeptBesideTheNewOne_data();
+    void aDamagedFileIsKeptBesideTheNewOne();
+    void theGoodLinesOfADamagedFileCount();
+    void aSoundFileLeavesNoCopy_data();
+    void aSoundFileLeavesNoCopy();
+    void aTextWithAnUnquotedCommaSurvivesARun();
+    void aFileWithAUtf8MarkKeepsItsUmlauts();
+    void aFileCutOffInATextKeepsTheTextsBefore();
+    void aFileOfMoreThan16MegabytesIsNeitherReadNorChanged_data();
+    void aFileOfMoreThan16MegabytesIsNeitherReadNorChanged();
+    void aFolderOfThatNameIsLeftAlone();
+    void aReadOnlyFileStaysAsItIs();
+    void aReadOnlyFolderStaysAsItIs();
+    void aFileThatMayNotBeReadIsNotReplaced();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestSettingsFile::cleanup()
+{
+    Z7Services::shutdown();
+    m_folder.reset();
+}
+
+void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne_data()
+{
+    addFileColumns();
+    const auto rows = [](const char *name, const QByteArray &content) {
+        QTest::addRow("options: %s", name) << optionsFile << content;
+        QTest::addRow("language: %s", name) << languageFile << content;
+    };
+    rows("lines that are no INI", "[OPTIONS]\nnotes of the commissioning\ntimeout=99\n");
+    rows("lines that are no INI outside of a section", "notes of the commissioning\n[Common]\nOK=Fine\n");
+    rows("a section that does not end", "[Common\nOK=Fine\n");
+    rows("cut off in a section's name", "[Common]\nOK=Fine\n\n[Dia");
+    rows("binary with NULs", QByteArray::fromHex("7F 45 4C 46 00 01 0A FF FE 00 5B 78 00 3D 0A 00"));
+    rows("a NUL in a value", QByteArray("[OPTIONS]\ntimeout=9") + '\0' + "9\n");
+    rows("nothing but NULs", QByteArray(4096, '\0'));
+}
+
+void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QByteArray, content);
+    WorkingFolder::write(fileName, content);
+    runProgram();
+    QCOMPARE(WorkingFolder::read(fileName + damagedSuffix), content);
+    QVERIFY(WorkingFolder::read(optionsFile).contains("timeout="));
+    QVERIFY(WorkingFolder::read(languageFile).contains("OK="));
+}
+
+void TestSettingsFile::theGoodLinesOfADamagedFileCount()
+{
+    WorkingFolder::write(optionsFile, "[OPTIONS]\nnotes of the commissioning\ntimeout=99\n");
+    QCOMPARE(Z7Services::instance()->options()->timeout(), 99);
+}
+
+void TestSettingsFile::aSoundFileLeavesNoCopy_data()
+{
+    addFileColumns();
+    QTest::newRow("empty") << optionsFile << QByteArray();
+    QTest::newRow("as the program writes it") << optionsFile << QByteArray("[OPTIONS]\ntimeout=99\n");
+    QTest::newRow("with a comment") << optionsFile << QByteArray("; slow adapter\n[OPTIONS]\ntimeout=99\n");
+    QTest::newRow("with Windows line ends") << optionsFile << QByteArray("[OPTIONS]\r\ntimeout=99\r\n");
+    QTest::newRow("cut off in a value") << optionsFile << QByteArray("[OPTIONS]\ntimeout=9");
+    QTest::newRow("with a UTF-8 mark") << languageFile << QByteArray("\xEF\xBB\xBF[Common]\nOK=Fine\n");
+}
+
+void TestSettingsFile::aSoundFileLeavesNoCopy()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QByteArray, content);
+    WorkingFolder::write(fileName, content);
+    runProgram();
+    QVERIFY(!QFile::exists(fileName + damagedSuffix));
+}
+
+void TestSettingsFile::aTextWithAnUnquotedCommaSurvivesARun()
+{
+    const QByteArray content = "[Common]\nOK=OK\nWriteAnyway=Yes, write\n";
+    WorkingFolder::write(languageFile, content);
+    QCOMPARE(languageText("Common", "WriteAnyway", QStringLiteral("Trotzdem schreiben?")), QString());
+    languageText("Common", "Yes", QStringLiteral("Ja")); // a new text, so that the file is written
+    Z7Services::shutdown();
+    QCOMPARE(WorkingFolder::read(languageFile), content + "Yes=Ja\n");
+}
+
+void TestSettingsFile::aFileWithAUtf8MarkKeepsItsUmlauts()
+{
+    WorkingFolder::write(languageFile, "\xEF\xBB\xBF[Common]\nSize=Größe\n");
+    QCOMPARE(languageText("Common", "Size", QString()), QString::fromUtf8("Größe"));
+    runProgram();
+    QCOMPARE(WorkingFolder::read(languageFile), QByteArray("[Common]\nOK=OK\nSize=Gr\\xf6\\xdf\\x65\n"));
+}
+
+void TestSettingsFile::aFileCutOffInATextKeepsTheTextsBefore()
+{
+    WorkingFolder::write(languageFile, "[Common]\nOK=Fine\n\n[DialogRS485]\nTitle=\"Seri");
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("Fine"));
+    runProgram();
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("Fine"));
+}
+
+void TestSettingsFile::aFileOfMoreThan16MegabytesIsNeitherReadNorChanged_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::newRow("options") << optionsFile;
+    QTest::newRow("language") << languageFile;
+}
+
+void TestSettingsFile::aFileOfMoreThan16MegabytesIsNeitherReadNorChanged()
+{
+    QFETCH(QString, fileName);
+    const QByteArray content =
+        "[OPTIONS]\ntimeout=99\n[Common]\nOK=Fine\n" + QByteArray(20 * 1024 * 1024, 'x');
+    WorkingFolder::write(fileName, content);
+    if (fileName == optionsFile)
+        QCOMPARE(Z7Services::instance()->options()->timeout(), 140);
+    else
+        QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
+    runProgram();
+    QVERIFY(WorkingFolder::read(fileName) == content);
+}
+
+void TestSettingsFile::aFolderOfThatNameIsLeftAlone()
+{
+    QDir().mkpath(optionsFile + QStringLiteral("/inside"));
+    QDir().mkpath(languageFile + QStringLiteral("/inside"));
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
+    runProgram();
+    QVERIFY(QDir(optionsFile + QStringLiteral("/inside")).exists());
+    QVERIFY(QDir(languageFile + QStringLiteral("/inside")).exists());
+}
+
+void TestSettingsFile::aReadOnlyFileStaysAsItIs()
+{
+    const QByteArray content = "[OPTIONS]\ntimeout=99\n";
+    WorkingFolder::write(optionsFile, content);
+    QFile::setPermissions(optionsFile, readable);
+    QFile::setPermissions(m_folder->path(), readable | writable | searchable);
+    {
+        const OrdinaryUser user;
+        Z7Services::instance()->options()->setTimeout(200);
+        runProgram();
+    }
+    QCOMPARE(WorkingFolder::read(optionsFile), content);
+    QVERIFY(QFile::exists(languageFile));
+}
+
+void TestSettingsFile::aReadOnlyFolderStaysAsItIs()
+{
+    QFile::setPermissions(m_folder->path(), readable | searchable);
+    {
+        const OrdinaryUser user;
+        runProgram();
+    }
+    QVERIFY(QDir().entryList(QDir::Files | QDir::Hidden).isEmpty());
+    QFile::setPermissions(m_folder->path(), readable | writable | searchable);
+}
+
+void TestSettingsFile::aFileThatMayNotBeReadIsNotReplaced()
+{
+    const QByteArray content = "[Common]\nOK=Fine\n";
+    WorkingFolder::write(languageFile, content);
+    QFile::setPermissions(languageFile, QFile::Permissions());
+    QFile::setPermissions(m_folder->path(), readable | writable | searchable);
+    {
+        const OrdinaryUser user;
+        QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
+        runProgram();
+    }
+    QFile::setPermissions(languageFile, readable);
+    QCOMPARE(WorkingFolder::read(languageFile), content);
+}
+
+QTEST_APPLESS_MAIN(TestSettingsFile)
+#include "tst_settingsfile.moc"
