@@ -1,0 +1,120 @@
+// The two rules that a drive's values have to keep: support points of a curve rise.
+
+#include "control/services/services.h"
+#include "model/parameterconflicts.h"
+#include "tests/services/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+
+using Values = QMap<int, int>;
+Q_DECLARE_METATYPE(Values)
+
+namespace {
+
+Z7DeviceParamSet setOf(const Values &values, bool hasValue = true)
+{
+    Z7DeviceParamSet set(QStringLiteral("V123"));
+    for (auto it = values.cbegin(); it != values.cend(); ++it)
+        set.insert(Z7DeviceParam(it.key(), it.value(), 0, hasValue));
+    return set;
+}
+
+QString conflicts(const Values &user, const Values &device)
+{
+    return paramConflicts(setOf(user), setOf(device));
+}
+
+} // namespace
+
+class TestParameterConflicts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup();
+
+    void supportPointsHaveToRise_data();
+    void supportPointsHaveToRise();
+    void aValueThatNobodyHasReadCountsAllTheSame();
+    void aDeletedChangeFallsBackToTheDrivesValue();
+    void theSentenceComesFromTheLanguageFile();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestParameterConflicts::cleanup()
+{
+    Z7Services::shutdown();
+    m_folder.reset();
+}
+
+void TestParameterConflicts::supportPointsHaveToRise_data()
+{
+    QTest::addColumn<Values>("user");
+    QTest::addColumn<Values>("device");
+    QTest::addColumn<QString>("text");
+
+    const Values rising {{11, 0}, {12, 100}, {13, 1000}, {38, 0}, {39, 5}, {40, 10}};
+    const QString none;
+
+    QTest::newRow("nothing is known") << Values() << Values() << none;
+    QTest::newRow("the drive's values rise") << Values() << rising << none;
+    QTest::newRow("equal values are fine") << Values {{11, 100}, {13, 100}} << rising << none;
+    QTest::newRow("negative values rise too")
+        << Values {{11, -200}, {12, -100}, {13, -100}} << rising << none;
+    QTest::newRow("the user's first speed is too high")
+        << Values {{11, 500}} << rising << "Parameterkonflikt Drehzahl: 500 <= 100 <= 1000 verletzt.";
+    QTest::newRow("the user's last speed is too low")
+        << Values {{13, 99}} << rising << "Parameterkonflikt Drehzahl: 0 <= 100 <= 99 verletzt.";
+    QTest::newRow("the user's middle current is too high")
+        << Values {{39, 11}} << rising << "Parameterkonflikt Strom: 0 <= 11 <= 10 verletzt.";
+    QTest::newRow("the user's middle current is too low")
+        << Values {{39, -1}} << rising << "Parameterkonflikt Strom: 0 <= -1 <= 10 verletzt.";
+    QTest::newRow("an unknown value counts as 0")
+        << Values {{12, 100}} << Values() << "Parameterkonflikt Drehzahl: 0 <= 100 <= 0 verletzt.";
+    QTest::newRow("the drive's own values are broken")
+        << Values() << Values {{38, 1}} << "Parameterkonflikt Strom: 1 <= 0 <= 0 verletzt.";
+    QTest::newRow("both rules are broken, speed comes first")
+        << Values {{38, 20}, {11, 500}} << rising
+        << "Parameterkonflikt Drehzahl: 500 <= 100 <= 1000 verletzt., "
+           "Parameterkonflikt Strom: 20 <= 5 <= 10 verletzt.";
+    QTest::newRow("other parameters have no order") << Values {{10, 9}, {14, -9}, {41, 3}} << rising << none;
+}
+
+void TestParameterConflicts::supportPointsHaveToRise()
+{
+    QFETCH(Values, user);
+    QFETCH(Values, device);
+    QTEST(conflicts(user, device), "text");
+}
+
+void TestParameterConflicts::aValueThatNobodyHasReadCountsAllTheSame()
+{
+    QCOMPARE(paramConflicts(setOf({}), setOf({{11, 5}}, false)),
+        QStringLiteral("Parameterkonflikt Drehzahl: 5 <= 0 <= 0 verletzt."));
+}
+
+void TestParameterConflicts::aDeletedChangeFallsBackToTheDrivesValue()
+{
+    const Z7DeviceParamSet device = setOf({{11, 0}, {12, 100}, {13, 1000}});
+    Z7DeviceParamSet user = setOf({{11, 500}});
+    QVERIFY(!paramConflicts(user, device).isEmpty());
+    user.remove(user.value(11));
+    QVERIFY(paramConflicts(user, device).isEmpty());
+}
+
+void TestParameterConflicts::theSentenceComesFromTheLanguageFile()
+{
+    WorkingFolder::write(QStringLiteral("deutsch.z7lang"),
+        "[ErrorCodes]\nConflictingParamsRotation=speed %3 %2 %1\nConflictingParamsCurrent=current %1 %2 "
+        "%3\n");
+    QCOMPARE(
+        conflicts({{11, 3}, {12, 2}, {13, 1}, {38, 6}}, {}), QStringLiteral("speed 1 2 3, current 6 0 0"));
+}
+
+QTEST_APPLESS_MAIN(TestParameterConflicts)
+#include "tst_parameterconflicts.moc"

@@ -1,0 +1,306 @@
+// What one line of a definition file says about a parameter.
+// Columns: number; name; unit; default; minimum; maximum; signedness; at any time; access; variant; texts of
+// 0 to 12
+
+#include "model/parameterdefinitions.h"
+
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString version = QStringLiteral("V123");
+
+using Lines = QStringList;
+
+std::unique_ptr<Z7ParamDefinitions> definitionsOf(const Lines &lines)
+{
+    auto definitions = std::make_unique<Z7ParamDefinitions>(version);
+    for (const QString &line : lines)
+        definitions->parseLine(line);
+    return definitions;
+}
+
+/// The definitions of the one line.
+std::unique_ptr<Z7ParamDefinitions> definitionsOf(const char *line)
+{
+    return definitionsOf(Lines {QString::fromUtf8(line)});
+}
+
+QList<int> numbersOf(const Z7ParamDefinitions &definitions)
+{
+    return definitions.emptyParameterSet().params.keys();
+}
+
+} // namespace
+
+class TestParameterDefinitions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aFullLineTellsEverything();
+    void anUnknownNumberHasADefaultRow();
+    void eachRowGivesTheDriveAParameterWithoutAValue();
+
+    void aLineIsTakenOrSkipped_data();
+    void aLineIsTakenOrSkipped();
+    void signednessDecidesTheLimits_data();
+    void signednessDecidesTheLimits();
+    void aNumberThatIsNoneFallsBack_data();
+    void aNumberThatIsNoneFallsBack();
+    void zeroMarksAnApplicationFunction_data();
+    void zeroMarksAnApplicationFunction();
+    void onlyAnRMarksAReadOnlyParameter_data();
+    void onlyAnRMarksAReadOnlyParameter();
+    void quotesAreTakenOutOfTexts();
+
+    void aTextBelongsToTheValueOfItsColumn();
+    void aValueWithoutATextHasNone_data();
+    void aValueWithoutATextHasNone();
+    void twoQuotesMakeAnEmptyTextThatExists();
+    void theLineEndStaysOnTheLastColumn_data();
+    void theLineEndStaysOnTheLastColumn();
+    void ofTwoLinesTheLaterOneCounts();
+};
+
+void TestParameterDefinitions::aFullLineTellsEverything()
+{
+    const auto definitions = definitionsOf("11;Drehzahl X1;1/min;500;-100;4000;Signed;3;r;0;aus;ein;");
+    QCOMPARE(definitions->paramName(11), QStringLiteral("Drehzahl X1"));
+    QCOMPARE(definitions->paramUnit(11), QStringLiteral("1/min"));
+    QCOMPARE(definitions->paramDefault(11), 500);
+    QCOMPARE(definitions->paramMin(11), -100);
+    QCOMPARE(definitions->paramMax(11), 4000);
+    QCOMPARE(definitions->isUnsigned(11), 0);
+    QVERIFY(!definitions->isApplFunction(11));
+    QVERIFY(definitions->isReadOnly(11));
+    QCOMPARE(definitions->paramOptionText(11, 0), QStringLiteral("aus"));
+    QCOMPARE(definitions->paramOptionText(11, 1), QStringLiteral("ein"));
+}
+
+void TestParameterDefinitions::anUnknownNumberHasADefaultRow()
+{
+    const auto definitions = definitionsOf("11;Name;rpm;1;2;3;Unsigned;1;r;0;aus;");
+    QCOMPARE(definitions->paramName(12), QString());
+    QCOMPARE(definitions->paramUnit(12), QString());
+    QCOMPARE(definitions->paramDefault(12), 0);
+    QCOMPARE(definitions->paramMin(12), 0);
+    QCOMPARE(definitions->paramMax(12), 0);
+    QCOMPARE(definitions->isUnsigned(12), 0);
+    QVERIFY(definitions->isApplFunction(12));
+    QVERIFY(!definitions->isReadOnly(12));
+    QCOMPARE(definitions->paramOptionText(12, 0), QString());
+    QCOMPARE(numbersOf(*definitions), QList<int>({11}));
+}
+
+void TestParameterDefinitions::eachRowGivesTheDriveAParameterWithoutAValue()
+{
+    const auto definitions = definitionsOf(
+        Lines {QStringLiteral("12;B;;7;;;Unsigned;0;;0;"), QStringLiteral("11;A;;7;;;Signed;0;;0;")});
+    const Z7DeviceParamSet set = definitions->emptyParameterSet();
+    QCOMPARE(set.softwareVersion, version);
+    QCOMPARE(set.params.keys(), QList<int>({11, 12}));
+    QCOMPARE(set.value(11).isUnsigned, 0);
+    QCOMPARE(set.value(12).isUnsigned, 1);
+    QCOMPARE(set.value(12).number, 12);
+    QCOMPARE(set.value(12).value, 0);
+    QVERIFY(!set.value(12).hasValue);
+}
+
+void TestParameterDefinitions::aLineIsTakenOrSkipped_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("isTaken");
+
+    const auto row = [](const char *name, const char *line, bool isTaken) {
+        QTest::newRow(name) << QString::fromUtf8(line) << isTaken;
+    };
+    row("a whole line", "7;Name;rpm;0;;;Signed;0;;0;\n", true);
+    row("nothing but number and variant", "7;;;;;;;;;0;", true);
+    row("nothing behind the variant, no line end", "7;Name;rpm;0;;;Signed;0;;0", true);
+    row("nothing behind the variant but the line end", "7;Name;rpm;0;;;Signed;0;;0\n", false);
+    row("variant 1", "7;Name;rpm;0;;;Signed;0;;1;", false);
+    row("variant 00", "7;Name;rpm;0;;;Signed;0;;00;", false);
+    row("variant in quotes", "7;Name;rpm;0;;;Signed;0;;\"0\";", false);
+    row("no variant", "7;Name;rpm;0;;;Signed;0;;;", false);
+    row("too few columns", "7;Name;rpm;0", false);
+    row("no column at all", "7", false);
+    row("an empty line", "", false);
+    row("a line end alone", "\n", false);
+    row("a header line", "Number;Name;Unit;Default;Min;Max;Signedness;Appl;Access;0;\n", false);
+    row("a hexadecimal number", "0x07;Name;rpm;0;;;Signed;0;;0;", false);
+    row("a number in quotes", "\"7\";Name;rpm;0;;;Signed;0;;0;", false);
+    row("no number", ";Name;rpm;0;;;Signed;0;;0;", false);
+    row("a number beyond an int", "99999999999;Name;rpm;0;;;Signed;0;;0;", false);
+    row("more columns than there is meaning for", "7;;;;;;;;;0;;;;;;;;;;;;;;;;;;;;", true);
+}
+
+void TestParameterDefinitions::aLineIsTakenOrSkipped()
+{
+    QFETCH(QString, line);
+    QFETCH(bool, isTaken);
+    const auto definitions = definitionsOf(Lines {line});
+    QCOMPARE(numbersOf(*definitions), isTaken ? QList<int>({7}) : QList<int>());
+    QVERIFY(isTaken || definitions->paramName(7).isEmpty());
+}
+
+void TestParameterDefinitions::signednessDecidesTheLimits_data()
+{
+    QTest::addColumn<QString>("signedness");
+    QTest::addColumn<int>("isUnsigned");
+    QTest::addColumn<int>("minimum");
+    QTest::addColumn<int>("maximum");
+
+    QTest::newRow("Signed") << "Signed" << 0 << -32767 << 32767;
+    QTest::newRow("Signed in quotes") << "\"Signed\"" << 0 << -32767 << 32767;
+    QTest::newRow("quotes inside") << "Sig\"\"ned" << 0 << -32767 << 32767;
+    QTest::newRow("lower case") << "signed" << 1 << 0 << 65535;
+    QTest::newRow("with a blank") << "Signed " << 1 << 0 << 65535;
+    QTest::newRow("Unsigned") << "Unsigned" << 1 << 0 << 65535;
+    QTest::newRow("nothing") << "" << 1 << 0 << 65535;
+}
+
+void TestParameterDefinitions::signednessDecidesTheLimits()
+{
+    QFETCH(QString, signedness);
+    const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;;;;%1;;;0;").arg(signedness)});
+    QTEST(definitions->isUnsigned(7), "isUnsigned");
+    QTEST(definitions->paramMin(7), "minimum");
+    QTEST(definitions->paramMax(7), "maximum");
+}
+
+void TestParameterDefinitions::aNumberThatIsNoneFallsBack_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("letters") << "abc";
+    QTest::newRow("a decimal point") << "1.5";
+    QTest::newRow("hexadecimal") << "0x10";
+    QTest::newRow("in quotes") << "\"5\"";
+    QTest::newRow("beyond an int") << "99999999999";
+    QTest::newRow("nothing") << "";
+}
+
+void TestParameterDefinitions::aNumberThatIsNoneFallsBack()
+{
+    QFETCH(QString, text);
+    const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;%1;%1;%1;Signed;%1;;0;").arg(text)});
+    QCOMPARE(definitions->paramDefault(7), 0);
+    QCOMPARE(definitions->paramMin(7), -32767);
+    QCOMPARE(definitions->paramMax(7), 32767);
+    QVERIFY(definitions->isApplFunction(7));
+}
+
+void TestParameterDefinitions::zeroMarksAnApplicationFunction_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<bool>("isApplFunction");
+    QTest::newRow("0") << "0" << true;
+    QTest::newRow("1") << "1" << false;
+    QTest::newRow("any other number") << "-3" << false;
+    QTest::newRow("nothing") << "" << true;
+}
+
+void TestParameterDefinitions::zeroMarksAnApplicationFunction()
+{
+    QFETCH(QString, column);
+    const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;;;;;%1;;0;").arg(column)});
+    QTEST(definitions->isApplFunction(7), "isApplFunction");
+}
+
+void TestParameterDefinitions::onlyAnRMarksAReadOnlyParameter_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<bool>("isReadOnly");
+    QTest::newRow("r") << "r" << true;
+    QTest::newRow("r in quotes") << "\"r\"" << true;
+    QTest::newRow("upper case") << "R" << false;
+    QTest::newRow("rw") << "rw" << false;
+    QTest::newRow("with a blank") << "r " << false;
+    QTest::newRow("nothing") << "" << false;
+}
+
+void TestParameterDefinitions::onlyAnRMarksAReadOnlyParameter()
+{
+    QFETCH(QString, column);
+    const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;;;;;;%1;0;").arg(column)});
+    QTEST(definitions->isReadOnly(7), "isReadOnly");
+}
+
+void TestParameterDefinitions::quotesAreTakenOutOfTexts()
+{
+    const auto definitions = definitionsOf("7;\"Soll\"wert\";\"V\"\"s\";;;;;;;0;\"a\"us\";");
+    QCOMPARE(definitions->paramName(7), QStringLiteral("Sollwert"));
+    QCOMPARE(definitions->paramUnit(7), QStringLiteral("Vs"));
+    QCOMPARE(definitions->paramOptionText(7, 0), QStringLiteral("aus"));
+}
+
+void TestParameterDefinitions::aTextBelongsToTheValueOfItsColumn()
+{
+    const auto definitions = definitionsOf("7;;;;;;;;;0;t0;t1;t2;t3;t4;t5;t6;t7;t8;t9;t10;t11;t12;t13;t14");
+    for (int value = 0; value <= 12; ++value)
+        QCOMPARE(definitions->paramOptionText(7, value), QStringLiteral("t%1").arg(value));
+}
+
+void TestParameterDefinitions::aValueWithoutATextHasNone_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::newRow("its column is empty") << 1;
+    QTest::newRow("beyond the last column of texts") << 13;
+    QTest::newRow("negative") << -1;
+    QTest::newRow("the highest wire value") << 65535;
+}
+
+void TestParameterDefinitions::aValueWithoutATextHasNone()
+{
+    QFETCH(int, value);
+    const auto definitions = definitionsOf("7;;;;;;;;;0;t0;;t2;t3;t4;t5;t6;t7;t8;t9;t10;t11;t12;t13");
+    QCOMPARE(definitions->paramOptionText(7, value), QString());
+}
+
+void TestParameterDefinitions::twoQuotesMakeAnEmptyTextThatExists()
+{
+    const auto definitions = definitionsOf("7;;;;;;;;;0;\"\";;");
+    QCOMPARE(definitions->paramOptionText(7, 0), QString());
+    // A null text would be one that nobody stored.
+    QVERIFY(!definitions->paramOptionText(7, 0).isNull());
+    QVERIFY(definitions->paramOptionText(7, 1).isNull());
+}
+
+void TestParameterDefinitions::theLineEndStaysOnTheLastColumn_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("behind the separator it is a text") << "7;Name;rpm;0;;;Signed;0;;0;\n"
+                                                       << "\n";
+    QTest::newRow("without it there is no text") << "7;Name;rpm;0;;;Signed;0;;0;" << QString();
+    QTest::newRow("behind a text it belongs to it") << "7;Name;rpm;0;;;Signed;0;;0;aus\n"
+                                                    << "aus\n";
+}
+
+void TestParameterDefinitions::theLineEndStaysOnTheLastColumn()
+{
+    QFETCH(QString, line);
+    const auto definitions = definitionsOf(Lines {line});
+    QTEST(definitions->paramOptionText(7, 0), "text");
+    QCOMPARE(definitions->paramOptionText(7, 1), QString());
+    QCOMPARE(definitions->isUnsigned(7), 0);
+    QVERIFY(!definitions->isReadOnly(7));
+}
+
+void TestParameterDefinitions::ofTwoLinesTheLaterOneCounts()
+{
+    const auto definitions = definitionsOf(Lines {QStringLiteral("7;first;V;1;2;3;Signed;1;r;0;aus;ein;"),
+        QStringLiteral("7;second;;;;;Unsigned;;;0;Aus;")});
+    QCOMPARE(definitions->paramName(7), QStringLiteral("second"));
+    QCOMPARE(definitions->paramUnit(7), QString());
+    QCOMPARE(definitions->paramMax(7), 65535);
+    QVERIFY(!definitions->isReadOnly(7));
+    QCOMPARE(definitions->paramOptionText(7, 0), QStringLiteral("Aus"));
+    QCOMPARE(definitions->paramOptionText(7, 1), QString());
+    QCOMPARE(definitions->emptyParameterSet().value(7).isUnsigned, 1);
+}
+
+QTEST_APPLESS_MAIN(TestParameterDefinitions)
+#include "tst_parameterdefinitions.moc"
