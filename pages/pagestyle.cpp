@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QIcon>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QWidget>
 
 namespace PageStyle {
@@ -38,9 +39,23 @@ void paintText(QWidget *label, const QColor &colour)
     label->setPalette(palette);
 }
 
+void keepPlaceWhenHidden(QWidget *widget)
+{
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
+}
+
 QPixmap sharpPixmap(const char *resource, const QSize &size)
 {
-    return QIcon(QString::fromLatin1(resource)).pixmap(size);
+    // Every QIcon leaves a pixmap of its own in the cache, so the picture is kept under its name.
+    const QString key = QStringLiteral("%1@%2x%3").arg(QLatin1String(resource)).arg(size.width()).arg(size.height());
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = QIcon(QString::fromLatin1(resource)).pixmap(size);
+        QPixmapCache::insert(key, pixmap);
+    }
+    return pixmap;
 }
 
 QPixmap smallPixmap(const char *resource)
