@@ -1,0 +1,98 @@
+#include "benchmarks/workbench.h"
+
+#include "control/maincontroller.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "pages/pagefactory.h"
+#include "shell/devicecontrolwidget.h"
+#include "shell/maincontentwidget.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QTableWidget>
+#include <QTest>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+WorkingFolder::WorkingFolder()
+    : m_previous(QDir::currentPath())
+{
+    const QString file = QStringLiteral("/Z7ParamDef_V123.csv");
+    QFile::copy(QStringLiteral(Z7_SAMPLES_DIR) + file, m_folder.path() + file);
+    QDir::setCurrent(m_folder.path());
+    Z7Services::instance()->options()->setPollingInterval(0);
+}
+
+WorkingFolder::~WorkingFolder()
+{
+    Z7Services::shutdown();
+    QDir::setCurrent(m_previous);
+}
+
+Workbench::Workbench(int drives)
+    : m_controller(std::make_unique<Z7MainController>())
+    , m_content(new MainContentWidget(m_controller.get(), &m_window))
+    , m_bar(new DeviceControlWidget(&m_window))
+{
+    auto *layout = new QVBoxLayout(&m_window);
+    layout->addWidget(m_content);
+    layout->addWidget(m_bar);
+    for (int number = 0; number <= PageNumber::Last; ++number)
+        m_controller->createPage(number);
+    m_controller->setMainContent(m_content);
+    m_controller->setDeviceControl(m_bar);
+    QList<Z7Device> devices;
+    for (int address = 1; address <= drives; ++address) {
+        Z7Device device;
+        device.assignAddress(address);
+        device.setSoftwareVersion(QStringLiteral("V123"));
+        device.setAccessGranted(true);
+        devices.append(device);
+    }
+    m_controller->setDevices(devices);
+    m_window.resize(1366, 768);
+    m_window.show();
+    if (!QTest::qWaitForWindowExposed(&m_window))
+        qWarning("the window does not show");
+}
+
+Workbench::~Workbench()
+{
+    m_controller.reset();
+}
+
+void Workbench::showPage(const QString &title)
+{
+    auto *tree = m_window.findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
+    QTreeWidgetItem *item = tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).constFirst();
+    tree->scrollToItem(item);
+    QTest::mouseClick(
+        tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
+    QCoreApplication::processEvents();
+}
+
+void Workbench::deliverRecord()
+{
+    ++m_records;
+    Z7Device record = m_controller->connectedDevices().constFirst();
+    record.actualSpeed = m_records % 3000;
+    for (Z7DeviceParam &param : record.parameterSet.params) {
+        param.valid = true;
+        param.setValue(m_records % 100);
+    }
+    m_controller->PostTransactionStarted(Z7CommInterface::DevicePolling, record.parameterSet.params.size(), record);
+    m_controller->PostTransactionProgress(Z7CommInterface::DevicePolling);
+    m_controller->PostDeviceUpdate(Z7CommInterface::DevicePolling, record);
+}
+
+QLineEdit *Workbench::userField() const
+{
+    auto *table = m_window.findChild<QTableWidget *>(QStringLiteral("ParameterTable"));
+    const QList<QLineEdit *> fields = table->findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields) {
+        if (field->isEnabled() && field->isVisible())
+            return field;
+    }
+    return nullptr;
+}
