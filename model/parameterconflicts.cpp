@@ -2,8 +2,6 @@
 
 #include "control/services/language.h"
 
-#include <QStringList>
-
 namespace {
 
 struct RisingRule
@@ -27,14 +25,16 @@ int valueAfterWrite(int number, const Z7DeviceParamSet &user, const Z7DevicePara
 
 QString paramConflicts(const Z7DeviceParamSet &user, const Z7DeviceParamSet &device)
 {
-    QStringList conflicts;
+    QString conflicts;
     for (const RisingRule &rule : risingRules) {
         const int a = valueAfterWrite(rule.first, user, device);
         const int b = valueAfterWrite(rule.second, user, device);
         const int c = valueAfterWrite(rule.third, user, device);
-        if (b > c || a > b)
-            conflicts +=
-                languageText("ErrorCodes", rule.key, QString::fromUtf8(rule.text)).arg(a).arg(b).arg(c);
+        if (a <= b && b <= c)
+            continue;
+        if (!conflicts.isEmpty())
+            conflicts += QStringLiteral(", ");
+        conflicts += languageText("ErrorCodes", rule.key, QString::fromUtf8(rule.text)).arg(a).arg(b).arg(c);
     }
-    return conflicts.join(QStringLiteral(", "));
+    return conflicts;
 }
