@@ -19,6 +19,8 @@ void paintGround(QWidget *widget, const QColor &colour);
 void paintHeader(QWidget *frame);
 /// Gives a label a text colour through its palette.
 void paintText(QWidget *label, const QColor &colour);
+/// What stands around the widget does not move when it is hidden.
+void keepPlaceWhenHidden(QWidget *widget);
 
 /// A picture of the resources at `size` pixels, drawn sharply on a screen of any scale.
 QPixmap sharpPixmap(const char *resource, const QSize &size);

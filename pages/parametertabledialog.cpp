@@ -6,6 +6,7 @@
 #include "pages/pagestyle.h"
 #include "ui_parametertabledialog.h"
 
+#include <QHeaderView>
 #include <QIntValidator>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -73,6 +74,8 @@ ParameterTableDialog::ParameterTableDialog(QWidget *parent)
 {
     m_ui->setupUi(this);
     PageStyle::paintHeader(m_ui->TopFrame);
+    // The style's own minimum would make the rows higher.
+    m_ui->ParameterTable->verticalHeader()->setMinimumSectionSize(rowHeight);
     allParameters = true;
     initPage();
 }
@@ -148,34 +151,41 @@ void ParameterTableDialog::newDeviceParam(const Z7DeviceParam &param)
 {
     const int row = rowForParam(param.number);
     m_ui->ParameterTable->item(row, DeviceColumn)->setText(QString::number(param.value));
-    m_ui->ParameterTable->item(row, RemarkColumn)->setText(remark(row, param));
+    QTableWidgetItem *remarkCell = m_ui->ParameterTable->item(row, RemarkColumn);
+    remarkCell->setText(remark(row, param));
+    // Several findings are wider than the column.
+    remarkCell->setToolTip(remarkCell->text());
     formatRow(row);
 }
 
 QString ParameterTableDialog::remark(int row, const Z7DeviceParam &param) const
 {
-    QStringList findings;
+    QString remark;
+    const auto add = [&remark](const QString &finding) {
+        if (!remark.isEmpty())
+            remark += QStringLiteral(", ");
+        remark += finding;
+    };
     if (param.error != 0)
-        findings += localizedErrorText(param.error);
+        add(localizedErrorText(param.error));
     if (param.readFailed)
-        findings += tableText("ParamReadingFailed", "Der Parameter konnte nicht gelesen werden");
+        add(tableText("ParamReadingFailed", "Der Parameter konnte nicht gelesen werden"));
     if (param.writeFailed)
-        findings += tableText("ParamWritingFailed", "Der Parameter konnte nicht geschrieben werden");
+        add(tableText("ParamWritingFailed", "Der Parameter konnte nicht geschrieben werden"));
     if (param.accessDenied)
-        findings += tableText("AccessKeyIncorrectDesc",
-            "Sie haben nicht die erforderliche Berechtigung, um diesen Parameter zu ändern");
+        add(tableText("AccessKeyIncorrectDesc",
+            "Sie haben nicht die erforderliche Berechtigung, um diesen Parameter zu ändern"));
     // The record keeps only the fact of a conflict, so the number in this text is that of the flag.
     if (param.conflict)
-        findings +=
-            tableText("ConflictingParam", "Das Schreiben des Parameters steht im Konflikt mit Parameter %1")
-                .arg(static_cast<int>(param.conflict));
+        add(tableText("ConflictingParam", "Das Schreiben des Parameters steht im Konflikt mit Parameter %1")
+                .arg(static_cast<int>(param.conflict)));
     if (isOutOfScope(param))
-        findings += tableText("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs");
+        add(tableText("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs"));
     if (isCurrentlyNotWritable(row, param.number))
-        findings += languageText("Common", "ApplFunctionCurrentlyNotWritable",
+        add(languageText("Common", "ApplFunctionCurrentlyNotWritable",
             QStringLiteral(
-                "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)"));
-    return findings.join(QStringLiteral(", "));
+                "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)")));
+    return remark;
 }
 
 bool ParameterTableDialog::isOutOfScope(const Z7DeviceParam &param) const
@@ -244,10 +254,10 @@ void ParameterTableDialog::formatUserField(QLineEdit *field, const QColor &colou
 {
     QPalette fieldPalette = palette();
     fieldPalette.setColor(QPalette::Base, field->isEnabled() ? colour : equalColour());
-    // Setting a palette repaints and re-polishes; most records change nothing.
+    // Setting a palette or a font repaints and lays out anew; most records change nothing.
     if (field->palette().color(QPalette::Base) != fieldPalette.color(QPalette::Base))
         field->setPalette(fieldPalette);
-    if (field->isEnabled() && field->font() != font)
+    if (field->isEnabled() && field->font().weight() != font.weight())
         field->setFont(font);
 }
 

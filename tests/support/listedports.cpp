@@ -20,7 +20,7 @@ QString deviceFolder(const QString &parent)
 
 QString deviceFile(const QString &name)
 {
-    return QStringLiteral("/dev/") + name;
+    return QStringLiteral("/ports/") + name;
 }
 
 QString adapterOf(const QString &name)
@@ -50,12 +50,12 @@ ListedPorts::UsbAdapter ListedPorts::otherAdapter()
     return {0x067b, 0x2303, QStringLiteral("USB-Serial Controller"), QStringLiteral("Prolific Technology")};
 }
 
-// The folder has the form in which umockdev expects the files of a computer: what lies under sys and dev in
-// it is seen as /sys and /dev, by libudev, by Qt and by everything else in the process.
+// What lies under sys in the folder is seen as /sys in the whole process, by umockdev's library. The files of
+// the ports and of their locks lie in ports and locks, for preload/portfiles.c.
 ListedPorts::ListedPorts()
 {
     Q_ASSERT(!qEnvironmentVariableIsSet(rootVariable));
-    for (const auto *folder : {"/sys/class/tty", "/sys/bus", "/sys/devices", "/dev", "/locks"})
+    for (const auto *folder : {"/sys/class/tty", "/sys/bus", "/sys/devices", "/ports", "/locks"})
         QDir().mkpath(path(QLatin1String(folder)));
     qputenv(rootVariable, QFile::encodeName(root_.path()));
 }

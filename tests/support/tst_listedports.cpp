@@ -82,6 +82,7 @@ private slots:
     void pulledAdapterIsNeitherListedNorOpened();
     void portWithoutPseudoTerminalIsListedButDoesNotOpen();
     void pulledAdapterMayBeTriedAnyNumberOfTimes();
+    void portWithoutNameDoesNotOpen();
     void adapterPluggedInAgainOpens();
     void portsOfTheMachineComeBackAtTheEnd();
 };
@@ -194,6 +195,14 @@ void TestListedPorts::pulledAdapterMayBeTriedAnyNumberOfTimes()
         QSerialPort port;
         QVERIFY(!openAsTheProgramDoes(port, first));
     }
+}
+
+void TestListedPorts::portWithoutNameDoesNotOpen()
+{
+    ListedPorts ports;
+    ports.plugUsb(first, QString());
+    QSerialPort port;
+    QVERIFY(!openAsTheProgramDoes(port, QString()));
 }
 
 void TestListedPorts::adapterPluggedInAgainOpens()

@@ -3,8 +3,8 @@
  * The folder that $UMOCKDEV_DIR names holds the ports that the process sees. Device files of ports are led
  * there, so that a port of the real machine is never opened by accident. So are the lock files that stand for
  * opened ports: they bear the port's name and lie in a folder of the whole machine, and processes side by
- * side all have a "ttyUSB0". umockdev's library would lead the device files there as well, but asks a server
- * about each one that is opened.
+ * side all have a "ttyUSB0". umockdev's library would lead device files as well, but asks a server
+ * about each one that is opened; so they lie where it does not look.
  */
 #undef _FORTIFY_SOURCE
 #define _GNU_SOURCE
@@ -21,6 +21,7 @@ typedef int (*Open)(const char *, int, ...);
 typedef int (*Access)(const char *, int);
 typedef int (*Unlink)(const char *);
 
+static const char device_folder[] = "/dev";
 static const char device_prefix[] = "/dev/tty";
 static const char lock_file_prefix[] = "/LCK..";
 
@@ -39,7 +40,7 @@ static const char *own_path(const char *path, char own[PATH_MAX])
     if (lock_file)
         snprintf(own, PATH_MAX, "%s/locks%s", root, lock_file);
     else
-        snprintf(own, PATH_MAX, "%s%s", root, path);
+        snprintf(own, PATH_MAX, "%s/ports%s", root, path + sizeof device_folder - 1);
     return own;
 }
 

@@ -1,0 +1,209 @@
+// What a labelled page makes of its widgets and of the drive's values.
+
+#include "tests/pages/labelledpage.h"
+#include "tests/support/workingfolder.h"
+
+#include <optional>
+
+class TestLabelledFields : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { folder.reset(); }
+
+    void everyParameterOfTheFormBelongsToThePage();
+    void userValueIsBoldAndToTheRight();
+    void deviceValueIsGreyAndToTheRight();
+    void unitIsGreyAndComesFromTheDefinition();
+    void nameComesFromTheDefinition();
+    void nameAndUnitAreShownInTheUsersLanguage();
+    void readOnlyParameterShowsNoUserField();
+    void readOnlyParameterShowsItsDeviceValue();
+
+    void deviceValueIsShownAsTheRawNumber();
+    void deviceValueBeyondTheLimitsIsShownAsItComes();
+    void deviceValueStandsBesideBothFieldsOfAParameter();
+    void widgetsOfAnotherNameShowTheirParameter();
+    void parameterOfAnotherPageChangesNothing();
+    void recordWithoutAParameterLeavesItsValue();
+
+    void limitsAreOpenUntilTheFirstDeviceValue();
+    void limitsAreOpenAgainAtTheNextShowing();
+    void limitsFollowTheDefinitionOfTheDrivesVersion();
+
+    void introductionWithoutATextIsHidden();
+    void introductionShowsTheTextOfTheLanguage();
+
+private:
+    std::optional<WorkingFolder> folder;
+};
+
+void TestLabelledFields::init()
+{
+    folder.emplace();
+    definePageParameters();
+}
+
+void TestLabelledFields::everyParameterOfTheFormBelongsToThePage()
+{
+    QCOMPARE(LabelledPage().paramIds(), (QList<int> {0x03, 0x1E, 0x3C, 0x53}));
+}
+
+void TestLabelledFields::userValueIsBoldAndToTheRight()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.field("Param0x03")->font().weight(), int(QFont::Bold));
+    QCOMPARE(page.field("Param0x03")->alignment(), Qt::AlignRight);
+}
+
+void TestLabelledFields::deviceValueIsGreyAndToTheRight()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QVERIFY(!page.deviceLabel("Param0x03")->isEnabled());
+    QCOMPARE(page.deviceLabel("Param0x03")->alignment(), Qt::AlignRight);
+}
+
+void TestLabelledFields::unitIsGreyAndComesFromTheDefinition()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QVERIFY(!page.label("lParam0x03Unit")->isEnabled());
+    QCOMPARE(page.label("lParam0x03Unit")->text(), QStringLiteral("ms"));
+}
+
+void TestLabelledFields::nameComesFromTheDefinition()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.label("lParam0x03ParamName")->text(), QStringLiteral("Rampe"));
+}
+
+void TestLabelledFields::nameAndUnitAreShownInTheUsersLanguage()
+{
+    folder->write("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.label("lParam0x03ParamName")->text(), QStringLiteral("Ramp"));
+    QCOMPARE(page.label("lParam0x03Unit")->text(), QStringLiteral("millis"));
+}
+
+void TestLabelledFields::readOnlyParameterShowsNoUserField()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QVERIFY(page.field("Param0x53")->isHidden());
+    QVERIFY(page.field("Param0x03")->isVisible());
+}
+
+void TestLabelledFields::readOnlyParameterShowsItsDeviceValue()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QVERIFY(page.deviceLabel("Param0x53")->isVisible());
+    QCOMPARE(page.deviceLabel("Param0x53")->text(), QStringLiteral("777"));
+}
+
+void TestLabelledFields::deviceValueIsShownAsTheRawNumber()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.deviceLabel("Param0x03")->text(), QStringLiteral("250"));
+    QCOMPARE(page.deviceLabel("Param0x1E")->text(), QStringLiteral("-1500"));
+}
+
+void TestLabelledFields::deviceValueBeyondTheLimitsIsShownAsItComes()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    page.newDeviceParam(readParam(3, 60000));
+    QCOMPARE(page.deviceLabel("Param0x03")->text(), QStringLiteral("60000"));
+}
+
+void TestLabelledFields::deviceValueStandsBesideBothFieldsOfAParameter()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.deviceLabel("Param0x1E", "_2")->text(), QStringLiteral("-1500"));
+}
+
+void TestLabelledFields::widgetsOfAnotherNameShowTheirParameter()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.deviceLabel("Revolution")->text(), QStringLiteral("7"));
+    QCOMPARE(page.label("lRevolutionUnit")->text(), QStringLiteral("U"));
+}
+
+void TestLabelledFields::parameterOfAnotherPageChangesNothing()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    page.newDeviceParam(readParam(0x9999, 1));
+    page.newDeviceParam(readParam(4, 1));
+    for (const char *stem : {"Param0x03", "Param0x1E", "Revolution", "Param0x53"})
+        QVERIFY(page.deviceLabel(stem)->text() != QStringLiteral("1"));
+}
+
+void TestLabelledFields::recordWithoutAParameterLeavesItsValue()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    page.DeviceUpdate(deviceWith({readParam(60, 8)}));
+    QCOMPARE(page.deviceLabel("Param0x03")->text(), QStringLiteral("250"));
+    QCOMPARE(page.deviceLabel("Revolution")->text(), QStringLiteral("8"));
+}
+
+void TestLabelledFields::limitsAreOpenUntilTheFirstDeviceValue()
+{
+    LabelledPage page;
+    page.setSoftwareVersion("V123");
+    page.initPage();
+    QCOMPARE(page.validator("Param0x03")->bottom(), INT_MIN);
+    QCOMPARE(page.validator("Param0x03")->top(), INT_MAX);
+    page.newDeviceParam(readParam(3, 250));
+    QCOMPARE(page.validator("Param0x03")->bottom(), 10);
+    QCOMPARE(page.validator("Param0x03")->top(), 500);
+}
+
+void TestLabelledFields::limitsAreOpenAgainAtTheNextShowing()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    page.initPage();
+    QCOMPARE(page.validator("Param0x03")->top(), INT_MAX);
+}
+
+void TestLabelledFields::limitsFollowTheDefinitionOfTheDrivesVersion()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    Z7Device other = deviceWith({readParam(3, 250)});
+    other.setSoftwareVersion("V200");
+    page.showFor(other);
+    QCOMPARE(page.validator("Param0x03")->bottom(), 0);
+    QCOMPARE(page.validator("Param0x03")->top(), 99);
+}
+
+void TestLabelledFields::introductionWithoutATextIsHidden()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QVERIFY(page.label("LIntro")->isHidden());
+}
+
+void TestLabelledFields::introductionShowsTheTextOfTheLanguage()
+{
+    folder->write("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QVERIFY(page.label("LIntro")->isVisible());
+    QCOMPARE(page.label("LIntro")->text(), QStringLiteral("Rampen des Reglers"));
+}
+
+QTEST_MAIN(TestLabelledFields)
+
+#include "tst_labelledfields.moc"

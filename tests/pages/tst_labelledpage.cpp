@@ -1,0 +1,294 @@
+// The life of an edit on a labelled page: what the page reports for what is typed, and what it never reports.
+
+#include "tests/pages/labelledpage.h"
+#include "tests/support/workingfolder.h"
+
+#include <optional>
+
+class TestLabelledPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void typedNumberIsReportedAsAChange();
+    void reportBearsNothingButTheNumberAndTheValue();
+    void reportTellsTheSignOfTheDefinition();
+    void eachKeystrokeReportsTheNumberSoFar();
+    void emptiedFieldWithdrawsTheChange();
+    void loneMinusSignReportsNothing();
+    void numberBelowTheMinimumIsStillReported();
+    void letterIsNotTaken();
+    void fieldOfAnotherNameReportsItsParameter();
+    void numberThatIsNoneOfThePagesReportsNothing();
+    void keystrokeBeforeTheFirstDeviceValueReportsNothing();
+
+    void oneRecordReportsAKeystrokeOnce();
+    void laterRecordsRepeatTheSameReport();
+    void dayOfRecordsReportsAKeystrokeNoMoreThanTwice();
+    void newShowingReportsAKeystrokeOnceAgain();
+
+    void restoredUserValueIsShownAndNotReported();
+    void userValueThatIsNoneIsIgnored();
+    void userValueOfAnotherPageLeavesTheFields();
+    void typingIntoARestoredFieldIsReported();
+    void clearingEmptiesEveryFieldWithoutAReport();
+    void clearingReachesTheHiddenFieldOfAReadOnlyParameter();
+    void userValueStaysWhileDeviceValuesChange();
+
+    void textOfOneFieldAppearsInTheSecond();
+    void textOfTheSecondFieldAppearsInTheFirst();
+    void secondFieldReportsTheParameterOnce();
+    void emptiedSecondFieldWithdrawsTheChange();
+    void restoredValueStandsInBothFields();
+
+private:
+    std::optional<WorkingFolder> folder;
+    std::optional<LabelledPage> page;
+    std::optional<QSignalSpy> modified;
+    std::optional<QSignalSpy> deleted;
+};
+
+void TestLabelledPage::init()
+{
+    folder.emplace();
+    definePageParameters();
+    page.emplace();
+    page->showFor(pageDrive());
+    modified.emplace(&*page, SIGNAL(parameterModified(Z7DeviceParam)));
+    deleted.emplace(&*page, SIGNAL(parameterDeleted(Z7DeviceParam)));
+}
+
+void TestLabelledPage::cleanup()
+{
+    deleted.reset();
+    modified.reset();
+    page.reset();
+    folder.reset();
+}
+
+void TestLabelledPage::typedNumberIsReportedAsAChange()
+{
+    type(page->field("Param0x03"), "200");
+    QCOMPARE(lastReported(*modified).number, 3);
+    QCOMPARE(lastReported(*modified).value, 200);
+    QVERIFY(lastReported(*modified).hasValue);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestLabelledPage::reportBearsNothingButTheNumberAndTheValue()
+{
+    Z7DeviceParam failed = readParam(3, 250);
+    failed.error = 6;
+    failed.conflict = failed.writeFailed = failed.accessDenied = true;
+    page->newDeviceParam(failed);
+    type(page->field("Param0x03"), "9");
+    const Z7DeviceParam reported = lastReported(*modified);
+    QCOMPARE(reported.error, 0);
+    QVERIFY(!reported.valid && !reported.conflict && !reported.writeFailed && !reported.accessDenied);
+}
+
+void TestLabelledPage::reportTellsTheSignOfTheDefinition()
+{
+    type(page->field("Param0x03"), "200");
+    QCOMPARE(lastReported(*modified).isUnsigned, 1);
+    type(page->field("Param0x1E"), "-200");
+    QCOMPARE(lastReported(*modified).isUnsigned, 0);
+    QCOMPARE(lastReported(*modified).value, -200);
+}
+
+void TestLabelledPage::eachKeystrokeReportsTheNumberSoFar()
+{
+    type(page->field("Param0x03"), "123");
+    QList<int> values;
+    for (const QList<QVariant> &report : qAsConst(*modified))
+        values.append(report.first().value<Z7DeviceParam>().value);
+    QCOMPARE(values, (QList<int> {1, 12, 123}));
+}
+
+void TestLabelledPage::emptiedFieldWithdrawsTheChange()
+{
+    type(page->field("Param0x1E"), "200");
+    modified->clear();
+    emptyByHand(page->field("Param0x1E"));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 1);
+    QCOMPARE(lastReported(*deleted).number, 0x1E);
+    QCOMPARE(lastReported(*deleted).value, 0);
+    QCOMPARE(lastReported(*deleted).isUnsigned, 0);
+    QVERIFY(lastReported(*deleted).hasValue);
+}
+
+void TestLabelledPage::loneMinusSignReportsNothing()
+{
+    type(page->field("Param0x1E"), "-");
+    QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("-"));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestLabelledPage::numberBelowTheMinimumIsStillReported()
+{
+    type(page->field("Param0x03"), "5");
+    QCOMPARE(lastReported(*modified).value, 5);
+}
+
+void TestLabelledPage::letterIsNotTaken()
+{
+    type(page->field("Param0x03"), "x");
+    QCOMPARE(page->field("Param0x03")->text(), QString());
+    QCOMPARE(modified->count(), 0);
+}
+
+void TestLabelledPage::fieldOfAnotherNameReportsItsParameter()
+{
+    type(page->field("Revolution"), "42");
+    QCOMPARE(lastReported(*modified).number, 0x3C);
+    QCOMPARE(lastReported(*modified).value, 42);
+}
+
+void TestLabelledPage::numberThatIsNoneOfThePagesReportsNothing()
+{
+    QVERIFY(QMetaObject::invokeMethod(&*page, "ParamChanged", Q_ARG(int, 4)));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestLabelledPage::keystrokeBeforeTheFirstDeviceValueReportsNothing()
+{
+    page->initPage();
+    type(page->field("Param0x03"), "200");
+    QCOMPARE(page->field("Param0x03")->text(), QStringLiteral("200"));
+    QCOMPARE(modified->count(), 0);
+}
+
+void TestLabelledPage::oneRecordReportsAKeystrokeOnce()
+{
+    type(page->field("Param0x03"), "7");
+    QCOMPARE(modified->count(), 1);
+}
+
+void TestLabelledPage::laterRecordsRepeatTheSameReport()
+{
+    page->DeviceUpdate(pageDrive());
+    type(page->field("Param0x03"), "7");
+    QCOMPARE(modified->count(), 2);
+    for (const QList<QVariant> &report : qAsConst(*modified))
+        QCOMPARE(report.first().value<Z7DeviceParam>().value, 7);
+}
+
+void TestLabelledPage::dayOfRecordsReportsAKeystrokeNoMoreThanTwice()
+{
+    for (int record = 0; record < 1000; ++record)
+        page->DeviceUpdate(pageDrive());
+    type(page->field("Param0x03"), "7");
+    QCOMPARE(modified->count(), 2);
+}
+
+void TestLabelledPage::newShowingReportsAKeystrokeOnceAgain()
+{
+    page->DeviceUpdate(pageDrive());
+    page->showFor(pageDrive());
+    type(page->field("Param0x03"), "7");
+    QCOMPARE(modified->count(), 1);
+}
+
+void TestLabelledPage::restoredUserValueIsShownAndNotReported()
+{
+    page->applyUserParams(paramSet({readParam(3, 200), readParam(30, -7)}));
+    QCOMPARE(page->field("Param0x03")->text(), QStringLiteral("200"));
+    QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("-7"));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestLabelledPage::userValueThatIsNoneIsIgnored()
+{
+    page->newUserParam(Z7DeviceParam(3, 200, 1, false));
+    QCOMPARE(page->field("Param0x03")->text(), QString());
+}
+
+void TestLabelledPage::userValueOfAnotherPageLeavesTheFields()
+{
+    page->newUserParam(readParam(4, 200));
+    for (const QLineEdit *field : page->findChildren<QLineEdit *>())
+        QCOMPARE(field->text(), QString());
+}
+
+void TestLabelledPage::typingIntoARestoredFieldIsReported()
+{
+    page->newUserParam(readParam(3, 20));
+    type(page->field("Param0x03"), "1");
+    QCOMPARE(lastReported(*modified).value, 201);
+}
+
+void TestLabelledPage::clearingEmptiesEveryFieldWithoutAReport()
+{
+    page->applyUserParams(paramSet({readParam(3, 200), readParam(30, -7), readParam(60, 9)}));
+    page->clearUserValues();
+    for (const QLineEdit *field : page->findChildren<QLineEdit *>())
+        QCOMPARE(field->text(), QString());
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestLabelledPage::clearingReachesTheHiddenFieldOfAReadOnlyParameter()
+{
+    page->newUserParam(readParam(83, 1));
+    QCOMPARE(page->field("Param0x53")->text(), QStringLiteral("1"));
+    page->clearUserValues();
+    QCOMPARE(page->field("Param0x53")->text(), QString());
+    QVERIFY(page->field("Param0x53")->isHidden());
+}
+
+void TestLabelledPage::userValueStaysWhileDeviceValuesChange()
+{
+    type(page->field("Param0x03"), "200");
+    page->DeviceUpdate(deviceWith({readParam(3, 200)}));
+    page->DeviceUpdate(deviceWith({readParam(3, 201)}));
+    QCOMPARE(page->field("Param0x03")->text(), QStringLiteral("200"));
+    QCOMPARE(page->field("Param0x03")->font().weight(), int(QFont::Bold));
+    QCOMPARE(page->deviceLabel("Param0x03")->text(), QStringLiteral("201"));
+}
+
+void TestLabelledPage::textOfOneFieldAppearsInTheSecond()
+{
+    type(page->field("Param0x1E"), "-20");
+    QCOMPARE(page->field("Param0x1E", "_2")->text(), QStringLiteral("-20"));
+}
+
+void TestLabelledPage::textOfTheSecondFieldAppearsInTheFirst()
+{
+    type(page->field("Param0x1E", "_2"), "-20");
+    QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("-20"));
+}
+
+void TestLabelledPage::secondFieldReportsTheParameterOnce()
+{
+    type(page->field("Param0x1E", "_2"), "8");
+    QCOMPARE(modified->count(), 1);
+    QCOMPARE(lastReported(*modified).number, 0x1E);
+    QCOMPARE(lastReported(*modified).value, 8);
+}
+
+void TestLabelledPage::emptiedSecondFieldWithdrawsTheChange()
+{
+    page->newUserParam(readParam(30, 8));
+    emptyByHand(page->field("Param0x1E", "_2"));
+    QCOMPARE(page->field("Param0x1E")->text(), QString());
+    QCOMPARE(lastReported(*deleted).number, 0x1E);
+    QCOMPARE(modified->count(), 0);
+}
+
+void TestLabelledPage::restoredValueStandsInBothFields()
+{
+    page->newUserParam(readParam(30, 8));
+    QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("8"));
+    QCOMPARE(page->field("Param0x1E", "_2")->text(), QStringLiteral("8"));
+}
+
+QTEST_MAIN(TestLabelledPage)
+
+#include "tst_labelledpage.moc"

@@ -1,0 +1,253 @@
+// The parameter table: its columns, and the rows that a drive's parameters get.
+
+#include "tests/pages/shownparametertable.h"
+#include "tests/support/workingfolder.h"
+
+#include <QHeaderView>
+#include <QLabel>
+
+#include <optional>
+
+using namespace TableColumn;
+
+class TestParameterTable : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { folder.reset(); }
+
+    void tableWantsEveryParameterOfTheDrive();
+    void driveWithoutParametersGivesAnEmptyTableWithSixHeaders();
+    void headersAreShownInTheUsersLanguage();
+    void valueColumnsAreOfFixedWidth();
+    void textColumnsFitTheirContents();
+    void remarkTakesTheRestOfTheWidth();
+    void introductionWithoutATextTakesNoRoom();
+    void introductionShowsTheTextOfTheLanguage();
+
+    void driveHasOneRowPerParameterInAscendingOrder();
+    void rowShowsNumberNameValueAndUnit();
+    void nameAndUnitAreShownInTheUsersLanguage();
+    void parameterWithoutADefinitionHasNeitherNameNorUnit();
+    void parameterThatArrivesLaterComesLast();
+    void rowStaysWhenALaterRecordLacksItsParameter();
+    void laterRecordUpdatesTheRowInItsPlace();
+    void newShowingBuildsTheTableFromNothing();
+
+    void rowIs22PixelsHigh();
+    void numberIsCentredAndTheValueStandsRight();
+    void cellsCanNeitherBeSelectedNorEdited();
+    void textIsBlackAndTheRemarkRed();
+    void userFieldIsAFramelessFieldWithABoldNumberToTheRight();
+    void userFieldKnowsTheLimitsOfTheDefinition();
+    void limitsAreThoseOfTheMomentTheRowWasMade();
+    void readOnlyParameterShowsADisabledField();
+
+private:
+    std::optional<WorkingFolder> folder;
+};
+
+void TestParameterTable::init()
+{
+    folder.emplace();
+    defineTableParameters();
+}
+
+void TestParameterTable::tableWantsEveryParameterOfTheDrive()
+{
+    QVERIFY(ParameterTableDialog().wantsAllParameters());
+    QVERIFY(ParameterTableDialog().hasParam(4711));
+}
+
+void TestParameterTable::driveWithoutParametersGivesAnEmptyTableWithSixHeaders()
+{
+    const ShownParameterTable shown;
+    QCOMPARE(shown.table->rowCount(), 0);
+    QCOMPARE(shown.table->columnCount(), int(Count));
+    QStringList headers;
+    for (int column = 0; column < Count; ++column)
+        headers.append(shown.header(column));
+    QCOMPARE(headers, (QStringList {"ID", "Parameter", "Ist-Wert", "Einheit", "Soll-Wert", "Bemerkung"}));
+}
+
+void TestParameterTable::headersAreShownInTheUsersLanguage()
+{
+    folder->write("deutsch.z7lang",
+        "[DialogParamTable]\nColParamIDTitle=No\nColParamNameTitle=Name\nColDeviceDataTitle=Actual\n"
+        "ColUnit=Unit\nColUserDataTitle=Wanted\nColParamInfo=Remark\n");
+    const ShownParameterTable shown;
+    QStringList headers;
+    for (int column = 0; column < Count; ++column)
+        headers.append(shown.header(column));
+    QCOMPARE(headers, (QStringList {"No", "Name", "Actual", "Unit", "Wanted", "Remark"}));
+}
+
+void TestParameterTable::valueColumnsAreOfFixedWidth()
+{
+    const ShownParameterTable shown;
+    QCOMPARE(shown.table->columnWidth(DeviceValue), 100);
+    QCOMPARE(shown.table->columnWidth(UserValue), 100);
+}
+
+void TestParameterTable::textColumnsFitTheirContents()
+{
+    const QString longText(60, QLatin1Char('M'));
+    defineParameters("V123", {"11;" + longText + ';' + longText + ";5;10;500;Unsigned;1;rw;0;"});
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    for (const int column : {Name, Unit})
+        QVERIFY(shown.table->columnWidth(column) >= shown.table->fontMetrics().horizontalAdvance(longText));
+    QVERIFY(shown.table->columnWidth(Number) < 100);
+}
+
+void TestParameterTable::remarkTakesTheRestOfTheWidth()
+{
+    const ShownParameterTable shown;
+    QVERIFY(shown.table->horizontalHeader()->stretchLastSection());
+    QVERIFY(shown.table->verticalHeader()->isHidden());
+    QCOMPARE(shown.table->lineWidth(), 1);
+}
+
+void TestParameterTable::introductionWithoutATextTakesNoRoom()
+{
+    const ShownParameterTable shown;
+    QVERIFY(!shown.page.findChild<QLabel *>("LIntro")->isVisible());
+    QCOMPARE(shown.page.findChild<QLabel *>("LIntro")->text(), QString());
+}
+
+void TestParameterTable::introductionShowsTheTextOfTheLanguage()
+{
+    folder->write("deutsch.z7lang", "[DialogParamTable]\nIntroduction=Alle Parameter des Antriebs\n");
+    const ShownParameterTable shown;
+    const auto *introduction = shown.page.findChild<QLabel *>("LIntro");
+    QVERIFY(introduction->isVisible());
+    QVERIFY(introduction->wordWrap());
+    QCOMPARE(introduction->text(), QStringLiteral("Alle Parameter des Antriebs"));
+}
+
+void TestParameterTable::driveHasOneRowPerParameterInAscendingOrder()
+{
+    const ShownParameterTable shown(tableDrive({readParam(83, 1), readParam(11, 2), readParam(30, 3)}));
+    QCOMPARE(shown.column(Number), (QStringList {"11", "30", "83"}));
+}
+
+void TestParameterTable::rowShowsNumberNameValueAndUnit()
+{
+    const ShownParameterTable shown(tableDrive({readParam(30, -1500)}));
+    QStringList texts;
+    for (int column = 0; column < Count; ++column)
+        texts.append(shown.text(30, column));
+    QCOMPARE(texts, (QStringList {"30", "Drehzahl", "-1500", "1/min", "", ""}));
+}
+
+void TestParameterTable::nameAndUnitAreShownInTheUsersLanguage()
+{
+    folder->write("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    QCOMPARE(shown.text(11, Name), QStringLiteral("Ramp"));
+    QCOMPARE(shown.text(11, Unit), QStringLiteral("millis"));
+}
+
+void TestParameterTable::parameterWithoutADefinitionHasNeitherNameNorUnit()
+{
+    const ShownParameterTable shown(tableDrive({readParam(4711, 1)}));
+    QCOMPARE(shown.text(4711, Name), QString());
+    QCOMPARE(shown.text(4711, Unit), QString());
+}
+
+void TestParameterTable::parameterThatArrivesLaterComesLast()
+{
+    ShownParameterTable shown(tableDrive({readParam(30, 1)}));
+    shown.page.DeviceUpdate(tableDrive({readParam(11, 2), readParam(30, 3)}));
+    QCOMPARE(shown.column(Number), (QStringList {"30", "11"}));
+}
+
+void TestParameterTable::rowStaysWhenALaterRecordLacksItsParameter()
+{
+    ShownParameterTable shown(tableDrive({readParam(11, 250), readParam(30, 1)}));
+    shown.page.DeviceUpdate(tableDrive({readParam(30, 2)}));
+    QCOMPARE(shown.text(11, DeviceValue), QStringLiteral("250"));
+}
+
+void TestParameterTable::laterRecordUpdatesTheRowInItsPlace()
+{
+    ShownParameterTable shown(tableDrive({readParam(11, 250), readParam(30, 1)}));
+    shown.page.DeviceUpdate(tableDrive({readParam(11, 251)}));
+    QCOMPARE(shown.column(DeviceValue), (QStringList {"251", "1"}));
+}
+
+void TestParameterTable::newShowingBuildsTheTableFromNothing()
+{
+    ShownParameterTable shown(tableDrive({readParam(30, 1)}));
+    shown.showFor(tableDrive({readParam(11, 2), readParam(83, 3)}));
+    QCOMPARE(shown.column(Number), (QStringList {"11", "83"}));
+    QCOMPARE(shown.column(DeviceValue), (QStringList {"2", "3"}));
+}
+
+void TestParameterTable::rowIs22PixelsHigh()
+{
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    QCOMPARE(shown.table->rowHeight(0), 22);
+}
+
+void TestParameterTable::numberIsCentredAndTheValueStandsRight()
+{
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    QCOMPARE(shown.cell(11, Number)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
+    QVERIFY(shown.cell(11, DeviceValue)->textAlignment() & Qt::AlignRight);
+}
+
+void TestParameterTable::cellsCanNeitherBeSelectedNorEdited()
+{
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    for (int column = 0; column < Count; ++column)
+        QVERIFY(!shown.cell(11, column)->flags().testFlag(Qt::ItemIsEnabled));
+}
+
+void TestParameterTable::textIsBlackAndTheRemarkRed()
+{
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    for (const int column : {Number, Name, DeviceValue, Unit})
+        QCOMPARE(shown.cell(11, column)->foreground().color(), QColor(Qt::black));
+    QCOMPARE(shown.cell(11, Remark)->foreground().color(), QColor(Qt::red));
+}
+
+void TestParameterTable::userFieldIsAFramelessFieldWithABoldNumberToTheRight()
+{
+    const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    QVERIFY(!shown.field(11)->hasFrame());
+    QCOMPARE(shown.field(11)->alignment(), Qt::AlignRight);
+    type(shown.field(11), "251");
+    QCOMPARE(shown.field(11)->font().weight(), int(QFont::Bold));
+}
+
+void TestParameterTable::userFieldKnowsTheLimitsOfTheDefinition()
+{
+    const ShownParameterTable shown(tableDrive({readParam(30, 1)}));
+    const auto *validator = qobject_cast<const QIntValidator *>(shown.field(30)->validator());
+    QCOMPARE(validator->bottom(), -6000);
+    QCOMPARE(validator->top(), 6000);
+    type(shown.field(30), "x12345");
+    QCOMPARE(shown.field(30)->text(), QStringLiteral("1234"));
+}
+
+void TestParameterTable::limitsAreThoseOfTheMomentTheRowWasMade()
+{
+    ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+    defineParameters("V123", {"11;Rampe;ms;5;0;99;Unsigned;1;rw;0;"});
+    shown.page.DeviceUpdate(tableDrive({readParam(11, 250)}));
+    QCOMPARE(qobject_cast<const QIntValidator *>(shown.field(11)->validator())->top(), 500);
+}
+
+void TestParameterTable::readOnlyParameterShowsADisabledField()
+{
+    const ShownParameterTable shown(tableDrive({readParam(11, 250), readParam(83, 777)}));
+    QVERIFY(shown.field(83)->isVisible());
+    QVERIFY(!shown.field(83)->isEnabled());
+    QVERIFY(shown.field(11)->isEnabled());
+}
+
+QTEST_MAIN(TestParameterTable)
+
+#include "tst_parametertable.moc"

@@ -1,0 +1,262 @@
+// Editing in the parameter table: what is reported, and how a row shows that user and drive differ.
+
+#include "tests/pages/shownparametertable.h"
+#include "tests/support/workingfolder.h"
+
+#include <optional>
+
+using namespace TableColumn;
+
+namespace {
+
+const QColor lightGrey(230, 230, 230); ///< the user wants what the drive has
+const QColor darkGrey(200, 200, 200); ///< the user wants something else
+
+} // namespace
+
+class TestParameterTableEdits : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void typedNumberIsReportedUnderItsParameter();
+    void reportTellsTheSignOfTheDefinition();
+    void typingTheDrivesOwnValueIsReportedToo();
+    void emptiedFieldWithdrawsTheChange();
+    void loneMinusSignReportsNothing();
+    void keystrokeIsReportedOnceHoweverManyRecordsCame();
+
+    void restoredUserValueIsShownAndNotReported();
+    void typingIntoARestoredFieldIsReported();
+    void userValueThatIsNoneMakesNoRow();
+    void userValueOfAnUnreadParameterMakesARow();
+    void clearingEmptiesEveryFieldWithoutAReport();
+    void valueReachesTheDisabledFieldOfAReadOnlyParameter();
+
+    void colourTellsWhetherUserAndDriveDiffer_data();
+    void colourTellsWhetherUserAndDriveDiffer();
+    void wholeRowBearsTheColour();
+    void unreadParameterComparesAgainstZero_data();
+    void unreadParameterComparesAgainstZero();
+    void emptiedFieldTurnsTheRowWhite();
+    void clearedPageIsWhite();
+    void rowTurnsLightGreyWhenTheDriveHasTakenTheValue();
+    void fieldOfAReadOnlyParameterIsAlwaysLightGrey();
+
+private:
+    std::optional<WorkingFolder> folder;
+    std::optional<ShownParameterTable> shown;
+    std::optional<QSignalSpy> modified;
+    std::optional<QSignalSpy> deleted;
+};
+
+void TestParameterTableEdits::init()
+{
+    folder.emplace();
+    defineTableParameters();
+    shown.emplace(tableDrive({readParam(11, 250), readParam(30, -1500), readParam(83, 777)}));
+    modified.emplace(&shown->page, SIGNAL(parameterModified(Z7DeviceParam)));
+    deleted.emplace(&shown->page, SIGNAL(parameterDeleted(Z7DeviceParam)));
+}
+
+void TestParameterTableEdits::cleanup()
+{
+    deleted.reset();
+    modified.reset();
+    shown.reset();
+    folder.reset();
+}
+
+void TestParameterTableEdits::typedNumberIsReportedUnderItsParameter()
+{
+    type(shown->field(11), "200");
+    QCOMPARE(lastReported(*modified).number, 11);
+    QCOMPARE(lastReported(*modified).value, 200);
+    QVERIFY(lastReported(*modified).hasValue);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::reportTellsTheSignOfTheDefinition()
+{
+    type(shown->field(11), "200");
+    QCOMPARE(lastReported(*modified).isUnsigned, 1);
+    type(shown->field(30), "-7");
+    QCOMPARE(lastReported(*modified).isUnsigned, 0);
+    QCOMPARE(lastReported(*modified).value, -7);
+}
+
+void TestParameterTableEdits::typingTheDrivesOwnValueIsReportedToo()
+{
+    type(shown->field(11), "250");
+    QCOMPARE(lastReported(*modified).value, 250);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::emptiedFieldWithdrawsTheChange()
+{
+    type(shown->field(30), "-7");
+    modified->clear();
+    emptyByHand(shown->field(30));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 1);
+    QCOMPARE(lastReported(*deleted).number, 30);
+    QCOMPARE(lastReported(*deleted).value, 0);
+    QCOMPARE(lastReported(*deleted).isUnsigned, 0);
+    QVERIFY(lastReported(*deleted).hasValue);
+}
+
+void TestParameterTableEdits::loneMinusSignReportsNothing()
+{
+    type(shown->field(30), "-");
+    QCOMPARE(shown->field(30)->text(), QStringLiteral("-"));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::keystrokeIsReportedOnceHoweverManyRecordsCame()
+{
+    for (int record = 0; record < 10; ++record)
+        shown->page.DeviceUpdate(tableDrive({readParam(11, 250)}));
+    type(shown->field(11), "7");
+    QCOMPARE(modified->count(), 1);
+}
+
+void TestParameterTableEdits::restoredUserValueIsShownAndNotReported()
+{
+    shown->page.applyUserParams(paramSet({readParam(11, 200), readParam(30, -7)}));
+    QCOMPARE(shown->field(11)->text(), QStringLiteral("200"));
+    QCOMPARE(shown->field(30)->text(), QStringLiteral("-7"));
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::typingIntoARestoredFieldIsReported()
+{
+    shown->page.newUserParam(readParam(11, 20));
+    type(shown->field(11), "1");
+    QCOMPARE(lastReported(*modified).value, 201);
+}
+
+void TestParameterTableEdits::userValueThatIsNoneMakesNoRow()
+{
+    shown->page.newUserParam(Z7DeviceParam(50, 3, 1, false));
+    QCOMPARE(shown->row(50), -1);
+}
+
+void TestParameterTableEdits::userValueOfAnUnreadParameterMakesARow()
+{
+    shown->page.newUserParam(readParam(50, 3));
+    QCOMPARE(shown->text(50, DeviceValue), QString());
+    QCOMPARE(shown->field(50)->text(), QStringLiteral("3"));
+    QCOMPARE(shown->text(50, Name), QStringLiteral("Funktion"));
+    QCOMPARE(modified->count(), 0);
+}
+
+void TestParameterTableEdits::clearingEmptiesEveryFieldWithoutAReport()
+{
+    shown->page.applyUserParams(paramSet({readParam(11, 200), readParam(30, -7), readParam(83, 1)}));
+    shown->page.clearUserValues();
+    for (const int number : {11, 30, 83})
+        QCOMPARE(shown->field(number)->text(), QString());
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::valueReachesTheDisabledFieldOfAReadOnlyParameter()
+{
+    shown->page.newUserParam(readParam(83, 778));
+    QCOMPARE(shown->field(83)->text(), QStringLiteral("778"));
+    QVERIFY(!shown->field(83)->isEnabled());
+}
+
+void TestParameterTableEdits::colourTellsWhetherUserAndDriveDiffer_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QColor>("colour");
+    QTest::addColumn<int>("weight");
+    QTest::newRow("nothing wanted") << 11 << "" << QColor(Qt::white) << int(QFont::Normal);
+    QTest::newRow("the drive's own value") << 11 << "250" << lightGrey << int(QFont::Normal);
+    QTest::newRow("the drive's own value with a zero before it")
+        << 11 << "0250" << lightGrey << int(QFont::Normal);
+    QTest::newRow("another value") << 11 << "251" << darkGrey << int(QFont::Bold);
+    QTest::newRow("zero") << 11 << "0" << darkGrey << int(QFont::Bold);
+    QTest::newRow("the drive's own negative value") << 30 << "-1500" << lightGrey << int(QFont::Normal);
+    QTest::newRow("the value without its sign") << 30 << "1500" << darkGrey << int(QFont::Bold);
+    QTest::newRow("a lone sign") << 30 << "-" << QColor(Qt::white) << int(QFont::Normal);
+}
+
+void TestParameterTableEdits::colourTellsWhetherUserAndDriveDiffer()
+{
+    QFETCH(int, number);
+    QFETCH(QString, typed);
+    type(shown->field(number), typed);
+    QTEST(shown->fieldGround(number), "colour");
+    QTEST(shown->ground(number, Number), "colour");
+    QTEST(shown->field(number)->font().weight(), "weight");
+}
+
+void TestParameterTableEdits::wholeRowBearsTheColour()
+{
+    type(shown->field(11), "251");
+    for (const int column : {Number, Name, DeviceValue, Unit, Remark})
+        QCOMPARE(shown->ground(11, column), darkGrey);
+    QCOMPARE(shown->fieldGround(11), darkGrey);
+    QCOMPARE(shown->ground(30, Number), QColor(Qt::white));
+}
+
+void TestParameterTableEdits::unreadParameterComparesAgainstZero_data()
+{
+    QTest::addColumn<int>("wanted");
+    QTest::addColumn<QColor>("colour");
+    QTest::newRow("zero is what an empty column counts as") << 0 << lightGrey;
+    QTest::newRow("any other number differs") << 3 << darkGrey;
+}
+
+void TestParameterTableEdits::unreadParameterComparesAgainstZero()
+{
+    QFETCH(int, wanted);
+    shown->page.newUserParam(readParam(50, wanted));
+    QTEST(shown->ground(50, Number), "colour");
+}
+
+void TestParameterTableEdits::emptiedFieldTurnsTheRowWhite()
+{
+    type(shown->field(11), "251");
+    emptyByHand(shown->field(11));
+    QCOMPARE(shown->ground(11, Remark), QColor(Qt::white));
+    QCOMPARE(shown->fieldGround(11), QColor(Qt::white));
+}
+
+void TestParameterTableEdits::clearedPageIsWhite()
+{
+    shown->page.applyUserParams(paramSet({readParam(11, 200), readParam(30, -1500)}));
+    shown->page.clearUserValues();
+    for (const int number : {11, 30})
+        QCOMPARE(shown->ground(number, Number), QColor(Qt::white));
+}
+
+void TestParameterTableEdits::rowTurnsLightGreyWhenTheDriveHasTakenTheValue()
+{
+    type(shown->field(11), "251");
+    shown->page.DeviceUpdate(tableDrive({readParam(11, 251)}));
+    QCOMPARE(shown->ground(11, Number), lightGrey);
+    QCOMPARE(shown->field(11)->font().weight(), int(QFont::Normal));
+    QCOMPARE(shown->field(11)->text(), QStringLiteral("251"));
+}
+
+void TestParameterTableEdits::fieldOfAReadOnlyParameterIsAlwaysLightGrey()
+{
+    QCOMPARE(shown->fieldGround(83), lightGrey);
+    QCOMPARE(shown->ground(83, Number), QColor(Qt::white));
+    shown->page.newUserParam(readParam(83, 778));
+    QCOMPARE(shown->fieldGround(83), lightGrey);
+    QCOMPARE(shown->ground(83, Number), darkGrey);
+}
+
+QTEST_MAIN(TestParameterTableEdits)
+
+#include "tst_parametertableedits.moc"
