@@ -29,7 +29,7 @@ function(z7_test name)
         target_link_libraries(${name} PRIVATE testsupport)
     endif()
     if(Z7_SANITIZE MATCHES "thread")
-        target_sources(${name} PRIVATE ${Z7_SANITIZER_FILES}/qtmutex.cpp)
+        target_sources(${name} PRIVATE ${Z7_SANITIZER_FILES}/qtsync.cpp)
     endif()
 
     get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)

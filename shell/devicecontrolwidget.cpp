@@ -22,13 +22,6 @@ const char *lampResource(int statusBits)
     return statusBits & workingBits ? ":/images/GreenIcon_16px.png" : ":/images/GrayIcon_16px.png";
 }
 
-void keepPlaceWhenHidden(QWidget *widget)
-{
-    QSizePolicy policy = widget->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    widget->setSizePolicy(policy);
-}
-
 } // namespace
 
 DeviceControlWidget::DeviceControlWidget(QWidget *parent)
@@ -40,10 +33,10 @@ DeviceControlWidget::DeviceControlWidget(QWidget *parent)
     for (QLabel *label : labels) {
         label->setText(QString());
         label->setTextFormat(Qt::PlainText);
-        keepPlaceWhenHidden(label);
+        PageStyle::keepPlaceWhenHidden(label);
     }
     m_ui->LDeviceStatus->setPixmap(QPixmap());
-    keepPlaceWhenHidden(m_ui->PgBarComm);
+    PageStyle::keepPlaceWhenHidden(m_ui->PgBarComm);
     m_ui->PgBarComm->hide();
     PageStyle::paintText(m_ui->LLastMessage, Qt::red);
 }

@@ -55,6 +55,7 @@ MainContentWidget::MainContentWidget(Z7MainController *controller, QWidget *pare
     m_ui->LParamWarning->setText(QString());
     m_ui->LParamWarning->setTextFormat(Qt::PlainText);
     PageStyle::paintText(m_ui->LParamWarning, Qt::red);
+    PageStyle::keepPlaceWhenHidden(m_ui->LParamWarning);
     setButtonTexts();
     disableDataButtons();
 }
@@ -129,8 +130,12 @@ void MainContentWidget::takeOutShownPage()
 {
     const QObjectList children = m_ui->DataWidgetContent->children();
     for (QObject *child : children) {
-        if (auto *page = qobject_cast<QWidget *>(child))
-            page->setParent(nullptr);
+        auto *page = qobject_cast<QWidget *>(child);
+        if (!page)
+            continue;
+        // Hidden first, or the layout might show it yet, as a window of its own.
+        page->hide();
+        page->setParent(nullptr);
     }
 }
 

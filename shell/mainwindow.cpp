@@ -13,6 +13,8 @@
 #include "ui_mainwindow.h"
 
 #include <QCloseEvent>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QVBoxLayout>
 
 namespace {
@@ -26,6 +28,24 @@ QString commonText(const char *key, const char *defaultText)
     return languageText("Common", key, QString::fromUtf8(defaultText));
 }
 
+/// Shows an ampersand between two words as it stands. Elsewhere it underlines the next letter.
+class MenuStyle : public QProxyStyle
+{
+public:
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+        const QWidget *widget) const override
+    {
+        const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+        if (!item) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        QStyleOptionMenuItem shown = *item;
+        shown.text.replace(QStringLiteral("& "), QStringLiteral("&& "));
+        QProxyStyle::drawControl(element, &shown, painter, widget);
+    }
+};
+
 } // namespace
 
 MainWindow::MainWindow()
@@ -37,6 +57,9 @@ MainWindow::MainWindow()
     setWindowTitle(commonText("ApplicationTitle", "Z7ConfigTool - Norvik & Tessel GmbH")
         + QStringLiteral(" - Version ") + programVersion);
     setActionTexts();
+    auto *menuStyle = new MenuStyle;
+    menuStyle->setParent(this);
+    m_ui->menuHilfe->setStyle(menuStyle);
     for (int number = 0; number <= PageNumber::Last; ++number)
         m_controller->createPage(number);
     createBands();
@@ -128,6 +151,8 @@ void MainWindow::enableFileActions(bool enabled)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    // A wizard at work would ask for the next port.
+    m_connectionsDialog->hide();
     m_controller->stopCommunication();
     Z7Services::shutdown();
     event->accept();

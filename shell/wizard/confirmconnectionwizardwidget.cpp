@@ -8,10 +8,8 @@
 #include "ui_confirmconnectionwizardwidget.h"
 
 #include <QCheckBox>
+#include <QHideEvent>
 #include <QLabel>
-#include <QTimer>
-
-#include <algorithm>
 
 namespace {
 
@@ -26,12 +24,26 @@ ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(bool quickConnect, 
     , m_ui(std::make_unique<Ui::ConfirmConnectionWizardWidget>())
 {
     m_ui->setupUi(this);
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pauseBetweenDrivesMs);
+    connect(&m_pause, SIGNAL(timeout()), SLOT(SendConnectCurrentDevice()));
 }
 
 ConfirmConnectionWizardWidget::~ConfirmConnectionWizardWidget()
 {
-    if (Z7MainController *controller = m_dialog->controller())
-        controller->removeCallback(this);
+    forgetLogOn();
+}
+
+void ConfirmConnectionWizardWidget::hideEvent(QHideEvent *event)
+{
+    if (!event->spontaneous())
+        forgetLogOn();
+}
+
+void ConfirmConnectionWizardWidget::forgetLogOn()
+{
+    m_pause.stop();
+    stopListening(this);
 }
 
 void ConfirmConnectionWizardWidget::enterPage()
@@ -70,8 +82,7 @@ void ConfirmConnectionWizardWidget::addRow(const Z7Device &device)
 
 void ConfirmConnectionWizardWidget::SendConnectCurrentDevice()
 {
-    if (!isConnecting())
-        return;
+    m_started = false;
     m_answered = false;
     m_dialog->controller()->readDeviceStatus(m_devices.at(m_currentDevice), this);
 }
@@ -79,25 +90,23 @@ void ConfirmConnectionWizardWidget::SendConnectCurrentDevice()
 void ConfirmConnectionWizardWidget::transactionStarted(int maxProgress, const Z7Device &device)
 {
     Q_UNUSED(maxProgress)
-    if (isConnecting() && isAboutCurrentDevice(device))
-        m_rows.at(m_currentDevice).status->show();
-}
-
-bool ConfirmConnectionWizardWidget::isConnecting() const
-{
-    return m_currentDevice < m_devices.size();
+    if (!isAboutCurrentDevice(device))
+        return;
+    m_started = true;
+    m_rows.at(m_currentDevice).status->show();
 }
 
 bool ConfirmConnectionWizardWidget::isAboutCurrentDevice(const Z7Device &device) const
 {
     const Z7Device &asked = m_devices.at(m_currentDevice);
-    return device.address == asked.address && device.portInfo.portName() == asked.portInfo.portName();
+    return device.address == asked.address && device.password == asked.password
+        && device.portInfo.portName() == asked.portInfo.portName();
 }
 
 void ConfirmConnectionWizardWidget::DeviceUpdate(const Z7Device &device)
 {
-    // The log-on of an earlier wizard may still have been under way; its drive is none of this row's.
-    if (!isConnecting() || !isAboutCurrentDevice(device))
+    // The record of an earlier page's log-on is none of this row's.
+    if (!m_started || !isAboutCurrentDevice(device))
         return;
     m_answered = true;
     m_devices[m_currentDevice] = device;
@@ -110,19 +119,15 @@ void ConfirmConnectionWizardWidget::DeviceUpdate(const Z7Device &device)
 
 void ConfirmConnectionWizardWidget::transactionTerminated()
 {
-    if (!isConnecting())
-        return;
-    if (!m_answered) {
-        QTimer::singleShot(pauseBetweenDrivesMs, this, SLOT(SendConnectCurrentDevice()));
+    if (m_answered && m_currentDevice + 1 == m_devices.size()) {
+        if (!selectedDevices().isEmpty())
+            setNavigationEnabled(true, true);
         return;
     }
-    if (m_currentDevice + 1 < m_devices.size()) {
+    // Without an answer it was an earlier page's log-on that has ended. It kept this one from starting.
+    if (m_answered)
         ++m_currentDevice;
-        QTimer::singleShot(pauseBetweenDrivesMs, this, SLOT(SendConnectCurrentDevice()));
-        return;
-    }
-    if (!selectedDevices().isEmpty())
-        setNavigationEnabled(true, true);
+    m_pause.start();
 }
 
 QList<Z7Device> ConfirmConnectionWizardWidget::selectedDevices()
@@ -145,7 +150,5 @@ bool ConfirmConnectionWizardWidget::leavePage()
     // With nothing ticked the whole list goes on.
     if (!checked.isEmpty())
         m_devices = checked;
-    // Drives that have not been tried by now are not waited for.
-    m_currentDevice = m_devices.size();
     return true;
 }

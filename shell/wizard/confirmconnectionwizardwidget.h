@@ -3,6 +3,7 @@
 #include "pages/idevicedatacallback.h"
 #include "shell/wizard/iwizardwidget.h"
 
+#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
@@ -34,6 +35,10 @@ public:
     void transactionTerminated() override;
     void transactionProgress() override { }
 
+protected:
+    /// A page that the user has left waits for nothing any more and asks for nothing more.
+    void hideEvent(QHideEvent *event) override;
+
 private slots:
     void SendConnectCurrentDevice();
 
@@ -46,13 +51,15 @@ private:
     };
 
     void addRow(const Z7Device &device);
-    /// False once the user has gone on.
-    bool isConnecting() const;
+    void forgetLogOn();
     bool isAboutCurrentDevice(const Z7Device &device) const;
 
     const bool m_quickConnect;
     QVector<Row> m_rows; ///< one per drive; the widgets belong to the form
     int m_currentDevice = 0;
-    bool m_answered = false; ///< the record of the current drive has come
+    /// The log-on to the current drive has begun. A log-on of an earlier page may still hold the bus.
+    bool m_started = false;
+    bool m_answered = false; ///< the record of that log-on has come
+    QTimer m_pause; ///< before the next log-on
     const std::unique_ptr<Ui::ConfirmConnectionWizardWidget> m_ui;
 };

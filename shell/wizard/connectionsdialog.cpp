@@ -121,8 +121,10 @@ void ConnectionsDialog::setNavigationEnabled(bool enabled, bool okOnly)
 void ConnectionsDialog::reject()
 {
     // The escape key and the title bar are no way round the disabled buttons.
-    if (m_ui->BtnCancel->isEnabled())
-        QDialog::reject();
+    if (!m_ui->BtnCancel->isEnabled())
+        return;
+    takeOutOfFrame();
+    QDialog::reject();
 }
 
 // --- the ways to connect drives
@@ -219,13 +221,18 @@ void ConnectionsDialog::putInFrame(IWizardWidget &page)
     page.widget()->setParent(m_ui->WizardWidget);
     m_ui->WizardLayout->addWidget(page.widget());
     page.widget()->show();
+    if (page.widget()->focusProxy())
+        page.widget()->setFocus();
 }
 
 void ConnectionsDialog::takeOutOfFrame()
 {
     for (const auto &page : m_pages) {
-        if (page->widget()->parentWidget() == m_ui->WizardWidget)
-            page->widget()->setParent(nullptr);
+        if (page->widget()->parentWidget() != m_ui->WizardWidget)
+            continue;
+        // Hidden first, or the layout might show it yet, as a window of its own.
+        page->widget()->hide();
+        page->widget()->setParent(nullptr);
     }
 }
 

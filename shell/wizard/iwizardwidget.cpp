@@ -1,5 +1,6 @@
 #include "shell/wizard/iwizardwidget.h"
 
+#include "control/maincontroller.h"
 #include "shell/wizard/connectionsdialog.h"
 
 IWizardWidget::IWizardWidget(QWidget *widget, ConnectionsDialog *dialog)
@@ -18,4 +19,10 @@ bool IWizardWidget::leavePage()
 void IWizardWidget::setNavigationEnabled(bool enabled, bool okOnly)
 {
     m_dialog->setNavigationEnabled(enabled, okOnly);
+}
+
+void IWizardWidget::stopListening(IDeviceDataCallback *page)
+{
+    if (Z7MainController *controller = m_dialog->controller())
+        controller->removeCallback(page);
 }

@@ -5,6 +5,7 @@
 #include <QList>
 
 class ConnectionsDialog;
+class IDeviceDataCallback;
 class QWidget;
 
 /// One page of a way to connect drives. The list of drives it works on moves from page to page.
@@ -31,6 +32,9 @@ public:
 protected:
     /// Neither is owned: `widget` is the page itself, and the dialog owns the page.
     IWizardWidget(QWidget *widget, ConnectionsDialog *dialog);
+
+    /// The page wants no more news of the transaction that it has asked for.
+    void stopListening(IDeviceDataCallback *page);
 
     QList<Z7Device> m_devices;
     QWidget *const m_widget;

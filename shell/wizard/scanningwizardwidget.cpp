@@ -7,10 +7,10 @@
 #include "shell/wizard/wizardrows.h"
 #include "ui_scanningwizardwidget.h"
 
+#include <QHideEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTimer>
 
 #include <algorithm>
 
@@ -18,6 +18,7 @@ namespace {
 
 constexpr int pauseBetweenPortsMs = 200;
 constexpr int stretch = 100;
+constexpr int textIndent = 4;
 
 QString dialogText(const char *key, const char *defaultText)
 {
@@ -31,12 +32,26 @@ ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
     , m_ui(std::make_unique<Ui::ScanningWizardWidget>())
 {
     m_ui->setupUi(this);
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(pauseBetweenPortsMs);
+    connect(&m_pause, SIGNAL(timeout()), SLOT(scanDevice()));
 }
 
 ScanningWizardWidget::~ScanningWizardWidget()
 {
-    if (Z7MainController *controller = m_dialog->controller())
-        controller->removeCallback(this);
+    forgetScan();
+}
+
+void ScanningWizardWidget::hideEvent(QHideEvent *event)
+{
+    if (!event->spontaneous())
+        forgetScan();
+}
+
+void ScanningWizardWidget::forgetScan()
+{
+    m_pause.stop();
+    stopListening(this);
 }
 
 void ScanningWizardWidget::enterPage()
@@ -63,13 +78,16 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
     Row row {};
     row.progress = new QProgressBar;
     row.progress->setFixedHeight(WizardRows::statusHeight);
+    PageStyle::keepPlaceWhenHidden(row.progress);
     row.progress->hide();
     layout->addWidget(row.progress);
     row.status = WizardRows::addLabel(layout, QStringLiteral(" "));
     row.text = WizardRows::addLabel(layout, QStringLiteral(" "));
+    row.text->setIndent(textIndent);
     WizardRows::addLabel(layout, QStringLiteral(" "));
     row.abort = new QPushButton(QIcon(QStringLiteral(":/images/cancel-icon.png")),
         languageText("Common", "Abort", QStringLiteral("Abbrechen")));
+    PageStyle::keepPlaceWhenHidden(row.abort);
     row.abort->hide();
     connect(row.abort, SIGNAL(clicked()), SLOT(abortScanning()));
     layout->addWidget(row.abort);
@@ -80,7 +98,7 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
 void ScanningWizardWidget::announceScan()
 {
     m_rows.at(m_currentPort).text->setText(dialogText("Scanning", "Scanning..."));
-    QTimer::singleShot(pauseBetweenPortsMs, this, SLOT(scanDevice()));
+    m_pause.start();
 }
 
 void ScanningWizardWidget::scanDevice()

@@ -3,6 +3,7 @@
 #include "pages/idevicedatacallback.h"
 #include "shell/wizard/iwizardwidget.h"
 
+#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
@@ -35,6 +36,10 @@ public:
     void transactionTerminated() override;
     void transactionProgress() override;
 
+protected:
+    /// A page that is put away scans no further port.
+    void hideEvent(QHideEvent *event) override;
+
 private slots:
     void scanDevice();
     void abortScanning();
@@ -50,6 +55,7 @@ private:
 
     void addRow(const Z7Device &device);
     void announceScan();
+    void forgetScan();
     int countFoundOnPort(const QString &portName) const;
 
     bool m_scanning = false;
@@ -57,5 +63,6 @@ private:
     QVector<Row> m_rows; ///< one per port; the widgets belong to the form
     int m_currentPort = 0;
     QList<Z7Device> m_foundDevices;
+    QTimer m_pause; ///< before the next port
     const std::unique_ptr<Ui::ScanningWizardWidget> m_ui;
 };

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QPixmap;
+
+/// The hands and eyes of a person before the program: only what is on the screen can be pressed, typed into
+/// and read.
+///
+/// A hand that finds nothing to press says why in a warning and returns false. Main thread only.
+namespace Person {
+
+/// How long a person waits for something that is under way on the bus, in milliseconds.
+constexpr int patienceMs = 20000;
+
+/// Lets the program run until the condition holds; false if it does not within that time.
+bool waitUntil(const std::function<bool()> &condition, int ms = patienceMs);
+
+/// The widget of that name below `window` if it is on the screen, or null.
+QWidget *seen(const QWidget &window, const char *name);
+
+/// Clicks a button that is on the screen, enabled and not behind a modal window.
+bool press(const QWidget &window, const char *button);
+bool press(QWidget *button);
+
+/// Replaces what stands in an edit field, with the keyboard.
+bool type(QLineEdit *field, const QString &text);
+
+/// What a label shows; empty if it is hidden.
+QString textOf(const QWidget &window, const char *label);
+
+/// The part in the middle of the name of the picture that a label shows: "green" for usb_green_24px.png
+/// under the pattern "usb_%1_24px.png". Empty if the label is hidden or shows none of these.
+QString pictureOf(const QLabel *label, const QString &pattern, const QStringList &names);
+QString pictureOf(const QPixmap &pixmap, const QString &pattern, const QStringList &names);
+
+} // namespace Person

@@ -1,0 +1,238 @@
+// From the tool button to the tree: the ways to one drive, and what keeps a drive out.
+
+#include "tests/e2e/journey.h"
+#include "tests/e2e/person.h"
+#include "tests/e2e/telegrams.h"
+#include "tests/e2e/testbench.h"
+#include "tests/support/messageboxes.h"
+
+#include <QtTest>
+
+using namespace Telegrams;
+
+namespace {
+
+const QString port = QStringLiteral("ttyUSB0");
+
+} // namespace
+
+class TestConnectJourneys : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void quickConnectLogsOnToTheDriveWithTheDefaultAddress();
+    void quickConnectTriesTheAdapterOfThePreferredVendorAlone();
+    void quickConnectWithoutAPortFindsNoDrive();
+    void nothingMovesOnTheBusBeforeAPageIsShown();
+    void manualConnectTakesAPasswordThatIsNotTheAddress();
+    void wrongPasswordShowsTheDriveAsPresentAndLocked();
+    void driveWithAWrongPasswordIsNotTakenOver();
+    void wrongPasswordIsCorrectedOnTheWayBack();
+    void driveThatDoesNotAnswerIsTriedOnce();
+    void driveWithoutDefinitionsIsRefusedAndTheOtherOneAdded();
+    void removedDriveIsGoneAfterOk();
+};
+
+void TestConnectJourneys::quickConnectLogsOnToTheDriveWithTheDefaultAddress()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    QVERIFY(journey.wizard().press("BtnQuickConnect"));
+    QTRY_COMPARE(journey.wizard().triedDrives(), QStringList("Port0 - Z7.1: connected"));
+    QTRY_VERIFY(journey.wizard().canPressOk());
+    QVERIFY(journey.wizard().ok());
+
+    QVERIFY(!journey.wizard().isOpen());
+    QCOMPARE(requests(bus.log()), logOn(1, 0));
+    QCOMPARE(journey.drives(), QStringList("Port0 - Z7.1, active"));
+    const ControlBar bar = journey.bar();
+    QCOMPARE(bar.port, port);
+    QCOMPARE(bar.usb, QStringLiteral("green"));
+    QCOMPARE(bar.device, QStringLiteral("Z7.1"));
+    QCOMPARE(bar.lamp, QStringLiteral("Green"));
+    QCOMPARE(bar.message, QString());
+}
+
+void TestConnectJourneys::quickConnectTriesTheAdapterOfThePreferredVendorAlone()
+{
+    TestBench bench;
+    auto &other = bench.plugIn(port, {TestBench::shortDrive(1)}, ListedPorts::otherAdapter());
+    auto &preferred = bench.plugIn(QStringLiteral("ttyUSB7"), {TestBench::shortDrive(1)});
+    const Journey journey;
+    QVERIFY(journey.connectQuickly());
+    QCOMPARE(journey.drives(), QStringList("Port7 - Z7.1, active"));
+    QCOMPARE(requests(preferred.log()), logOn(1, 0));
+    QCOMPARE(requests(other.log()), QStringList());
+}
+
+void TestConnectJourneys::quickConnectWithoutAPortFindsNoDrive()
+{
+    TestBench bench;
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    QVERIFY(journey.wizard().press("BtnQuickConnect"));
+    QTRY_COMPARE(journey.wizard().triedDrives(), QStringList("Kein Z7-Motor erkannt."));
+    QVERIFY(!journey.wizard().canPressOk());
+    QVERIFY(journey.wizard().close());
+}
+
+void TestConnectJourneys::nothingMovesOnTheBusBeforeAPageIsShown()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
+    const Journey journey;
+    QVERIFY(journey.connectQuickly());
+    QTest::qWait(500);
+    QCOMPARE(requests(bus.log()), logOn(1, 0));
+}
+
+void TestConnectJourneys::manualConnectTakesAPasswordThatIsNotTheAddress()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(3, 4711)});
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    const WizardUser wizard = journey.wizard();
+    QVERIFY(wizard.press("BtnManual"));
+    QCOMPARE(wizard.offeredPorts(), QStringList("ttyUSB0 (FT232R USB UART) - 1027"));
+    QVERIFY(wizard.typeAddress(3));
+    QVERIFY(wizard.typePassword(4711));
+    QVERIFY(wizard.next());
+    QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.3: connected"));
+    QTRY_VERIFY(wizard.canPressOk());
+    QVERIFY(wizard.ok());
+
+    // The drive refuses its address as password and takes the one that was typed.
+    QCOMPARE(requests(bus.log()), logOn(3, 4711));
+    QCOMPARE(bus.log().at(1).bytes, QByteArray::fromHex("89 03 10 c9"));
+    QCOMPARE(bus.log().at(3).bytes, QByteArray::fromHex("89 03 00 d9"));
+    QCOMPARE(journey.drives(), QStringList("Port0 - Z7.3, active"));
+}
+
+void TestConnectJourneys::wrongPasswordShowsTheDriveAsPresentAndLocked()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(3, 4711)});
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    const WizardUser wizard = journey.wizard();
+    QVERIFY(wizard.press("BtnManual"));
+    QVERIFY(wizard.typeAddress(3));
+    QVERIFY(wizard.typePassword(1111));
+    QVERIFY(wizard.next());
+    QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.3: refused"));
+
+    QCOMPARE(requests(bus.log()), QStringList({access(3, 3), access(3, 1111)}));
+    const ControlBar bar = journey.bar();
+    QCOMPARE(bar.usb, QStringLiteral("yellow"));
+    QCOMPARE(bar.message, QStringLiteral("Ungültiges Passwort"));
+    QCOMPARE(bar.device, QStringLiteral("Z7.3"));
+    QCOMPARE(bar.lamp + bar.speed + bar.current, QString());
+}
+
+void TestConnectJourneys::driveWithAWrongPasswordIsNotTakenOver()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1, 4711)});
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    const WizardUser wizard = journey.wizard();
+    QVERIFY(wizard.press("BtnQuickConnect"));
+    QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.1: refused"));
+    QTRY_VERIFY(!journey.bar().progress);
+    QVERIFY(!wizard.canPressOk());
+    QVERIFY(wizard.close());
+    QCOMPARE(journey.drives(), QStringList());
+    QCOMPARE(requests(bus.log()), QStringList({access(1, 1), access(1, 0)}));
+}
+
+void TestConnectJourneys::wrongPasswordIsCorrectedOnTheWayBack()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1, 4711)});
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    const WizardUser wizard = journey.wizard();
+    QVERIFY(wizard.press("BtnManual"));
+    QVERIFY(wizard.next());
+    QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.1: refused"));
+    QVERIFY(wizard.previous());
+    QVERIFY(wizard.typePassword(4711));
+    QVERIFY(wizard.next());
+    QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.1: connected"));
+    QTRY_VERIFY(wizard.canPressOk());
+    QVERIFY(wizard.ok());
+    QCOMPARE(requests(bus.log()), QStringList({access(1, 1), access(1, 0)}) + logOn(1, 4711));
+    QCOMPARE(journey.drives(), QStringList("Port0 - Z7.1, active"));
+}
+
+void TestConnectJourneys::driveThatDoesNotAnswerIsTriedOnce()
+{
+    TestBench bench;
+    auto &bus = bench.plugIn(port, {TestBench::shortDrive(9)});
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    QVERIFY(journey.wizard().press("BtnQuickConnect"));
+    QTRY_COMPARE(journey.wizard().triedDrives(), QStringList("Port0 - Z7.1: refused"));
+    QTRY_VERIFY(!journey.bar().progress);
+    QCOMPARE(requests(bus.log()), QStringList(access(1, 1)));
+    QCOMPARE(journey.bar().usb, QStringLiteral("red"));
+    QCOMPARE(journey.bar().message, QStringLiteral("Das Gerät antwortet nicht (timeout)"));
+    QCOMPARE(journey.bar().device, QString());
+}
+
+void TestConnectJourneys::driveWithoutDefinitionsIsRefusedAndTheOtherOneAdded()
+{
+    TestBench bench;
+    z7sim::DriveConfig unknown = TestBench::shortDrive(2);
+    unknown.version = "V200";
+    bench.plugIn(port, {TestBench::shortDrive(1), unknown});
+    bench.removeDefinitions("V200");
+    const Journey journey;
+    QVERIFY(journey.openWizard());
+    const WizardUser wizard = journey.wizard();
+    for (const int address : {2, 1}) {
+        QVERIFY(wizard.press("BtnManual"));
+        QVERIFY(wizard.typeAddress(address));
+        QVERIFY(wizard.next());
+        QTRY_VERIFY(wizard.canPressOk());
+        QVERIFY(wizard.next());
+    }
+    QCOMPARE(wizard.drives(), QStringList({"Port0 - Z7.2, active", "Port0 - Z7.1, active"}));
+
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    QVERIFY(wizard.ok());
+    QCOMPARE(user.count(), 1);
+    QCOMPARE(user.last().icon, QMessageBox::Critical);
+    QCOMPARE(user.last().text,
+        QStringLiteral("Der Motor kann nicht hinzugefügt werden:\n\nZur Versionnummer V200 im Motor "
+                       "Port0 - Z7.2 ist keine Parameter-Definition verfügbar. Bitte fordern Sie die Datei "
+                       "mit den Parameter-Definitionen zur Z7-Version V200 an."));
+    QCOMPARE(journey.drives(), QStringList("Port0 - Z7.1, active"));
+}
+
+void TestConnectJourneys::removedDriveIsGoneAfterOk()
+{
+    TestBench bench;
+    bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)});
+    const Journey journey;
+    QVERIFY(journey.connectManually(port, 1, 0));
+    QVERIFY(journey.connectManually(port, 2, 0));
+    QCOMPARE(journey.drives(), QStringList({"Port0 - Z7.1, active", "Port0 - Z7.2, active"}));
+
+    QVERIFY(journey.openWizard());
+    const WizardUser wizard = journey.wizard();
+    QCOMPARE(wizard.drives(), QStringList({"Port0 - Z7.1, active", "Port0 - Z7.2, active"}));
+    QVERIFY(wizard.chooseDrive(0));
+    QVERIFY(wizard.press("BtnRemoveConnection"));
+    QCOMPARE(wizard.drives(), QStringList("Port0 - Z7.2, active"));
+    QVERIFY(wizard.ok());
+    QCOMPARE(journey.drives(), QStringList("Port0 - Z7.2, active"));
+}
+
+QTEST_MAIN(TestConnectJourneys)
+
+#include "tst_connectjourneys.moc"
