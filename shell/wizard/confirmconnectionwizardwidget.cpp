@@ -48,6 +48,7 @@ void ConfirmConnectionWizardWidget::forgetLogOn()
 
 void ConfirmConnectionWizardWidget::enterPage()
 {
+    forgetLogOn();
     WizardRows::removeRows(m_ui->verticalLayout_3);
     m_rows.clear();
     if (m_quickConnect)
@@ -142,6 +143,7 @@ QList<Z7Device> ConfirmConnectionWizardWidget::selectedDevices()
 
 bool ConfirmConnectionWizardWidget::leavePage()
 {
+    forgetLogOn();
     QList<Z7Device> checked;
     for (int i = 0; i < m_rows.size(); ++i) {
         if (m_rows.at(i).check->isChecked())

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "shell/mainwindow.h"
+#include "shell/wizard/connectionsdialog.h"
+#include "tests/shell/shelltest.h"
+#include "tests/shell/simulateddrives.h"
+
+#include <QTreeWidget>
+#include <QtTest>
+
+#include <algorithm>
+#include <memory>
+
+/// The whole window with drives on a bus at its real speed, and a person in front of it.
+class DrivenWindow
+{
+public:
+    /// Drives at these addresses behind the first port, each with its address as password.
+    explicit DrivenWindow(const QList<int> &addresses)
+        : bus(drives.plug(ShellTest::firstPort))
+        , window(std::make_unique<MainWindow>())
+        , wizard(window->findChild<ConnectionsDialog *>())
+    {
+        bus.command("pace on");
+        for (int address : addresses) {
+            z7sim::DriveConfig drive;
+            drive.address = address;
+            bus.addDrive(drive);
+        }
+        window->show();
+    }
+
+    void press(const char *button) const { ShellTest::press(*window, button); }
+    QTreeWidget &tree() const { return ShellTest::child<QTreeWidget>(*window, "MainMenuTree"); }
+    QTreeWidgetItem *item(int page, int address) const
+    {
+        return ShellTest::itemOf(tree(), page, ShellTest::drive(address).deviceId());
+    }
+    void click(int page, int address) const { ShellTest::click(tree(), item(page, address)); }
+
+    /// Begins the log-on to a drive on the manual way.
+    void logOn(int address) const
+    {
+        ShellTest::press(*wizard, "BtnManual");
+        ShellTest::type(*wizard, "EdAdress", QString::number(address));
+        ShellTest::type(*wizard, "EdPassword", QString::number(address));
+        ShellTest::press(*wizard, "BtnNext");
+    }
+    /// Connects these drives with the wizard; false if that fails.
+    bool connectDrives(const QList<int> &addresses) const
+    {
+        press("BtnConnection");
+        for (int address : addresses) {
+            logOn(address);
+            if (!QTest::qWaitFor([this] { return ShellTest::child(*wizard, "BtnOK").isEnabled(); }))
+                return false;
+            ShellTest::press(*wizard, "BtnNext");
+        }
+        ShellTest::press(*wizard, "BtnOK");
+        return true;
+    }
+    /// True once more has been on the wire than now.
+    bool waitForTraffic() const
+    {
+        const int seen = bus.log().size();
+        return QTest::qWaitFor([this, seen] { return bus.log().size() > seen; });
+    }
+    /// True once the record of a polling pass that begins from now on has come.
+    bool waitForAPass() const
+    {
+        const int begun = statusRequests();
+        // The next pass but one begins when that record has been taken.
+        return QTest::qWaitFor([this, begun] { return statusRequests() >= begun + 2; });
+    }
+    /// True if nothing is on the wire for a while.
+    bool staysSilent(int ms) const
+    {
+        const int seen = bus.log().size();
+        QTest::qWait(ms);
+        return bus.log().size() == seen;
+    }
+
+    int statusRequests() const
+    {
+        // 05 is the request for the status; every pass has one.
+        const QVector<z7sim::WireEntry> log = bus.log();
+        return int(std::count_if(log.begin(), log.end(), [](const z7sim::WireEntry &entry) {
+            return entry.direction == z7sim::WireEntry::Request && entry.bytes.startsWith('\x05');
+        }));
+    }
+
+    SimulatedDrives drives;
+    z7sim::SimulatedBus &bus;
+    std::unique_ptr<MainWindow> window;
+    ConnectionsDialog *const wizard;
+};

@@ -1,0 +1,352 @@
+// The tree of the drives and their pages, and how a person's clicks in it fare while records come in.
+
+#include "control/services/language.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "pages/fixedresolutionsdialog.h"
+#include "tests/shell/contentband.h"
+#include "tests/support/listedports.h"
+
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QtTest>
+
+#include <memory>
+
+using namespace ShellTest;
+
+namespace {
+
+constexpr int pageRole = Qt::UserRole + 1;
+constexpr int deviceRole = Qt::UserRole + 2;
+constexpr int fixedSpeed = 0x17;
+
+enum Page { Network, DeviceStatus, FixedResolutions = 5, ParameterTable = 9, RemoteControl = 16 };
+
+const char table[] = ":images/table-icon_24px_active.png";
+const char modifiedTable[] = ":images/table-icon_24px_active_modified.png";
+
+QStringList textsBelow(const QTreeWidgetItem *parent)
+{
+    QStringList texts;
+    for (int i = 0; i < parent->childCount(); ++i)
+        texts << parent->child(i)->text(0);
+    return texts;
+}
+
+} // namespace
+
+class TestPageTree : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void treeIsEmptyWithoutADrive();
+    void singleDriveStandsAtTheTop();
+    void twoDrivesStandBelowTheNetwork();
+    void networkGoesWithTheSecondDrive();
+    void drivesStandInTheOrderOfTheController();
+    void pagesStandInTheSameOrderBelowEveryDrive();
+    void remoteControlHasNoItem();
+    void itemsKnowTheirPageAndTheirDrive();
+    void itemsAreTitledFromTheLanguageFile();
+    void everythingIsExpanded();
+
+    void driveWithoutAccessHasInactiveIcons();
+    void iconsFollowTheAccessOfTheDrive();
+    void unwrittenChangeMarksItsPage();
+    void unwrittenChangeDoesNotMarkTheDrive();
+    void changeOfOneDriveMarksNoOther();
+    void markGoesWhenTheDriveHasTheValue();
+    void markReturnsWhenTheDriveLosesTheValue();
+
+    void selectionGoesWithARebuild();
+    void scrollPositionIsKeptByARebuild_data();
+    void scrollPositionIsKeptByARebuild();
+    void clickThatBeginsBeforeARefreshIsNotLost();
+    void focusStaysInTheTree_data();
+    void focusStaysInTheTree();
+    void focusStaysInAFieldOfThePage();
+
+private:
+    void list(const QList<Z7Device> &devices) { band->controller.setDevices(devices); }
+    QTreeWidget &tree() const { return band->tree(); }
+    QImage icon(int page, const Z7Device &device) const { return image(band->item(page, device)->icon(0)); }
+    QTreeWidgetItem *top(int place) const { return tree().topLevelItem(place); }
+    /// Makes page 5 one that is about the fixed speed, whatever fields its form has.
+    void letPageBeAboutTheFixedSpeed(const Z7Device &device);
+
+    std::unique_ptr<ListedPorts> ports;
+    std::unique_ptr<ContentBand<>> band;
+    Z7Device first;
+    Z7Device second;
+};
+
+void TestPageTree::init()
+{
+    writeDefinitions();
+    ports = std::make_unique<ListedPorts>();
+    ports->plugUsb(firstPort, QString());
+    // No test of this file lasts that long, so nothing moves on the bus.
+    Z7Services::instance()->options()->setPollingInterval(1000000);
+    band = std::make_unique<ContentBand<>>();
+    QVERIFY(QTest::qWaitForWindowActive(band->content->window()));
+    first = drive(1);
+    second = drive(2);
+}
+
+void TestPageTree::cleanup()
+{
+    band.reset();
+    ports.reset();
+    forgetServices();
+}
+
+void TestPageTree::letPageBeAboutTheFixedSpeed(const Z7Device &device)
+{
+    band->click(FixedResolutions, device);
+    band->content->findChild<FixedResolutionsDialog *>()->addParamId(fixedSpeed);
+}
+
+void TestPageTree::treeIsEmptyWithoutADrive()
+{
+    list({});
+    QCOMPARE(tree().topLevelItemCount(), 0);
+}
+
+void TestPageTree::singleDriveStandsAtTheTop()
+{
+    list({first});
+    QCOMPARE(tree().topLevelItemCount(), 1);
+    QCOMPARE(top(0)->text(0), QStringLiteral("Port0 - Z7.1"));
+    QVERIFY(!band->item(Network, Z7Device()));
+}
+
+void TestPageTree::twoDrivesStandBelowTheNetwork()
+{
+    list({first, second});
+    QCOMPARE(tree().topLevelItemCount(), 1);
+    QCOMPARE(top(0)->text(0), QStringLiteral("Z7-Netzwerk"));
+    QCOMPARE(image(top(0)->icon(0)), image(":images/network-icon-hi_24px.png"));
+    QCOMPARE(
+        textsBelow(top(0)), QStringList({QStringLiteral("Port0 - Z7.1"), QStringLiteral("Port0 - Z7.2")}));
+}
+
+void TestPageTree::networkGoesWithTheSecondDrive()
+{
+    list({first, second});
+    list({second});
+    QCOMPARE(tree().topLevelItemCount(), 1);
+    QCOMPARE(top(0)->text(0), QStringLiteral("Port0 - Z7.2"));
+}
+
+void TestPageTree::drivesStandInTheOrderOfTheController()
+{
+    list({drive(30), second, first});
+    QCOMPARE(textsBelow(top(0)),
+        QStringList({QStringLiteral("Port0 - Z7.1"), QStringLiteral("Port0 - Z7.2"),
+            QStringLiteral("Port0 - Z7.30")}));
+}
+
+void TestPageTree::pagesStandInTheSameOrderBelowEveryDrive()
+{
+    list({first, driveWithoutAccess(2)});
+    const QStringList pages {QStringLiteral("Betriebsmodus"), QStringLiteral("Festdrehzahlen"),
+        QStringLiteral("Positionierung"), QStringLiteral("Sollwertskalierung Drehzahl"),
+        QStringLiteral("Sollwertskalierung Strom"), QStringLiteral("Dynamik"), QStringLiteral("Regelung"),
+        QStringLiteral("Stromgrenzen"), QStringLiteral("Digitale Ausgänge"),
+        QStringLiteral("Ballastwiderstand"), QStringLiteral("Spannungsgrenzen"), QStringLiteral("RS485"),
+        QStringLiteral("Parametertabelle"), QStringLiteral("Firmware update")};
+    QCOMPARE(textsBelow(band->item(DeviceStatus, first)), pages);
+    QCOMPARE(textsBelow(band->item(DeviceStatus, second)), pages);
+}
+
+void TestPageTree::remoteControlHasNoItem()
+{
+    list({first});
+    QVERIFY(!band->item(RemoteControl, first));
+}
+
+void TestPageTree::itemsKnowTheirPageAndTheirDrive()
+{
+    list({first, second});
+    const int pages[] = {8, 5, 6, 11, 12, 3, 2, 4, 7, 13, 14, 15, 9, 10};
+    QCOMPARE(top(0)->data(0, pageRole), QVariant(0));
+    for (int i = 0; i < 2; ++i) {
+        const QTreeWidgetItem *item = top(0)->child(i);
+        const int id = (i == 0 ? first : second).deviceId();
+        QCOMPARE(item->data(0, pageRole), QVariant(1));
+        QCOMPARE(item->data(0, deviceRole), QVariant(id));
+        for (int place = 0; place < item->childCount(); ++place) {
+            QCOMPARE(item->child(place)->data(0, pageRole), QVariant(pages[place]));
+            QCOMPARE(item->child(place)->data(0, deviceRole), QVariant(id));
+        }
+    }
+}
+
+void TestPageTree::itemsAreTitledFromTheLanguageFile()
+{
+    languageText("DialogNetworkStatus", "Title", QStringLiteral("Network"));
+    languageText("DialogRS485", "Title", QStringLiteral("Bus"));
+    list({first, second});
+    QCOMPARE(top(0)->text(0), QStringLiteral("Network"));
+    QCOMPARE(band->item(15, first)->text(0), QStringLiteral("Bus"));
+}
+
+void TestPageTree::everythingIsExpanded()
+{
+    list({first, second});
+    QVERIFY(top(0)->isExpanded());
+    QVERIFY(band->item(DeviceStatus, first)->isExpanded());
+    QVERIFY(band->item(DeviceStatus, second)->isExpanded());
+}
+
+void TestPageTree::driveWithoutAccessHasInactiveIcons()
+{
+    list({driveWithoutAccess(1), second});
+    QCOMPARE(icon(DeviceStatus, first), image(":images/home-icon_24px_inactive.png"));
+    QCOMPARE(icon(ParameterTable, first), image(":images/table-icon_24px_inactive.png"));
+    QCOMPARE(icon(DeviceStatus, second), image(":images/home-icon_24px_active.png"));
+    QCOMPARE(icon(ParameterTable, second), image(table));
+}
+
+void TestPageTree::iconsFollowTheAccessOfTheDrive()
+{
+    list({first});
+    band->bring(driveWithoutAccess(1));
+    QCOMPARE(icon(DeviceStatus, first), image(":images/home-icon_24px_inactive.png"));
+    QCOMPARE(icon(ParameterTable, first), image(":images/table-icon_24px_inactive.png"));
+    band->bring(first);
+    QCOMPARE(icon(DeviceStatus, first), image(":images/home-icon_24px_active.png"));
+}
+
+void TestPageTree::unwrittenChangeMarksItsPage()
+{
+    list({first});
+    letPageBeAboutTheFixedSpeed(first);
+    band->controller.setUserParams(first.deviceId(), change(fixedSpeed, 500));
+    for (int page : {8, 6, 11, 12, 3, 2, 4, 7, 13, 14, 15, 10})
+        QVERIFY2(icon(page, first) == image(table), QByteArray::number(page).constData());
+    QCOMPARE(icon(FixedResolutions, first), image(modifiedTable));
+    // The table shows every parameter.
+    QCOMPARE(icon(ParameterTable, first), image(modifiedTable));
+}
+
+void TestPageTree::unwrittenChangeDoesNotMarkTheDrive()
+{
+    list({first});
+    band->controller.setUserParams(first.deviceId(), change(fixedSpeed, 500));
+    QCOMPARE(icon(ParameterTable, first), image(modifiedTable));
+    QCOMPARE(icon(DeviceStatus, first), image(":images/home-icon_24px_active.png"));
+}
+
+void TestPageTree::changeOfOneDriveMarksNoOther()
+{
+    list({first, second});
+    band->controller.setUserParams(second.deviceId(), change(fixedSpeed, 500));
+    QCOMPARE(icon(ParameterTable, first), image(table));
+    QCOMPARE(icon(ParameterTable, second), image(modifiedTable));
+}
+
+void TestPageTree::markGoesWhenTheDriveHasTheValue()
+{
+    list({first});
+    band->controller.setUserParams(first.deviceId(), change(fixedSpeed, 500));
+    Z7Device written = band->controller.device(first.deviceId());
+    written.updateParam(Z7DeviceParam(fixedSpeed, 500, 1, true));
+    band->bring(written);
+    QCOMPARE(icon(ParameterTable, first), image(table));
+}
+
+void TestPageTree::markReturnsWhenTheDriveLosesTheValue()
+{
+    list({first});
+    markGoesWhenTheDriveHasTheValue();
+    Z7Device reset = band->controller.device(first.deviceId());
+    reset.updateParam(Z7DeviceParam(fixedSpeed, 1200, 1, true));
+    band->bring(reset);
+    QCOMPARE(icon(ParameterTable, first), image(modifiedTable));
+}
+
+void TestPageTree::selectionGoesWithARebuild()
+{
+    list({first});
+    band->click(ParameterTable, first);
+    band->bring(first);
+    QVERIFY(tree().selectedItems().isEmpty());
+    QVERIFY(!tree().currentItem());
+}
+
+void TestPageTree::scrollPositionIsKeptByARebuild_data()
+{
+    QTest::addColumn<bool>("anotherDriveComes");
+    QTest::newRow("record of a listed drive") << false;
+    QTest::newRow("another drive") << true;
+}
+
+void TestPageTree::scrollPositionIsKeptByARebuild()
+{
+    QFETCH(bool, anotherDriveComes);
+    list({first, second, drive(3)});
+    QScrollBar *bar = tree().verticalScrollBar();
+    QVERIFY(bar->maximum() > 5);
+    bar->setValue(bar->maximum() / 2);
+    const int position = bar->value();
+    if (anotherDriveComes)
+        list({first, second, drive(3), drive(4)});
+    else
+        band->bring(first);
+    QCOMPARE(bar->value(), position);
+}
+
+void TestPageTree::clickThatBeginsBeforeARefreshIsNotLost()
+{
+    list({first, second});
+    QTreeWidgetItem *item = band->item(ParameterTable, first);
+    pressAt(tree(), item);
+    band->bring(second);
+    releaseAt(tree(), item);
+    QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
+}
+
+void TestPageTree::focusStaysInTheTree_data()
+{
+    QTest::addColumn<bool>("anotherDriveComes");
+    QTest::newRow("record of a listed drive") << false;
+    QTest::newRow("another drive") << true;
+}
+
+void TestPageTree::focusStaysInTheTree()
+{
+    QFETCH(bool, anotherDriveComes);
+    list({first});
+    band->click(ParameterTable, first);
+    QVERIFY(tree().hasFocus());
+    if (anotherDriveComes)
+        list({first, second});
+    else
+        band->bring(first);
+    QVERIFY(tree().hasFocus());
+}
+
+void TestPageTree::focusStaysInAFieldOfThePage()
+{
+    list({first});
+    band->bring(band->controller.device(first.deviceId()));
+    band->click(ParameterTable, first);
+    const QList<QLineEdit *> fields = band->content->findChildren<QLineEdit *>();
+    QVERIFY(!fields.isEmpty());
+    QTest::mouseClick(fields.first(), Qt::LeftButton);
+    QVERIFY(fields.first()->hasFocus());
+    QTest::keyClicks(fields.first(), QStringLiteral("7"));
+    band->bring(band->controller.device(first.deviceId()));
+    QVERIFY(fields.first()->hasFocus());
+    QCOMPARE(fields.first()->text(), QStringLiteral("7"));
+}
+
+QTEST_MAIN(TestPageTree)
+
+#include "tst_pagetree.moc"

@@ -1,0 +1,269 @@
+// The page beside the tree: what a click shows, and when clicks count.
+
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "pages/datawidget.h"
+#include "tests/shell/contentband.h"
+#include "tests/support/listedports.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QtTest>
+
+#include <memory>
+
+using namespace ShellTest;
+
+namespace {
+
+enum Page { Network, DeviceStatus, CurrentLimits = 4, ParameterTable = 9, FirmwareUpload = 10, RS485 = 15 };
+
+} // namespace
+
+class TestShownPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void nothingIsShownAtTheStart();
+    void contentHasItsColours();
+    void titleHasItsFont();
+    void clickShowsThePageUnderItsTitle_data();
+    void clickShowsThePageUnderItsTitle();
+    void nextPageTakesThePlaceOfTheFormer();
+    void samePageOfAnotherDriveIsShown();
+    void networkPageIsEmpty();
+    void drivesCanBeClickedAfterTheNetwork();
+
+    void clickDuringASwitchIsIgnored();
+    void nextRecordLetsClicksThrough();
+    void withPollingOffEveryClickCounts();
+    void clickIsOnlyOneSwitchAfterManyRecords();
+
+    void pageWithoutAnObjectTakesTheFormerPageOut();
+    void pageIsShownAgainAfterOneWithoutAnObject();
+    void newListOfDrivesTakesThePageOut();
+
+private:
+    QString title() const { return textOf(*band->content, "LContentTitle"); }
+    bool buttonsAreOffered() const { return child(*band->content, "DeviceCommButtonFrame").isEnabled(); }
+    /// Class names of the pages that a person sees.
+    QStringList shownPages() const;
+    void listDrives() { band->controller.setDevices({first, second}); }
+
+    std::unique_ptr<ListedPorts> ports;
+    std::unique_ptr<ContentBand<>> band;
+    Z7Device first;
+    Z7Device second;
+};
+
+void TestShownPage::init()
+{
+    writeDefinitions();
+    ports = std::make_unique<ListedPorts>();
+    ports->plugUsb(firstPort, QString());
+    Z7Services::instance()->options()->setPollingInterval(1000000);
+    band = std::make_unique<ContentBand<>>();
+    first = drive(1);
+    second = drive(2);
+}
+
+void TestShownPage::cleanup()
+{
+    band.reset();
+    ports.reset();
+    forgetServices();
+}
+
+QStringList TestShownPage::shownPages() const
+{
+    QStringList names;
+    for (const auto *page : band->content->findChildren<Z7DataWidget *>()) {
+        if (page->isVisible())
+            names << QString::fromLatin1(page->metaObject()->className());
+    }
+    return names;
+}
+
+void TestShownPage::nothingIsShownAtTheStart()
+{
+    QCOMPARE(title(), QString());
+    QCOMPARE(textOf(*band->content, "LParamWarning"), QString());
+    QVERIFY(!buttonsAreOffered());
+    QVERIFY(shownPages().isEmpty());
+}
+
+void TestShownPage::contentHasItsColours()
+{
+    const auto ground = [this](const char *name) {
+        return child(*band->content, name).palette().color(QPalette::Window);
+    };
+    QCOMPARE(ground("DataWidgetContent"), QColor(Qt::white));
+    QCOMPARE(ground("DeviceCommButtonFrame"), QColor(240, 240, 240));
+    QCOMPARE(child(*band->content, "LParamWarning").palette().color(QPalette::WindowText), QColor(Qt::red));
+}
+
+void TestShownPage::titleHasItsFont()
+{
+    QCOMPARE(
+        child<QLabel>(*band->content, "LContentTitle").font().family(), QStringLiteral("MS Shell Dlg 2"));
+}
+
+void TestShownPage::clickShowsThePageUnderItsTitle_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("title");
+
+    const auto row = [](int page, const char *name, const char *title) {
+        QTest::newRow(name) << page << QString::fromLatin1(name) << QString::fromUtf8(title);
+    };
+    row(1, "DeviceStatusDialog", "Z7-Motorstatus");
+    row(2, "SpeedRegulationDialog", "Regelung");
+    row(3, "AccelerationsDialog", "Dynamik");
+    row(4, "CurrentLimitsDialog", "Stromgrenzen");
+    row(5, "FixedResolutionsDialog", "Festdrehzahlen");
+    row(6, "PositioningDialog", "Positionierung");
+    row(7, "OutputDialog", "Digitale Ausgänge");
+    row(8, "OperationsModeDialog", "Betriebsmodus");
+    row(9, "ParameterTableDialog", "Parametertabelle");
+    row(10, "FirmwareUploadDialog", "Firmware update");
+    row(11, "ValueCalibrationRotations", "Sollwertskalierung Drehzahl");
+    row(12, "ValueCalibrationCurrent", "Sollwertskalierung Strom");
+    row(13, "FixResistanceDialog", "Ballastwiderstand");
+    row(14, "VoltageLimitsDialog", "Spannungsgrenzen");
+    row(15, "RS485Dialog", "RS485");
+}
+
+void TestShownPage::clickShowsThePageUnderItsTitle()
+{
+    QFETCH(int, page);
+    QFETCH(QString, name);
+    QFETCH(QString, title);
+    listDrives();
+    band->click(page, second);
+    QCOMPARE(shownPages(), QStringList {name});
+    QCOMPARE(this->title(), title);
+    QVERIFY(buttonsAreOffered());
+}
+
+void TestShownPage::nextPageTakesThePlaceOfTheFormer()
+{
+    listDrives();
+    band->click(ParameterTable, first);
+    band->bring(first);
+    band->click(CurrentLimits, first);
+    QCOMPARE(shownPages(), QStringList {QStringLiteral("CurrentLimitsDialog")});
+    QCOMPARE(title(), QStringLiteral("Stromgrenzen"));
+}
+
+void TestShownPage::samePageOfAnotherDriveIsShown()
+{
+    listDrives();
+    QSignalSpy selected(&band->controller, SIGNAL(NewDeviceSelected(Z7Device)));
+    band->click(ParameterTable, first);
+    band->bring(first);
+    band->click(ParameterTable, second);
+    QCOMPARE(shownPages(), QStringList {QStringLiteral("ParameterTableDialog")});
+    QCOMPARE(selected.size(), 2);
+    QCOMPARE(selected.last().first().value<Z7Device>().address, 2);
+}
+
+void TestShownPage::networkPageIsEmpty()
+{
+    listDrives();
+    ShellTest::click(band->tree(), band->tree().topLevelItem(0));
+    QCOMPARE(shownPages(), QStringList {QStringLiteral("NetworkDialog")});
+    QCOMPARE(title(), QStringLiteral("Z7-Netzwerk"));
+    QVERIFY(band->content->findChild<Z7DataWidget *>()->findChildren<QWidget *>().isEmpty());
+}
+
+// No drive is polled then, so no record would come to let the next click through.
+void TestShownPage::drivesCanBeClickedAfterTheNetwork()
+{
+    listDrives();
+    ShellTest::click(band->tree(), band->tree().topLevelItem(0));
+    band->click(ParameterTable, second);
+    QCOMPARE(title(), QStringLiteral("Parametertabelle"));
+}
+
+void TestShownPage::clickDuringASwitchIsIgnored()
+{
+    listDrives();
+    band->click(ParameterTable, first);
+    band->click(CurrentLimits, second);
+    QCOMPARE(title(), QStringLiteral("Parametertabelle"));
+}
+
+void TestShownPage::nextRecordLetsClicksThrough()
+{
+    listDrives();
+    band->click(ParameterTable, first);
+    band->bring(first);
+    band->click(CurrentLimits, second);
+    QCOMPARE(title(), QStringLiteral("Stromgrenzen"));
+}
+
+void TestShownPage::withPollingOffEveryClickCounts()
+{
+    Z7Services::instance()->options()->setPollingInterval(0);
+    listDrives();
+    band->click(ParameterTable, first);
+    band->click(CurrentLimits, second);
+    QCOMPARE(title(), QStringLiteral("Stromgrenzen"));
+    band->click(RS485, second);
+    QCOMPARE(title(), QStringLiteral("RS485"));
+}
+
+void TestShownPage::clickIsOnlyOneSwitchAfterManyRecords()
+{
+    listDrives();
+    for (int time = 0; time < 10; ++time)
+        band->bring(first);
+    QSignalSpy selected(&band->controller, SIGNAL(NewDeviceSelected(Z7Device)));
+    QSignalSpy deselected(&band->controller, SIGNAL(NoDeviceSelected()));
+    band->click(ParameterTable, first);
+    QCOMPARE(selected.size(), 1);
+    band->bring(first);
+    ShellTest::click(band->tree(), band->tree().topLevelItem(0));
+    QCOMPARE(deselected.size(), 1);
+}
+
+void TestShownPage::pageWithoutAnObjectTakesTheFormerPageOut()
+{
+    band = std::make_unique<ContentBand<>>(ParameterTable);
+    listDrives();
+    band->click(ParameterTable, first);
+    band->bring(first);
+    band->click(RS485, first);
+    QVERIFY(shownPages().isEmpty());
+    QVERIFY(!buttonsAreOffered());
+    QCOMPARE(title(), QStringLiteral("Parametertabelle"));
+    QVERIFY(sees(*band->content, "LParamWarning"));
+}
+
+void TestShownPage::pageIsShownAgainAfterOneWithoutAnObject()
+{
+    pageWithoutAnObjectTakesTheFormerPageOut();
+    band->bring(first);
+    band->click(ParameterTable, first);
+    QCOMPARE(shownPages(), QStringList {QStringLiteral("ParameterTableDialog")});
+    QVERIFY(buttonsAreOffered());
+}
+
+void TestShownPage::newListOfDrivesTakesThePageOut()
+{
+    listDrives();
+    band->click(ParameterTable, first);
+    listDrives();
+    QVERIFY(shownPages().isEmpty());
+    band->click(CurrentLimits, first);
+    QCOMPARE(shownPages(), QStringList {QStringLiteral("CurrentLimitsDialog")});
+}
+
+QTEST_MAIN(TestShownPage)
+
+#include "tst_shownpage.moc"
