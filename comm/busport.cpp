@@ -13,6 +13,14 @@ constexpr int gapMs = 20;
 constexpr int longestReply = 1024;
 constexpr int longestReplyMs = 1000;
 
+/// The options file may hold any number. A negative one would mean to wait for ever.
+constexpr int longestTimeoutMs = 10000;
+
+int boundedTimeout(int timeoutMs)
+{
+    return qBound(0, timeoutMs, longestTimeoutMs);
+}
+
 } // namespace
 
 int BusPort::open(const QString &portName)
@@ -29,13 +37,15 @@ int BusPort::open(const QString &portName)
 
 bool BusPort::send(const QByteArray &request, int timeoutMs)
 {
+    if (!m_port.isOpen())
+        return false;
     m_port.write(request);
-    return m_port.waitForBytesWritten(timeoutMs);
+    return m_port.waitForBytesWritten(boundedTimeout(timeoutMs));
 }
 
 bool BusPort::waitForReply(int timeoutMs)
 {
-    return m_port.waitForReadyRead(timeoutMs);
+    return m_port.waitForReadyRead(boundedTimeout(timeoutMs));
 }
 
 QByteArray BusPort::readReply()

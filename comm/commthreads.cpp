@@ -140,7 +140,7 @@ void CommThreadScanDevice::sweep(BusPort &port, Z7Device device, int timeoutMs)
 void CommThreadScanDevice::probe(BusPort &port, Z7TelegramStack &stack, int timeoutMs)
 {
     while (!stack.isEmpty() && !isCancelled()) {
-        if (!exchange(port, stack, timeoutMs, Progress::Keep) || stack.device().isConnected())
+        if (!exchange(port, stack, timeoutMs, Progress::Silent) || stack.device().isConnected())
             return;
     }
 }

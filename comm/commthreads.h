@@ -41,7 +41,7 @@ protected:
     void endPass();
     bool isCancelled() const { return m_cancelled; }
 
-    enum class Progress { Report, Keep };
+    enum class Progress { Report, Silent };
 
     /// Sends the stack's current telegram and gives it the reply. False if there was none: error 2 where the
     /// write was not finished within `timeoutMs`, 1 where no first byte came within another `timeoutMs`.

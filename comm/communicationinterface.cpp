@@ -75,7 +75,7 @@ void Z7CommunicationInterface::scanDevice(const Z7Device &device)
 void Z7CommunicationInterface::setPollingStack(std::unique_ptr<Z7TelegramStack> stack)
 {
     if (m_pollingStack) {
-        if (m_retiredPollingStack)
+        if (m_retiredPollingStack && m_pollingFront.isPassUnderWay())
             m_overtakenPollingStacks.push_back(std::move(m_retiredPollingStack));
         m_retiredPollingStack = std::move(m_pollingStack);
     }
@@ -90,6 +90,9 @@ void Z7CommunicationInterface::setPollingStack(std::unique_ptr<Z7TelegramStack> 
 void Z7CommunicationInterface::startOrQueue(int threadID)
 {
     if (m_currentThread == noThread) {
+        // What was waiting has its turn now.
+        if (m_nextThread == threadID)
+            m_nextThread = noThread;
         startThread(threadID);
         return;
     }
@@ -130,10 +133,10 @@ void Z7CommunicationInterface::schedulePolling(int threadID)
 
 void Z7CommunicationInterface::startPollingThread()
 {
+    if (!m_pollingStack || m_pollingFront.isPassUnderWay())
+        return;
     m_retiredPollingStack.reset();
-    for (const Z7Device &device : qAsConst(m_recordsToAdopt))
-        m_pollingStack->adoptDevice(device);
-    m_recordsToAdopt.clear();
+    adoptRecords();
     m_pollingStack->reset();
     m_pollingFront.start(m_pollingStack.get());
 }
@@ -150,12 +153,18 @@ void Z7CommunicationInterface::autoEnablePolling()
 void Z7CommunicationInterface::threadDeviceUpdate(ThreadID threadID, Z7Device device)
 {
     if (m_pollingStack) {
-        if (m_pollingFront.isPassUnderWay())
-            m_recordsToAdopt.append(device);
-        else
-            m_pollingStack->adoptDevice(device);
+        m_recordsToAdopt.append(device);
+        if (!m_pollingFront.isPassUnderWay())
+            adoptRecords();
     }
     emit DeviceUpdate(threadID, device);
+}
+
+void Z7CommunicationInterface::adoptRecords()
+{
+    for (const Z7Device &device : qAsConst(m_recordsToAdopt))
+        m_pollingStack->adoptDevice(device);
+    m_recordsToAdopt.clear();
 }
 
 void Z7CommunicationInterface::threadTransactionStarted(ThreadID threadID, int maxProgress, Z7Device device)
@@ -176,24 +185,31 @@ void Z7CommunicationInterface::threadTransactionTerminated(ThreadID threadID)
         m_pollingPause.stop();
         emit allCommunicationTerminated();
     }
+    // A listener may have answered with a request and taken the bus. Then all that follows waits for its end.
     if (m_nextThread != noThread) {
         startNextThreadID();
         return;
     }
     if (threadID == DevicePolling && m_pollingEnabled) {
-        schedulePolling(DevicePolling);
+        schedulePollingOnFreeBus();
         return;
     }
     emit transactionTerminated(threadID);
     if (m_pollingEnabled)
-        schedulePolling(DevicePolling);
-    else
+        schedulePollingOnFreeBus();
+    else if (m_currentThread == noThread)
         emit allCommunicationTerminated();
+}
+
+void Z7CommunicationInterface::schedulePollingOnFreeBus()
+{
+    if (m_currentThread == noThread)
+        schedulePolling(DevicePolling);
 }
 
 void Z7CommunicationInterface::startNextThreadID()
 {
-    if (m_nextThread == noThread)
+    if (m_nextThread == noThread || m_currentThread != noThread)
         return;
     startThread(m_nextThread);
     m_nextThread = noThread;
@@ -202,11 +218,17 @@ void Z7CommunicationInterface::startNextThreadID()
 void Z7CommunicationInterface::cancelCommunication()
 {
     m_nextThread = noThread;
+    m_transferStack.reset();
     m_pollingEnabled = false;
     if (m_currentThread == noThread)
         emit allCommunicationTerminated();
     else
         stopThread(m_currentThread);
+}
+
+bool Z7CommunicationInterface::isRequestWaiting() const
+{
+    return m_currentThread == TransferTelegramStack || m_nextThread != noThread;
 }
 
 void Z7CommunicationInterface::stopAndWait()

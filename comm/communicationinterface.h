@@ -34,8 +34,12 @@ public:
     /// Ends everything, polling too; allCommunicationTerminated tells when.
     void cancelCommunication();
 
-    /// For the end of the program: returns when no thread runs any more, after two time-outs and the gap at
-    /// the most. Nothing is reported.
+    /// True while a transfer runs, or any request waits for the thread in charge to end: then the record of a
+    /// polling pass that ends now is that of a pass cut short.
+    bool isRequestWaiting() const;
+
+    /// For the end of the program: returns when no thread runs any more, after two time-outs and the gap, or
+    /// the bound on a babbling line, at the most. Nothing is reported.
     void stopAndWait();
 
 signals:
@@ -68,6 +72,8 @@ private:
     void startThread(int threadID);
     void stopThread(int threadID) { front(threadID).stop(); }
     void schedulePolling(int threadID);
+    void schedulePollingOnFreeBus();
+    void adoptRecords();
 
     Z7Device m_device; ///< record of the last request; a scan starts from it
     std::unique_ptr<Z7TelegramStack> m_transferStack; ///< waiting for its thread
@@ -77,8 +83,8 @@ private:
     /// Stacks that were retired twice within one pass. The pass may be using the first, so they stay to the
     /// end.
     std::vector<std::unique_ptr<Z7TelegramStack>> m_overtakenPollingStacks;
-    /// Records that came while a pass was using the polling stack. It gets them before its next pass, so that
-    /// no record changes under the thread.
+    /// Records that came while a pass was using the polling stack, oldest first. It gets them after the pass,
+    /// so that no record changes under the thread.
     QList<Z7Device> m_recordsToAdopt;
 
     QTimer m_pollingTimer; ///< runs while the options hold polling off

@@ -32,7 +32,8 @@ public:
     const Z7Device &device() const { return m_device; }
     void setError(int number) { m_device.setDeviceError(number); }
 
-    /// Hands the reply to the current telegram, puts its error into the record and calls telegramFinished.
+    /// Needs a current telegram. Hands the reply to it, puts its error into the record and calls
+    /// telegramFinished.
     void processReply(const QByteArray &reply);
 
     /// Brings the telegrams back into the order of the constructor and clears the record's error.

@@ -19,6 +19,12 @@ constexpr int liveParameters[] = {
     ParameterNumber::AnalogInputA1,
 };
 
+/// Parameter numbers have 16 bits on the wire; a definition with another one has no parameter in the drive.
+bool isOnTheWire(int number)
+{
+    return number >= 0 && number <= 0xFFFF;
+}
+
 /// The entry that the reply to a parameter telegram names; a default record, which no drive has, where the
 /// reply is too short to name one or the drive lacks the number.
 Z7DeviceParam namedEntry(const Z7Device &device, const Z7Telegram *telegram)
@@ -157,8 +163,10 @@ Z7UpdateParameterSetTelegramStack::Z7UpdateParameterSetTelegramStack(
     : Z7DeviceStatusTelegramStack(device)
     , m_parameterSet(parameterSet)
 {
-    for (const Z7DeviceParam &param : m_parameterSet.params)
-        append(std::make_unique<Z7Telegram_ParameterRead>(device.address, param.number));
+    for (const Z7DeviceParam &param : m_parameterSet.params) {
+        if (isOnTheWire(param.number))
+            append(std::make_unique<Z7Telegram_ParameterRead>(device.address, param.number));
+    }
 }
 
 void Z7UpdateParameterSetTelegramStack::telegramFinished(const Z7Telegram *telegram)
@@ -192,8 +200,10 @@ Z7TelegramstackWriteParameterSet::Z7TelegramstackWriteParameterSet(
     : Z7DeviceStatusTelegramStack(device)
     , m_parameterSet(parameterSet)
 {
-    for (const Z7DeviceParam &param : m_parameterSet.params)
-        append(std::make_unique<Z7Telegram_ParameterWrite>(device.address, param.number, param.value));
+    for (const Z7DeviceParam &param : m_parameterSet.params) {
+        if (isOnTheWire(param.number))
+            append(std::make_unique<Z7Telegram_ParameterWrite>(device.address, param.number, param.value));
+    }
 }
 
 void Z7TelegramstackWriteParameterSet::telegramFinished(const Z7Telegram *telegram)

@@ -51,7 +51,7 @@ public:
 private:
     void parameterRead(const Z7Telegram *telegram);
 
-    const Z7DeviceParamSet m_parameterSet;
+    const Z7DeviceParamSet m_parameterSet; ///< what the telegrams were built from
 };
 
 /// The status stack, and behind it one write per parameter of a set, into the drive's working memory.
@@ -65,7 +65,7 @@ public:
 private:
     void parameterWritten(const Z7Telegram *telegram);
 
-    const Z7DeviceParamSet m_parameterSet;
+    const Z7DeviceParamSet m_parameterSet; ///< what the telegrams were built from
 };
 
 /// The same, and behind the writes one store.

@@ -1,0 +1,227 @@
+// The rhythm of polling, and how it comes and goes with the option pollingInterval.
+
+#include "control/services/options.h"
+#include "tests/comm/schedulerbench.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+class TestSchedulerPolling : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { bench = std::make_unique<SchedulerBench>(); }
+    void cleanup() { bench.reset(); }
+
+    void firstPassComesOneIntervalAfterTheRequest();
+    void intervalIsThePauseBetweenTwoPasses();
+    void changedIntervalHoldsFromTheNextPauseOn();
+    void endOfAPassIsNotReportedAsTerminated();
+    void failedPassIsFollowedByTheNext();
+    void everyPassReadsTheWholeStackAgain();
+    void pollingRequestedDuringATransferWaitsForItsEnd();
+    void pollingRequestedDuringAScanStopsIt();
+
+    void intervalOf0StartsNoPass();
+    void intervalAbove0BringsPollingBackByItself();
+    void intervalOf0EndsPollingAtTheNextPass();
+    void transferWhilePollingIsHeldOffStartsAtOnce();
+    void pollingComingBackWaitsForATransferUnderWay();
+    void pollingComingBackStopsAScanUnderWay();
+    void pollingDoesNotComeBackInThePlaceOfAWaitingScan();
+    void newPollingStackEndsTheHoldOff();
+    void heldOffPollingWithANewStackDoesNotComeBackASecondTime();
+    void slotForTheSuccessorDoesNothingWithoutOne();
+
+private:
+    void holdPollingOff();
+
+    std::unique_ptr<SchedulerBench> bench;
+};
+
+/// Polling is wanted, but the option forbids it.
+void TestSchedulerPolling::holdPollingOff()
+{
+    setPollingInterval(0);
+    bench->poll<Probe>();
+}
+
+void TestSchedulerPolling::firstPassComesOneIntervalAfterTheRequest()
+{
+    setPollingInterval(300);
+    QElapsedTimer timer;
+    timer.start();
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->has("polling started"));
+    QVERIFY(timer.elapsed() >= 295);
+}
+
+void TestSchedulerPolling::intervalIsThePauseBetweenTwoPasses()
+{
+    setPollingInterval(200);
+    bench->poll<Status>();
+    QTRY_VERIFY(bench->requestCount() > 14);
+    const auto wire = bench->bus.wire();
+    const qint64 pauseMs = (wire.at(28).us - wire.at(27).us) / 1000; // last reply, first request
+    QVERIFY2(pauseMs >= 200, qPrintable(QString::number(pauseMs)));
+}
+
+void TestSchedulerPolling::changedIntervalHoldsFromTheNextPauseOn()
+{
+    bench->poll<Probe>();
+    setPollingInterval(3600000);
+    QTRY_VERIFY(bench->has("polling record"));
+    QTest::qWait(100);
+    QCOMPARE(bench->count("polling started"), 1);
+}
+
+void TestSchedulerPolling::endOfAPassIsNotReportedAsTerminated()
+{
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->count("polling started") >= 3);
+    const QStringList pass {"polling started 1", "polling progress 1", "polling record 0", "all terminated"};
+    QCOMPARE(bench->news.events().mid(0, 8), pass + pass);
+}
+
+void TestSchedulerPolling::failedPassIsFollowedByTheNext()
+{
+    bench->bus.command("fault 3 flip count=2");
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->has("polling record 0"));
+    QCOMPARE(bench->count("polling record 8"), 2);
+}
+
+void TestSchedulerPolling::everyPassReadsTheWholeStackAgain()
+{
+    bench->poll<Status>();
+    QTRY_VERIFY(bench->count("polling record 0") >= 2);
+    QVERIFY(bench->count("polling progress 14") >= 2);
+    const QByteArrayList requests = bench->bus.requests();
+    QCOMPARE(requests.mid(14, 14), requests.mid(0, 14));
+}
+
+void TestSchedulerPolling::pollingRequestedDuringATransferWaitsForItsEnd()
+{
+    bench->transfer<Status>();
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->has("polling record 0"));
+    const QStringList expected {"transfer started 14", "transfer progress 14", "transfer record 0",
+        "all terminated", "polling started 1"};
+    QCOMPARE(bench->news.events().mid(0, 5), expected);
+    QVERIFY2(!bench->has("transfer terminated"), "something took its place");
+}
+
+void TestSchedulerPolling::pollingRequestedDuringAScanStopsIt()
+{
+    setTimeoutScanning(20);
+    bench->scan();
+    QTRY_VERIFY(bench->has("scan record"));
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->has("polling record 0"));
+    QVERIFY(bench->count("scan record") < 255);
+    QVERIFY2(!bench->has("scan terminated"), "something took its place");
+}
+
+void TestSchedulerPolling::intervalOf0StartsNoPass()
+{
+    holdPollingOff();
+    QTest::qWait(1200); // beyond the first look at the option
+    QCOMPARE(bench->news.events(), QStringList());
+}
+
+void TestSchedulerPolling::intervalAbove0BringsPollingBackByItself()
+{
+    holdPollingOff();
+    setPollingInterval(10);
+    QTRY_VERIFY(bench->count("polling record 0") >= 2);
+}
+
+void TestSchedulerPolling::intervalOf0EndsPollingAtTheNextPass()
+{
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->has("polling record"));
+    setPollingInterval(0);
+    QTest::qWait(100); // one more pass may have been due
+    const int requests = bench->requestCount();
+    QTest::qWait(200);
+    QCOMPARE(bench->requestCount(), requests);
+    setPollingInterval(10);
+    QTRY_VERIFY(bench->requestCount() > requests);
+}
+
+void TestSchedulerPolling::transferWhilePollingIsHeldOffStartsAtOnce()
+{
+    holdPollingOff();
+    bench->transfer<Probe>();
+    QTRY_VERIFY(bench->has("transfer terminated"));
+    const QStringList expected {"polling record 19", "all terminated", "transfer started 1",
+        "transfer record 0", "all terminated", "transfer terminated", "all terminated"};
+    QCOMPARE(bench->news.milestones(), expected);
+}
+
+void TestSchedulerPolling::pollingComingBackWaitsForATransferUnderWay()
+{
+    bench->bus.command("fault 3 late ms=100");
+    holdPollingOff();
+    bench->transfer<Status>(); // lasts longer than a second
+    setPollingInterval(10);
+    QTRY_VERIFY(bench->has("polling started"));
+    QVERIFY(bench->has("transfer progress 14"));
+    QVERIFY2(!bench->has("transfer terminated"), "polling was waiting before its end");
+}
+
+void TestSchedulerPolling::pollingComingBackStopsAScanUnderWay()
+{
+    setTimeoutScanning(20); // the scan lasts five seconds
+    holdPollingOff();
+    bench->scan();
+    setPollingInterval(10);
+    QTRY_VERIFY(bench->has("polling record 0"));
+    QVERIFY(bench->count("scan record") < 255);
+}
+
+void TestSchedulerPolling::pollingDoesNotComeBackInThePlaceOfAWaitingScan()
+{
+    bench->bus.command("fault 3 late ms=100");
+    holdPollingOff();
+    bench->transfer<Status>(); // lasts longer than a second
+    bench->scan();
+    setPollingInterval(10);
+    QTRY_VERIFY(bench->has("scan started"));
+    QVERIFY(!bench->has("polling started"));
+    QTRY_VERIFY(bench->has("polling started"));
+}
+
+void TestSchedulerPolling::newPollingStackEndsTheHoldOff()
+{
+    holdPollingOff();
+    setPollingInterval(10);
+    QElapsedTimer timer;
+    timer.start();
+    bench->poll<Probe>();
+    QTRY_VERIFY(bench->has("polling started"));
+    QVERIFY2(timer.elapsed() < 900, "without waiting for the next look at the option");
+}
+
+void TestSchedulerPolling::heldOffPollingWithANewStackDoesNotComeBackASecondTime()
+{
+    setTimeoutScanning(20); // the scan lasts five seconds
+    holdPollingOff();
+    setPollingInterval(10);
+    bench->poll<Probe>();
+    bench->scan();
+    QTest::qWait(1200); // beyond the next look at the option
+    QVERIFY2(!bench->has("polling started"), "it would have stopped the scan");
+}
+
+void TestSchedulerPolling::slotForTheSuccessorDoesNothingWithoutOne()
+{
+    bench->scheduler->startNextThreadID();
+    QTest::qWait(50);
+    QCOMPARE(bench->news.events(), QStringList());
+}
+
+QTEST_GUILESS_MAIN(TestSchedulerPolling)
+
+#include "tst_schedulerpolling.moc"

@@ -1,0 +1,181 @@
+#include "tests/comm/recordingstack.h"
+
+#include <QtTest>
+
+namespace {
+
+class CountedTelegram : public Z7Telegram_StatusRead
+{
+public:
+    CountedTelegram()
+        : Z7Telegram_StatusRead(3)
+    {
+        ++count;
+    }
+    ~CountedTelegram() override { --count; }
+
+    static int count;
+};
+
+int CountedTelegram::count = 0;
+
+} // namespace
+
+/// What all stacks have in common: the order of the telegrams, the way of a reply, and who frees what.
+class TestTelegramStack : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { loadDefinitionsOfV123(); }
+
+    void theStackWorksOnACopyOfTheRecord();
+    void aStackWithoutTelegramsIsEmpty();
+    void telegramsAreSentInTheOrderInWhichTheyWereAppended();
+    void anAnsweredTelegramMakesRoomForTheNext();
+    void afterTheLastReplyTheStackIsEmpty();
+
+    void theReplyReachesTheCurrentTelegram();
+    void theErrorOfAReplyComesIntoTheRecord_data();
+    void theErrorOfAReplyComesIntoTheRecord();
+    void theErrorIsInTheRecordBeforeTheReaction();
+    void theReactionRunsForGoodAndBadReplies();
+    void theReactionMayTakeTheErrorBack();
+    void aGoodReplyLeavesTheErrorOfTheThread();
+
+    void theStackFreesPendingAndAnsweredTelegrams();
+    void restartFreesNoTelegram();
+};
+
+void TestTelegramStack::theStackWorksOnACopyOfTheRecord()
+{
+    Z7Device device = drive3();
+    RecordingStack stack({1}, device);
+    device.password = 1;
+    QCOMPARE(stack.device().password, 4711);
+    stack.setError(TelegramError::NoAnswer);
+    QCOMPARE(device.error, 0);
+}
+
+void TestTelegramStack::aStackWithoutTelegramsIsEmpty()
+{
+    const RecordingStack stack({});
+    QVERIFY(stack.isEmpty());
+    QCOMPARE(stack.pendingCount(), 0);
+    QCOMPARE(stack.currentTelegram(), nullptr);
+}
+
+void TestTelegramStack::telegramsAreSentInTheOrderInWhichTheyWereAppended()
+{
+    RecordingStack stack({1, 2, 3, 4});
+    QCOMPARE(stack.pendingCount(), 4);
+    QCOMPARE(takeRequests(stack), readsOf1To4);
+}
+
+void TestTelegramStack::anAnsweredTelegramMakesRoomForTheNext()
+{
+    RecordingStack stack({1, 2});
+    stack.processReply(valueOf1);
+    QCOMPARE(stack.pendingCount(), 1);
+    QCOMPARE(stack.currentTelegram()->requestWord(2), 2);
+}
+
+void TestTelegramStack::afterTheLastReplyTheStackIsEmpty()
+{
+    RecordingStack stack({1});
+    stack.processReply(valueOf1);
+    QVERIFY(stack.isEmpty());
+    QCOMPARE(stack.currentTelegram(), nullptr);
+}
+
+void TestTelegramStack::theReplyReachesTheCurrentTelegram()
+{
+    RecordingStack stack({1, 2});
+    const Z7Telegram *current = stack.currentTelegram();
+    stack.processReply(valueOf1);
+    QCOMPARE(stack.finished, QList<const Z7Telegram *> {current});
+    QCOMPARE(current->reply(), valueOf1);
+}
+
+void TestTelegramStack::theErrorOfAReplyComesIntoTheRecord_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<int>("error");
+    QTest::newRow("good reply") << valueOf1 << 0;
+    QTest::newRow("unknown first byte") << frame("91 03 00 01 00 05 00") << 0;
+    QTest::newRow("nothing") << QByteArray() << 6;
+    QTest::newRow("one byte") << QByteArray("\x84") << 6;
+    QTest::newRow("too short") << frame("84 03 00 01 00 05") << 6;
+    QTest::newRow("from another drive") << frame("84 04 00 01 00 05 00") << 7;
+    QTest::newRow("wrong checksum") << QByteArray::fromHex("84 03 00 01 00 05 00 00") << 8;
+    QTest::newRow("another parameter") << wrongNumber << 9;
+    // The last byte is checksum and error bits at once.
+    QTest::newRow("drive saw a wrong checksum") << frame("85 03 cf") << 8;
+    QTest::newRow("drive does not know the parameter") << frame("85 03 c9") << 9;
+    QTest::newRow("drive did not understand") << frame("85 03 cc") << 7;
+}
+
+void TestTelegramStack::theErrorOfAReplyComesIntoTheRecord()
+{
+    QFETCH(QByteArray, reply);
+    RecordingStack stack({1});
+    stack.processReply(reply);
+    QTEST(stack.device().error, "error");
+}
+
+void TestTelegramStack::theErrorIsInTheRecordBeforeTheReaction()
+{
+    RecordingStack stack({1});
+    stack.processReply(wrongNumber);
+    QCOMPARE(stack.errorsAtFinish, QList<int> {TelegramError::WrongParameterNumber});
+}
+
+void TestTelegramStack::theReactionRunsForGoodAndBadReplies()
+{
+    RecordingStack stack({1, 1, 1});
+    for (const QByteArray &reply : {valueOf1, wrongNumber, QByteArray()})
+        stack.processReply(reply);
+    QCOMPARE(stack.finished.size(), 3);
+}
+
+void TestTelegramStack::theReactionMayTakeTheErrorBack()
+{
+    RecordingStack stack({1});
+    stack.forgiving = true;
+    stack.processReply(wrongNumber);
+    QVERIFY(!stack.device().hasError());
+}
+
+void TestTelegramStack::aGoodReplyLeavesTheErrorOfTheThread()
+{
+    RecordingStack stack({1});
+    stack.setError(TelegramError::NoAnswer);
+    stack.processReply(valueOf1);
+    QCOMPARE(stack.device().error, 1);
+}
+
+void TestTelegramStack::theStackFreesPendingAndAnsweredTelegrams()
+{
+    {
+        RecordingStack stack({});
+        for (int i = 0; i < 3; ++i)
+            stack.append(std::make_unique<CountedTelegram>());
+        stack.processReply(frame("85 03 80 00"));
+        QCOMPARE(CountedTelegram::count, 3);
+    }
+    QCOMPARE(CountedTelegram::count, 0);
+}
+
+void TestTelegramStack::restartFreesNoTelegram()
+{
+    RecordingStack stack({});
+    stack.append(std::make_unique<CountedTelegram>());
+    stack.append(std::make_unique<CountedTelegram>());
+    stack.processReply(frame("85 03 80 00"));
+    stack.restart();
+    QCOMPARE(CountedTelegram::count, 2);
+    QCOMPARE(stack.pendingCount(), 2);
+}
+
+QTEST_GUILESS_MAIN(TestTelegramStack)
+#include "tst_telegramstack.moc"
