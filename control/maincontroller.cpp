@@ -8,6 +8,7 @@
 #include "model/parameterdefinitions.h"
 #include "pages/datawidget.h"
 #include "pages/pagefactory.h"
+#include "pages/pagestyle.h"
 
 #include <QLayout>
 #include <QMessageBox>
@@ -15,11 +16,6 @@
 using namespace Z7CommInterface;
 
 namespace {
-
-QString commonText(const char *key, const char *defaultText)
-{
-    return languageText("Common", key, QString::fromUtf8(defaultText));
-}
 
 Z7ParamDefinitions *definitionsOf(const Z7Device &device)
 {
@@ -70,8 +66,7 @@ Z7DataWidget *Z7MainController::page(int number) const
     return entry == m_pages.end() ? nullptr : entry->second.get();
 }
 
-// --- the device list
-// -------------------------------------------------------------------------------------------
+// --- the device list ---
 
 void Z7MainController::setDevices(const QList<Z7Device> &list)
 {
@@ -124,15 +119,14 @@ bool Z7MainController::currentUserParams(Z7DeviceParamSet &out) const
     return true;
 }
 
-// --- showing pages
-// ---------------------------------------------------------------------------------------------
+// --- showing pages ---
 
 bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget, QLayout *layout)
 {
     Z7DataWidget *shown = page(number);
     if (!shown)
         return false;
-    if (number != m_currentPage) {
+    if (number != m_currentPage || !shown->parentWidget()) {
         takeOutPage(currentPage());
         shown->setParent(contentWidget);
         layout->addWidget(shown);
@@ -157,7 +151,7 @@ bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget
 void Z7MainController::takeOutPage(Z7DataWidget *page)
 {
     if (page)
-        page->setParent(nullptr);
+        PageStyle::takeOut(page);
 }
 
 void Z7MainController::fillPage(Z7DataWidget *page, int deviceId)
@@ -202,7 +196,7 @@ bool Z7MainController::hasModifiedParams(int pageNumber, int deviceId) const
 void Z7MainController::updatePolling()
 {
     const Z7DataWidget *shown = currentPage();
-    if (!m_devices.contains(m_currentDevice) || !shown)
+    if (!hasCurrentDevice() || !shown)
         return;
     addCallback(DevicePolling, m_deviceControl);
     addCallback(DevicePolling, currentPage());
@@ -215,8 +209,7 @@ void Z7MainController::updatePolling()
         m_devices[m_currentDevice].fullReadPending = true;
 }
 
-// --- news from the bus
-// -----------------------------------------------------------------------------------------
+// --- news from the bus ---
 
 void Z7MainController::PostDeviceUpdate(ThreadID threadID, Z7Device device)
 {
@@ -237,7 +230,10 @@ void Z7MainController::replaceDevice(const Z7Device &device)
     // The wizard's log-on to a drive that is already listed brings a record without parameters.
     if (stored.parameterSet.params.isEmpty())
         stored.parameterSet = storedParameters;
-    if (!wasFullRead)
+    stored.fullReadPending = wasFullRead;
+    // A pass that was cut short for a request has not read everything. The request goes first, and
+    // the full read after it.
+    if (!wasFullRead || m_commInterface.isRequestWaiting())
         return;
     stored.fullReadPending = false;
     stored.parametersComplete = true;
@@ -249,6 +245,8 @@ void Z7MainController::moveToNewAddress(const Z7Device &device)
     m_devices.remove(device.previousDeviceId());
     m_currentDevice = device.deviceId();
     m_devices.insert(m_currentDevice, device);
+    // From now on the old address may be another drive's.
+    m_devices[m_currentDevice].addressChanged = false;
     rebuildTree();
     updatePolling();
 }
@@ -309,8 +307,7 @@ void Z7MainController::callListeners(ThreadID threadID, Call call)
     }
 }
 
-// --- operations on the bus
-// -------------------------------------------------------------------------------------
+// --- operations on the bus ---
 
 void Z7MainController::scanDevice(const Z7Device &device, IDeviceDataCallback *callback)
 {
@@ -332,7 +329,12 @@ void Z7MainController::transfer(std::unique_ptr<Z7TelegramStack> stack, const Ca
 
 void Z7MainController::cancelCommunication()
 {
+    // The record of a cancelled pass must not bring polling back. Showing a page begins the full read anew.
+    for (Z7Device &device : m_devices)
+        device.fullReadPending = false;
     m_commInterface.cancelCommunication();
+    // No record may come that would make the tree take clicks again.
+    rebuildTree();
 }
 
 void Z7MainController::DownloadData()
@@ -431,8 +433,7 @@ void Z7MainController::sendChangeAdress(int NewAdress)
             {m_deviceControl, currentPage()});
 }
 
-// --- the user's changes
-// ----------------------------------------------------------------------------------------
+// --- the user's changes ---
 
 void Z7MainController::postUserModifiedParameter(Z7DeviceParam param)
 {
@@ -517,8 +518,7 @@ QString Z7MainController::calcConflicts() const
     return text;
 }
 
-// --- the middle band of the window
-// -----------------------------------------------------------------------------
+// --- the middle band of the window ---
 
 void Z7MainController::rebuildTree()
 {

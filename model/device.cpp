@@ -15,7 +15,7 @@ int sumOfDigits(const QString &text)
     return sum;
 }
 
-/// The last digit counts only as zero or not zero: V101, V102 and V109 share their definitions and their key.
+/// The last digit counts only as zero or not zero: V101, V102 and V109 share their key.
 quint32 versionPart(const QString &version)
 {
     if (version.size() != 4 || !version.at(1).isDigit() || !version.at(2).isDigit()

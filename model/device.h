@@ -84,11 +84,13 @@ struct Z7Device
     void setPassword(int p);
     /// Takes the version of a drive whose version is not known yet; a known one is never replaced.
     void setSoftwareVersion(const QString &v);
+    /// Replaces all parameters, the version of the set included.
     void setParameterSet(const Z7DeviceParamSet &set);
     /// Replaces the entry of that number; a number that the drive does not have is dropped.
     void updateParam(const Z7DeviceParam &p);
     void clearParamState(int number);
-    /// Makes the record one of a drive that is not reached yet.
+    /// Makes the record one of a drive that is not reached yet: no error, not connected, nothing read. What
+    /// the drive told of access rights and conflicts stays.
     void resetState();
     void copyConnectionState(const Z7Device &d);
 

@@ -34,7 +34,7 @@ QString paramConflicts(const Z7DeviceParamSet &user, const Z7DeviceParamSet &dev
             continue;
         if (!conflicts.isEmpty())
             conflicts += QStringLiteral(", ");
-        conflicts += languageText("ErrorCodes", rule.key, QString::fromUtf8(rule.text)).arg(a).arg(b).arg(c);
+        conflicts += languageText("ErrorCodes", rule.key, rule.text).arg(a).arg(b).arg(c);
     }
     return conflicts;
 }

@@ -100,8 +100,9 @@ bool Z7ParamDefinitions::load()
     QFile file(info.filePath());
     if (!info.isFile() || info.size() > largestFile || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return hasRows();
-    while (!file.atEnd())
-        parseLine(lineText(file.readLine()));
+    // An empty line still has its end, so nothing at all is the end of the file, or a medium that fails.
+    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine())
+        parseLine(lineText(line));
     return hasRows();
 }
 

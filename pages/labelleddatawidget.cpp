@@ -2,8 +2,9 @@
 
 #include "control/services/language.h"
 #include "model/parameterdefinitions.h"
+#include "pages/integervalidator.h"
+#include "pages/pagestyle.h"
 
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -94,13 +95,9 @@ void LabelledDataWidget::initParamWidgets(ParamField &field)
     field.user->setAlignment(Qt::AlignRight);
     // The limits come with the first value of the drive.
     delete field.user->validator();
-    field.user->setValidator(new QIntValidator(this));
-    QFont bold;
-    bold.setWeight(QFont::Bold);
-    if (definitions->isReadOnly(field.number))
-        field.user->hide();
-    else
-        field.user->setFont(bold);
+    field.user->setValidator(new IntegerValidator(this));
+    field.user->setHidden(definitions->isReadOnly(field.number));
+    field.user->setFont(PageStyle::boldFont());
     field.unit->setText(definitionText(definitions->paramUnit(field.number)));
     field.unit->setEnabled(false);
     field.connections = 0;
@@ -108,6 +105,9 @@ void LabelledDataWidget::initParamWidgets(ParamField &field)
 
 void LabelledDataWidget::newDeviceParam(const Z7DeviceParam &param)
 {
+    // A page that was never shown for a drive has no limits and no mapper yet.
+    if (!m_mapper)
+        return;
     for (ParamField &field : m_fields) {
         if (field.number == param.number)
             showDeviceValue(field, param.value);

@@ -9,7 +9,22 @@ namespace PageNumber {
 enum Number {
     Network = 0,
     DeviceStatus = 1,
-    Last = 16,
+    SpeedRegulation = 2,
+    Accelerations = 3,
+    CurrentLimits = 4,
+    FixedResolutions = 5,
+    Positioning = 6,
+    Output = 7,
+    OperationsMode = 8,
+    ParameterTable = 9,
+    FirmwareUpload = 10,
+    CalibrationRotations = 11,
+    CalibrationCurrent = 12,
+    FixResistance = 13,
+    VoltageLimits = 14,
+    RS485 = 15,
+    RemoteControl = 16,
+    Last = RemoteControl,
 };
 constexpr int none = -1;
 } // namespace PageNumber

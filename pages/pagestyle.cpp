@@ -46,10 +46,24 @@ void keepPlaceWhenHidden(QWidget *widget)
     widget->setSizePolicy(policy);
 }
 
+QFont boldFont()
+{
+    QFont font;
+    font.setWeight(QFont::Bold);
+    return font;
+}
+
+void takeOut(QWidget *page)
+{
+    page->hide();
+    page->setParent(nullptr);
+}
+
 QPixmap sharpPixmap(const char *resource, const QSize &size)
 {
     // Every QIcon leaves a pixmap of its own in the cache, so the picture is kept under its name.
-    const QString key = QStringLiteral("%1@%2x%3").arg(QLatin1String(resource)).arg(size.width()).arg(size.height());
+    const QString key =
+        QStringLiteral("%1@%2x%3").arg(QLatin1String(resource)).arg(size.width()).arg(size.height());
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         pixmap = QIcon(QString::fromLatin1(resource)).pixmap(size);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QPixmap>
 
 class QColor;
@@ -21,6 +22,12 @@ void paintHeader(QWidget *frame);
 void paintText(QWidget *label, const QColor &colour);
 /// What stands around the widget does not move when it is hidden.
 void keepPlaceWhenHidden(QWidget *widget);
+
+QFont boldFont();
+
+/// Takes a page out of the layout and the widget that show it; it is nobody's child then. It is hidden first,
+/// or the layout might yet show it, as a window of its own.
+void takeOut(QWidget *page);
 
 /// A picture of the resources at `size` pixels, drawn sharply on a screen of any scale.
 QPixmap sharpPixmap(const char *resource, const QSize &size);

@@ -3,11 +3,11 @@
 #include "control/services/language.h"
 #include "model/errorcodes.h"
 #include "model/parameterdefinitions.h"
+#include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
 #include "ui_parametertabledialog.h"
 
 #include <QHeaderView>
-#include <QIntValidator>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QSignalMapper>
@@ -54,16 +54,9 @@ QColor differentColour()
     return {200, 200, 200};
 }
 
-QFont boldFont()
-{
-    QFont font;
-    font.setWeight(QFont::Bold);
-    return font;
-}
-
 QString tableText(const char *key, const char *defaultText)
 {
-    return languageText(section, key, QString::fromUtf8(defaultText));
+    return languageText(section, key, defaultText);
 }
 
 } // namespace
@@ -138,9 +131,9 @@ void ParameterTableDialog::addUserField(int row, int number)
     auto *field = new QLineEdit;
     field->setFrame(false);
     field->setValidator(
-        new QIntValidator(definitions->paramMin(number), definitions->paramMax(number), field));
+        new IntegerValidator(definitions->paramMin(number), definitions->paramMax(number), field));
     field->setAlignment(Qt::AlignRight);
-    field->setFont(boldFont());
+    field->setFont(PageStyle::boldFont());
     field->setDisabled(definitions->isReadOnly(number));
     m_ui->ParameterTable->setCellWidget(row, UserColumn, field);
     connect(field, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
@@ -182,9 +175,8 @@ QString ParameterTableDialog::remark(int row, const Z7DeviceParam &param) const
     if (isOutOfScope(param))
         add(tableText("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs"));
     if (isCurrentlyNotWritable(row, param.number))
-        add(languageText("Common", "ApplFunctionCurrentlyNotWritable",
-            QStringLiteral(
-                "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)")));
+        add(commonText("ApplFunctionCurrentlyNotWritable",
+            "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)"));
     return remark;
 }
 
@@ -243,7 +235,7 @@ void ParameterTableDialog::formatRow(int row)
     if (isNumber) {
         const bool differs = wanted != numberInCell(row, DeviceColumn);
         colour = differs ? differentColour() : equalColour();
-        font = differs ? boldFont() : QFont();
+        font = differs ? PageStyle::boldFont() : QFont();
     }
     for (const int column : {NumberColumn, NameColumn, DeviceColumn, UnitColumn, RemarkColumn})
         m_ui->ParameterTable->item(row, column)->setBackground(colour);

@@ -76,8 +76,8 @@ void DeviceControlWidget::showDevice(const Z7Device &device)
     m_ui->LDeviceStatus->setPixmap(PageStyle::smallPixmap(lampResource(device.statusBits)));
     m_ui->lCurrent->setText(QString::number(device.actualSpeed));
     m_ui->LPower->setText(QString::number(device.actualCurrent));
-    m_ui->lCurrentText->setText(languageText("Common", "CurrentRotations", QStringLiteral("Ist-Drehzahl:")));
-    m_ui->lPowerText->setText(languageText("Common", "CurrentCurrent", QStringLiteral("Ist-Strom:")));
+    m_ui->lCurrentText->setText(commonText("CurrentRotations", "Ist-Drehzahl:"));
+    m_ui->lPowerText->setText(commonText("CurrentCurrent", "Ist-Strom:"));
     m_ui->LLastMessage->setText(device.hasError() ? localizedErrorText(device.error) : QString());
     showCommunicationState(device);
 }

@@ -10,9 +10,6 @@
 #include "ui_maincontentwidget.h"
 
 #include <QScrollBar>
-#include <QSignalBlocker>
-
-#include <iterator>
 
 namespace {
 
@@ -22,7 +19,22 @@ constexpr int deviceRole = Qt::UserRole + 2;
 constexpr int iconStateRole = Qt::UserRole + 3;
 
 /// The pages below a drive, from top to bottom.
-constexpr int drivePages[] = {8, 5, 6, 11, 12, 3, 2, 4, 7, 13, 14, 15, 9, 10};
+constexpr int drivePages[] = {
+    PageNumber::OperationsMode,
+    PageNumber::FixedResolutions,
+    PageNumber::Positioning,
+    PageNumber::CalibrationRotations,
+    PageNumber::CalibrationCurrent,
+    PageNumber::Accelerations,
+    PageNumber::SpeedRegulation,
+    PageNumber::CurrentLimits,
+    PageNumber::Output,
+    PageNumber::FixResistance,
+    PageNumber::VoltageLimits,
+    PageNumber::RS485,
+    PageNumber::ParameterTable,
+    PageNumber::FirmwareUpload,
+};
 
 int pageOf(const QTreeWidgetItem *item)
 {
@@ -32,11 +44,6 @@ int pageOf(const QTreeWidgetItem *item)
 int deviceOf(const QTreeWidgetItem *item)
 {
     return item->data(0, deviceRole).toInt();
-}
-
-QString commonText(const char *key, const char *defaultText)
-{
-    return languageText("Common", key, QString::fromUtf8(defaultText));
 }
 
 } // namespace
@@ -130,17 +137,12 @@ void MainContentWidget::takeOutShownPage()
 {
     const QObjectList children = m_ui->DataWidgetContent->children();
     for (QObject *child : children) {
-        auto *page = qobject_cast<QWidget *>(child);
-        if (!page)
-            continue;
-        // Hidden first, or the layout might show it yet, as a window of its own.
-        page->hide();
-        page->setParent(nullptr);
+        if (auto *page = qobject_cast<QWidget *>(child))
+            PageStyle::takeOut(page);
     }
 }
 
-// --- the tree
-// --------------------------------------------------------------------------------------------------
+// --- the tree ---
 
 void MainContentWidget::rebuildTree(const QList<int> &deviceIds)
 {

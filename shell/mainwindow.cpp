@@ -23,11 +23,6 @@ const QString programVersion = QStringLiteral("1.0.6");
 
 constexpr int bandsMargin = 6;
 
-QString commonText(const char *key, const char *defaultText)
-{
-    return languageText("Common", key, QString::fromUtf8(defaultText));
-}
-
 /// Shows an ampersand between two words as it stands. Elsewhere it underlines the next letter.
 class MenuStyle : public QProxyStyle
 {

@@ -11,7 +11,7 @@ constexpr QSize logoSize(160, 32);
 
 void describe(QToolButton *button, const char *key, const char *defaultText)
 {
-    const QString text = languageText("Common", key, QString::fromUtf8(defaultText));
+    const QString text = commonText(key, defaultText);
     button->setToolTip(text);
     button->setAccessibleName(text);
 }

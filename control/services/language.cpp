@@ -65,6 +65,16 @@ void Z7Language::save() const
     SettingsFile::write(m_language + fileSuffix(), m_texts);
 }
 
+QString languageText(const char *section, const char *key, const char *defaultText)
+{
+    return languageText(section, key, QString::fromUtf8(defaultText));
+}
+
+QString commonText(const char *key, const char *defaultText)
+{
+    return languageText("Common", key, defaultText);
+}
+
 QString languageText(const char *section, const char *key, const QString &defaultText)
 {
     return Z7Services::instance()->language()->text(QLatin1String(section), QLatin1String(key), defaultText);
@@ -80,5 +90,5 @@ QString pageTitle(int number)
     if (number < 0 || number >= static_cast<int>(std::size(pageTitles)))
         return QStringLiteral("n/a");
     const PageTitle &title = pageTitles[number];
-    return languageText(title.section, "Title", QString::fromUtf8(title.text));
+    return languageText(title.section, "Title", title.text);
 }

@@ -27,8 +27,11 @@ private:
     QMap<QString, QString> m_texts;
 };
 
-/// The text of `section`/`key` in the process's language table.
+/// The text of `section`/`key` in the process's language table. The default is UTF-8.
+QString languageText(const char *section, const char *key, const char *defaultText);
 QString languageText(const char *section, const char *key, const QString &defaultText);
+/// The same in section `Common`.
+QString commonText(const char *key, const char *defaultText);
 
 /// The translation of a text of the parameter definitions (a name, a unit, an option), which is its own key
 /// and default. An empty one is looked up as well; the file keeps it outside of the sections.

@@ -30,11 +30,11 @@ bool isDamaged(const QString &fileName)
     return content.contains('\0') || !std::all_of(lines.cbegin(), lines.cend(), isIniLine);
 }
 
-void keepCopy(const QString &fileName)
+bool keepCopy(const QString &fileName)
 {
     const QString copy = fileName + QStringLiteral(".damaged");
     QFile::remove(copy);
-    QFile::copy(fileName, copy);
+    return QFile::copy(fileName, copy);
 }
 
 } // namespace
@@ -48,8 +48,8 @@ void write(const QString &fileName, const QMap<QString, QString> &values)
 {
     if (!isUsable(fileName))
         return;
-    if (isDamaged(fileName))
-        keepCopy(fileName);
+    if (isDamaged(fileName) && !keepCopy(fileName))
+        return;
     QSettings settings(fileName, QSettings::IniFormat);
     for (auto it = values.cbegin(); it != values.cend(); ++it) {
         // An unquoted comma makes QSettings read a list, whose text is empty: writing that back would lose

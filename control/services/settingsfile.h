@@ -13,7 +13,8 @@ bool isUsable(const QString &fileName);
 
 /// Writes `values` (full key, section included, to text) into the INI file. Keys that are not in `values`
 /// stay, and so does an entry that reads back as the very text. Where the file holds lines that are no INI,
-/// a copy of it is kept as "<fileName>.damaged" before the first write, since writing drops such lines.
+/// a copy of it is kept as "<fileName>.damaged" before the write, since writing drops such lines; if that
+/// fails, the file stays as it is. Comments, which begin with a semicolon, go at the first write.
 void write(const QString &fileName, const QMap<QString, QString> &values);
 
 } // namespace SettingsFile

@@ -55,7 +55,7 @@ void ConfirmConnectionWizardWidget::enterPage()
         m_devices = m_devices.mid(0, 1);
     if (m_devices.isEmpty()) {
         WizardRows::addLabel(WizardRows::addRow(m_ui->verticalLayout_3),
-            languageText("DialogConnection", "NoDeviceFound", QStringLiteral("Kein Z7-Motor erkannt.")));
+            connectionText("NoDeviceFound", "Kein Z7-Motor erkannt."));
         return;
     }
     for (const Z7Device &device : qAsConst(m_devices))
@@ -70,7 +70,7 @@ void ConfirmConnectionWizardWidget::addRow(const Z7Device &device)
     Row row {};
     row.check = new QCheckBox(deviceName(device));
     row.check->setEnabled(false);
-    row.check->setFont(WizardRows::boldFont());
+    row.check->setFont(PageStyle::boldFont());
     layout->addWidget(row.check);
     row.status = WizardRows::addLabel(layout, QString());
     row.status->setFixedHeight(WizardRows::statusHeight);

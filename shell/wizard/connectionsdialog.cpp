@@ -12,18 +12,15 @@
 #include "shell/wizard/scanningwizardwidget.h"
 #include "shell/wizard/scanportwizardwidget.h"
 #include "shell/wizard/setpasswordwizardwidget.h"
+#include "shell/wizard/wizardrows.h"
 #include "ui_connectionsdialog.h"
 
 #include <QSerialPortInfo>
+#include <QSet>
 
 namespace {
 
 constexpr int deviceRole = Qt::UserRole;
-
-QString dialogText(const char *key, const char *defaultText)
-{
-    return languageText("DialogConnection", key, QString::fromUtf8(defaultText));
-}
 
 void setButton(QPushButton *button, const QString &text, const char *icon)
 {
@@ -76,22 +73,22 @@ Z7MainController *ConnectionsDialog::controller() const
 
 void ConnectionsDialog::setTexts()
 {
-    setWindowTitle(dialogText("Title", "Verbindungseinstellungen"));
-    m_ui->LIntroduction->setText(dialogText("Introduction", ""));
-    setButton(m_ui->BtnCancel, languageText("Common", "Close", QStringLiteral("Schließen")),
-        ":/images/cancel-icon.png");
-    setButton(m_ui->BtnOK, languageText("Common", "OK", QStringLiteral("OK")), ":/images/tick-icon_24px.png");
-    setButton(m_ui->BtnRemoveConnection, dialogText("RemoveConnection", "Z7 entfernen"),
+    setWindowTitle(connectionText("Title", "Verbindungseinstellungen"));
+    m_ui->LIntroduction->setText(connectionText("Introduction", ""));
+    setButton(m_ui->BtnCancel, commonText("Close", "Schließen"), ":/images/cancel-icon.png");
+    setButton(m_ui->BtnOK, commonText("OK", "OK"), ":/images/tick-icon_24px.png");
+    setButton(m_ui->BtnRemoveConnection, connectionText("RemoveConnection", "Z7 entfernen"),
         ":/images/remove_24px.png");
+    setButton(m_ui->BtnQuickConnect, connectionText("QuickConnect", "Quickconnect"),
+        ":images/ConnectIcon_24px.png");
     setButton(
-        m_ui->BtnQuickConnect, dialogText("QuickConnect", "Quickconnect"), ":images/ConnectIcon_24px.png");
-    setButton(m_ui->BtnManual, dialogText("ManualConnection", "Manuell"), ":images/USB-Connection_24px.png");
-    setButton(m_ui->BtnScanPort, dialogText("ScanPort", "Port scannen"), ":images/search-icon_24px.png");
+        m_ui->BtnManual, connectionText("ManualConnection", "Manuell"), ":images/USB-Connection_24px.png");
+    setButton(m_ui->BtnScanPort, connectionText("ScanPort", "Port scannen"), ":images/search-icon_24px.png");
     setButton(
-        m_ui->BtnScanAllPorts, dialogText("ScanAllPorts", "Alle Ports scannen"), ":images/Zoom_24px.png");
-    setButton(m_ui->BtnPrevious, dialogText("PreviousButton", "Zurück"), ":/images/back-icon_24px.png");
-    setButton(m_ui->BtnNext, dialogText("NextButton", "Weiter"), ":/images/forward-icon_24px.png");
-    m_ui->LbConnectedDevices->setHeaderLabel(dialogText("CurrentConnections", "Verbindungen"));
+        m_ui->BtnScanAllPorts, connectionText("ScanAllPorts", "Alle Ports scannen"), ":images/Zoom_24px.png");
+    setButton(m_ui->BtnPrevious, connectionText("PreviousButton", "Zurück"), ":/images/back-icon_24px.png");
+    setButton(m_ui->BtnNext, connectionText("NextButton", "Weiter"), ":/images/forward-icon_24px.png");
+    m_ui->LbConnectedDevices->setHeaderLabel(connectionText("CurrentConnections", "Verbindungen"));
 }
 
 void ConnectionsDialog::connectButtons()
@@ -127,8 +124,7 @@ void ConnectionsDialog::reject()
     QDialog::reject();
 }
 
-// --- the ways to connect drives
-// --------------------------------------------------------------------------------
+// --- the ways to connect drives ---
 
 void ConnectionsDialog::initQuickConnectWizard()
 {
@@ -159,7 +155,7 @@ void ConnectionsDialog::initAllPortsWizard()
 {
     Pages pages;
     pages.push_back(std::make_unique<IntroductionWizardWidget>(
-        dialogText("ScanAllPortsIntroduction", "Mit <Weiter> werden alle verfügbaren Ports gescannt."),
+        connectionText("ScanAllPortsIntroduction", "Mit <Weiter> werden alle verfügbaren Ports gescannt."),
         this));
     pages.push_back(std::make_unique<ScanningWizardWidget>(this));
     pages.push_back(std::make_unique<SetPasswordWizardWidget>(this));
@@ -230,9 +226,7 @@ void ConnectionsDialog::takeOutOfFrame()
     for (const auto &page : m_pages) {
         if (page->widget()->parentWidget() != m_ui->WizardWidget)
             continue;
-        // Hidden first, or the layout might show it yet, as a window of its own.
-        page->widget()->hide();
-        page->widget()->setParent(nullptr);
+        PageStyle::takeOut(page->widget());
     }
 }
 
@@ -242,8 +236,7 @@ void ConnectionsDialog::hideWizardButtons()
     m_ui->BtnNext->hide();
 }
 
-// --- the list of drives
-// ----------------------------------------------------------------------------------------
+// --- the list of drives ---
 
 void ConnectionsDialog::fill(const QList<Z7Device> &devices)
 {

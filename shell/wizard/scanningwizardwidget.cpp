@@ -20,11 +20,6 @@ constexpr int pauseBetweenPortsMs = 200;
 constexpr int stretch = 100;
 constexpr int textIndent = 4;
 
-QString dialogText(const char *key, const char *defaultText)
-{
-    return languageText("DialogConnection", key, QString::fromUtf8(defaultText));
-}
-
 } // namespace
 
 ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
@@ -74,7 +69,7 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
 {
     QHBoxLayout *layout = WizardRows::addRow(m_ui->verticalLayout_3);
     WizardRows::addLabel(layout, device.portInfo.portName() + QStringLiteral(": "))
-        ->setFont(WizardRows::boldFont());
+        ->setFont(PageStyle::boldFont());
     Row row {};
     row.progress = new QProgressBar;
     row.progress->setFixedHeight(WizardRows::statusHeight);
@@ -85,8 +80,8 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
     row.text = WizardRows::addLabel(layout, QStringLiteral(" "));
     row.text->setIndent(textIndent);
     WizardRows::addLabel(layout, QStringLiteral(" "));
-    row.abort = new QPushButton(QIcon(QStringLiteral(":/images/cancel-icon.png")),
-        languageText("Common", "Abort", QStringLiteral("Abbrechen")));
+    row.abort =
+        new QPushButton(QIcon(QStringLiteral(":/images/cancel-icon.png")), commonText("Abort", "Abbrechen"));
     PageStyle::keepPlaceWhenHidden(row.abort);
     row.abort->hide();
     connect(row.abort, SIGNAL(clicked()), SLOT(abortScanning()));
@@ -97,7 +92,7 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
 
 void ScanningWizardWidget::announceScan()
 {
-    m_rows.at(m_currentPort).text->setText(dialogText("Scanning", "Scanning..."));
+    m_rows.at(m_currentPort).text->setText(connectionText("Scanning", "Scanning..."));
     m_pause.start();
 }
 
@@ -134,7 +129,7 @@ void ScanningWizardWidget::DeviceUpdate(const Z7Device &device)
         m_foundDevices.append(device);
     const int found = countFoundOnPort(device.portInfo.portName());
     const Row &row = m_rows.at(m_currentPort);
-    row.text->setText(dialogText("NDevicesFound", "%1 Gerät(e) erkannt").arg(found));
+    row.text->setText(connectionText("NDevicesFound", "%1 Gerät(e) erkannt").arg(found));
     row.status->setPixmap(
         PageStyle::smallPixmap(found > 0 ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
 }

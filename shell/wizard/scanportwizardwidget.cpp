@@ -1,9 +1,9 @@
 #include "shell/wizard/scanportwizardwidget.h"
 
 #include "control/services/language.h"
+#include "pages/integervalidator.h"
+#include "shell/wizard/wizardrows.h"
 #include "ui_scanportwizardwidget.h"
-
-#include <QIntValidator>
 
 Q_DECLARE_METATYPE(QSerialPortInfo)
 
@@ -11,11 +11,6 @@ namespace {
 
 constexpr int lowestAddress = 1;
 constexpr int highestAddress = 255;
-
-QString dialogText(const char *key, const char *defaultText)
-{
-    return languageText("DialogConnection", key, QString::fromUtf8(defaultText));
-}
 
 /// "ttyUSB0 [busy] (USB adapter) - 1027": what helps a person to tell the ports apart.
 QString portText(const QSerialPortInfo &port)
@@ -37,14 +32,14 @@ ScanPortWizardWidget::ScanPortWizardWidget(bool manual, ConnectionsDialog *dialo
     , m_ui(std::make_unique<Ui::ScanPortWizardWidget>())
 {
     m_ui->setupUi(this);
-    m_ui->LPort->setText(dialogText("Port", "Port"));
-    m_ui->LAdress->setText(dialogText("Adress", "Adresse"));
-    m_ui->LPassword->setText(dialogText("Password", "Passwort"));
+    m_ui->LPort->setText(connectionText("Port", "Port"));
+    m_ui->LAdress->setText(connectionText("Adress", "Adresse"));
+    m_ui->LPassword->setText(connectionText("Password", "Passwort"));
     m_ui->BtnScanPorts->setIcon(QIcon(QStringLiteral(":/images/refresh-icon.png")));
     connect(m_ui->BtnScanPorts, SIGNAL(clicked()), SLOT(updatePorts()));
-    m_ui->EdAdress->setValidator(new QIntValidator(lowestAddress, highestAddress, this));
+    m_ui->EdAdress->setValidator(new IntegerValidator(lowestAddress, highestAddress, this));
     m_ui->EdAdress->setText(QString::number(lowestAddress));
-    m_ui->EdPassword->setValidator(new QIntValidator(this));
+    m_ui->EdPassword->setValidator(new IntegerValidator(this));
     m_ui->EdPassword->setText(QStringLiteral("0"));
     for (QWidget *widget : {static_cast<QWidget *>(m_ui->LAdress), static_cast<QWidget *>(m_ui->EdAdress),
              static_cast<QWidget *>(m_ui->LPassword), static_cast<QWidget *>(m_ui->EdPassword)})

@@ -1,19 +1,18 @@
 #include "shell/wizard/setpasswordwizardwidget.h"
 
 #include "control/services/language.h"
+#include "pages/integervalidator.h"
+#include "shell/wizard/wizardrows.h"
 #include "ui_setpasswordwizardwidget.h"
-
-#include <QIntValidator>
 
 SetPasswordWizardWidget::SetPasswordWizardWidget(ConnectionsDialog *dialog)
     : IWizardWidget(this, dialog)
     , m_ui(std::make_unique<Ui::SetPasswordWizardWidget>())
 {
     m_ui->setupUi(this);
-    m_ui->LPassword->setText(languageText("DialogConnection", "Password", QStringLiteral("Passwort")));
-    m_ui->lIntro->setText(languageText(
-        "DialogConnection", "PasswordInfo", QStringLiteral("Bitte geben Sie das Passwort ein!")));
-    m_ui->EdPassword->setValidator(new QIntValidator(this));
+    m_ui->LPassword->setText(connectionText("Password", "Passwort"));
+    m_ui->lIntro->setText(connectionText("PasswordInfo", "Bitte geben Sie das Passwort ein!"));
+    m_ui->EdPassword->setValidator(new IntegerValidator(this));
     setFocusProxy(m_ui->EdPassword);
 }
 

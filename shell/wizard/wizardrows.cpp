@@ -1,9 +1,16 @@
 #include "shell/wizard/wizardrows.h"
 
+#include "control/services/language.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 
 #include <memory>
+
+QString connectionText(const char *key, const char *defaultText)
+{
+    return languageText("DialogConnection", key, defaultText);
+}
 
 namespace WizardRows {
 
@@ -36,13 +43,6 @@ QLabel *addLabel(QHBoxLayout *row, const QString &text)
     label->setText(text);
     row->addWidget(label);
     return label;
-}
-
-QFont boldFont()
-{
-    QFont font;
-    font.setWeight(QFont::Bold);
-    return font;
 }
 
 } // namespace WizardRows

@@ -1,10 +1,13 @@
 #pragma once
 
-#include <QFont>
+#include <QString>
 
 class QBoxLayout;
 class QHBoxLayout;
 class QLabel;
+
+/// A text of the wizard, in section `DialogConnection`.
+QString connectionText(const char *key, const char *defaultText);
 
 /// The rows in which the wizard's pages list ports and drives.
 namespace WizardRows {
@@ -17,7 +20,5 @@ QHBoxLayout *addRow(QBoxLayout *rows);
 void removeRows(QBoxLayout *rows);
 /// Adds a label of one line to a row. Its text is shown as it stands, whatever a port calls itself.
 QLabel *addLabel(QHBoxLayout *row, const QString &text);
-
-QFont boldFont();
 
 } // namespace WizardRows

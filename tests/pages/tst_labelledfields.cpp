@@ -33,6 +33,9 @@ private slots:
     void limitsAreOpenAgainAtTheNextShowing();
     void limitsFollowTheDefinitionOfTheDrivesVersion();
 
+    void separatorsOfTheUsersLanguageCannotBeTyped();
+    void fieldOfAReadOnlyVersionIsBackForAWritableOne();
+
     void introductionWithoutATextIsHidden();
     void introductionShowsTheTextOfTheLanguage();
 
@@ -175,6 +178,26 @@ void TestLabelledFields::limitsAreOpenAgainAtTheNextShowing()
     page.showFor(pageDrive());
     page.initPage();
     QCOMPARE(page.validator("Param0x03")->top(), INT_MAX);
+}
+
+void TestLabelledFields::separatorsOfTheUsersLanguageCannotBeTyped()
+{
+    QLocale::setDefault(QLocale(QLocale::German));
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QTest::keyClicks(page.field("Param0x03"), "2.00");
+    QLocale::setDefault(QLocale::c());
+    QCOMPARE(page.field("Param0x03")->text(), QStringLiteral("200"));
+}
+
+void TestLabelledFields::fieldOfAReadOnlyVersionIsBackForAWritableOne()
+{
+    defineParameters("V300", {"83;Hours;h;0;0;9;Unsigned;1;rw;0;"});
+    LabelledPage page;
+    page.showFor(pageDrive());
+    page.setSoftwareVersion("V300");
+    page.initPage();
+    QVERIFY(page.field("Param0x53")->isVisible());
 }
 
 void TestLabelledFields::limitsFollowTheDefinitionOfTheDrivesVersion()
