@@ -89,8 +89,8 @@ void benchSweep()
     ListedPorts ports;
     ports.plugUsb(QStringLiteral("ttyUSB0"), bus.portPath());
     const Z7Device device(QSerialPortInfo(QStringLiteral("ttyUSB0")));
-    const double ms
-        = passMs<CommThreadScanDevice>([&device](auto &thread) { thread.start(device, scanTimeoutMs); });
+    const double ms =
+        passMs<CommThreadScanDevice>([&device](auto &thread) { thread.start(device, scanTimeoutMs); });
     printFigure(QStringLiteral("sweep of 255 silent addresses"), ms / (addresses * scanTimeoutMs), 1.08,
         QStringLiteral("× 255 × 20 ms"));
 }
@@ -122,10 +122,10 @@ void benchFullRead(const QString &path)
     const Z7Device device = sampleDrive();
     const double floorMs = bareFullReadMs(path, device);
     Z7UpdateParameterSetTelegramStack stack(device, device.parameterSet);
-    const double ms
-        = passMs<CommThreadDevicePolling>([&stack](auto &thread) { thread.start(&stack, timeoutMs); });
-    printFigure(QStringLiteral("first full read, %1 rows").arg(device.parameterSet.params.size()), ms / floorMs,
-        1.05, QStringLiteral("× floor"),
+    const double ms =
+        passMs<CommThreadDevicePolling>([&stack](auto &thread) { thread.start(&stack, timeoutMs); });
+    printFigure(QStringLiteral("first full read, %1 rows").arg(device.parameterSet.params.size()),
+        ms / floorMs, 1.05, QStringLiteral("× floor"),
         QStringLiteral("%1 ms, floor %2 ms, record error %3")
             .arg(ms, 0, 'f', 0)
             .arg(floorMs, 0, 'f', 0)

@@ -19,5 +19,6 @@ private:
 };
 
 /// Prints one line of the table and remembers whether any figure has missed its bar.
-void printFigure(const QString &what, double figure, double bar, const QString &unit, const QString &remark = {});
+void printFigure(
+    const QString &what, double figure, double bar, const QString &unit, const QString &remark = {});
 bool allBarsHeld();

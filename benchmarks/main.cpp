@@ -1,5 +1,5 @@
-// z7bench [bus] [window] [memory]: prints the table of figures, of all groups or of those named; exit code 1 if one
-// has missed its bar.
+// z7bench [bus] [window] [memory]: prints the table of figures, of all groups or of those named; exit code 1
+// if one has missed its bar.
 
 #include "benchmarks/busbenchmarks.h"
 #include "benchmarks/figures.h"
@@ -19,8 +19,9 @@ int main(int argc, char *argv[])
         return showToolWindow(arguments.value(2).toLongLong());
 
     QTextStream(stdout) << "| what | figure | bar | | |\n|---|---|---|---|---|\n" << Qt::flush;
-    const auto wanted
-        = [&arguments](const char *group) { return arguments.size() == 1 || arguments.contains(QLatin1String(group)); };
+    const auto wanted = [&arguments](const char *group) {
+        return arguments.size() == 1 || arguments.contains(QLatin1String(group));
+    };
     if (wanted("bus"))
         runBusBenchmarks();
     if (wanted("window"))

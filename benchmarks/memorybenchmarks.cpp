@@ -59,7 +59,8 @@ QByteArray goodReply(const Z7Telegram &telegram)
     return reply;
 }
 
-/// What a pass does to the stack, the controller, the page, the bar and the tree, without the time on the wire.
+/// What a pass does to the stack, the controller, the page, the bar and the tree, without the time on the
+/// wire.
 void benchTablePage()
 {
     Workbench bench(3);
@@ -79,11 +80,12 @@ void benchTablePage()
         bench.controller().PostDeviceUpdate(Z7CommInterface::DevicePolling, stack.device());
         QCoreApplication::processEvents();
     };
-    printFigure(
-        QStringLiteral("memory, table page, 1,000 to 10,000 passes"), growthMb(pass), barMb, QStringLiteral("MB"));
+    printFigure(QStringLiteral("memory, table page, 1,000 to 10,000 passes"), growthMb(pass), barMb,
+        QStringLiteral("MB"));
 }
 
-/// Whole passes with thread, port and queue, on a bus that does not answer, so that each takes a time-out of 1 ms.
+/// Whole passes with thread, port and queue, on a bus that does not answer, so that each takes a time-out of
+/// 1 ms.
 void benchPollingThread()
 {
     const WorkingFolder folder;

@@ -67,8 +67,7 @@ void Workbench::showPage(const QString &title)
     auto *tree = m_window.findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
     QTreeWidgetItem *item = tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).constFirst();
     tree->scrollToItem(item);
-    QTest::mouseClick(
-        tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
     QCoreApplication::processEvents();
 }
 
@@ -81,7 +80,8 @@ void Workbench::deliverRecord()
         param.valid = true;
         param.setValue(m_records % 100);
     }
-    m_controller->PostTransactionStarted(Z7CommInterface::DevicePolling, record.parameterSet.params.size(), record);
+    m_controller->PostTransactionStarted(
+        Z7CommInterface::DevicePolling, record.parameterSet.params.size(), record);
     m_controller->PostTransactionProgress(Z7CommInterface::DevicePolling);
     m_controller->PostDeviceUpdate(Z7CommInterface::DevicePolling, record);
 }
