@@ -319,7 +319,7 @@ void TestSamples::everyKindOfRowOccurs_data()
         {"unsigned without limits",
             [](const Row &row) { return !row.isSigned() && row.columns[Maximum].isEmpty(); }},
         {"unsigned beyond 15 bits", [](const Row &row) { return row.number(Maximum) == 65535; }},
-        {"name wider than a column", [](const Row &row) { return row.text(Name).size() > 50; }},
+        {"name wider than a column", [](const Row &row) { return row.text(Name).size() > 36; }},
         {"all thirteen texts", [](const Row &row) { return !row.optionText(textColumns - 1).isEmpty(); }},
     };
     QTest::addColumn<QString>("version");
