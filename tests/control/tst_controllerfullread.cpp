@@ -29,6 +29,7 @@ private slots:
     void anotherPageDuringItDoesNotCutItShort();
     void cancelDuringItKeepsPollingOff();
     void logOnAfterACancelDoesNotBringPollingBack();
+    void cancelLetsTheTreeTakeClicksAgain();
 
 private:
     Z7MainController &controller() { return tested->controller; }
@@ -92,6 +93,14 @@ void TestControllerFullRead::logOnAfterACancelDoesNotBringPollingBack()
     controller().readDeviceStatus(controller().device(id3), &wizard);
     QTRY_VERIFY(wizard.notes.contains(QStringLiteral("terminated")));
     QVERIFY(!controller().device(id3).fullReadPending);
+}
+
+void TestControllerFullRead::cancelLetsTheTreeTakeClicksAgain()
+{
+    reachFullRead();
+    tested->mainContent.notes.clear();
+    controller().cancelCommunication();
+    QCOMPARE(tested->mainContent.notes, QStringList {"tree"});
 }
 
 QTEST_MAIN(TestControllerFullRead)
