@@ -21,13 +21,6 @@ void CommThread::endPass()
     wait();
 }
 
-void CommThread::beginPass()
-{
-    m_cancelled = false;
-    if (!isRunning())
-        QThread::start(QThread::InheritPriority);
-}
-
 bool CommThread::exchange(BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress)
 {
     if (!port.send(stack.currentTelegram()->request(), timeoutMs)) {
@@ -67,53 +60,40 @@ void CommThreadTelegramStack::runTelegrams(BusPort &port, Z7TelegramStack &stack
 
 void CommThreadTransferTelegramStack::start(std::unique_ptr<Z7TelegramStack> stack, int timeoutMs)
 {
-    const QMutexLocker locker(&m_mutex);
-    m_stack = std::move(stack);
-    m_timeoutMs = timeoutMs;
-    beginPass();
+    startPass(timeoutMs, [this, &stack] { m_stack = std::move(stack); });
 }
 
 void CommThreadTransferTelegramStack::run()
 {
-    QMutexLocker locker(&m_mutex);
-    const std::unique_ptr<Z7TelegramStack> stack = std::move(m_stack);
-    const int timeoutMs = m_timeoutMs;
-    locker.unlock();
+    std::unique_ptr<Z7TelegramStack> stack;
+    const int timeoutMs = fetchStart([this, &stack] { stack = std::move(m_stack); });
     runStack(*stack, timeoutMs, ClosePort::AfterReport);
 }
 
 void CommThreadDevicePolling::start(Z7TelegramStack *stack, int timeoutMs)
 {
-    const QMutexLocker locker(&m_mutex);
-    m_stack = stack;
-    m_timeoutMs = timeoutMs;
-    beginPass();
+    startPass(timeoutMs, [this, stack] { m_stack = stack; });
 }
 
 void CommThreadDevicePolling::run()
 {
-    QMutexLocker locker(&m_mutex);
-    Z7TelegramStack *stack = m_stack;
-    const int timeoutMs = m_timeoutMs;
-    locker.unlock();
+    Z7TelegramStack *stack = nullptr;
+    const int timeoutMs = fetchStart([this, &stack] { stack = m_stack; });
     runStack(*stack, timeoutMs, ClosePort::BeforeReport);
 }
 
 void CommThreadScanDevice::start(const Z7Device &device, int timeoutMs)
 {
-    const QMutexLocker locker(&m_mutex);
-    m_device = device;
-    m_device.assignAddress(firstAddress);
-    m_timeoutMs = timeoutMs;
-    beginPass();
+    startPass(timeoutMs, [this, &device] {
+        m_device = device;
+        m_device.assignAddress(firstAddress);
+    });
 }
 
 void CommThreadScanDevice::run()
 {
-    QMutexLocker locker(&m_mutex);
-    Z7Device device = m_device;
-    const int timeoutMs = m_timeoutMs;
-    locker.unlock();
+    Z7Device device;
+    const int timeoutMs = fetchStart([this, &device] { device = m_device; });
 
     BusPort port;
     emit transactionStarted(lastAddress, device);

@@ -14,10 +14,10 @@ class BusPort;
 /// Base of the worker threads that talk to the drives. A thread is idle or in one pass; run() does one pass
 /// and ends.
 ///
-/// start() and cancel() are called on the main thread. The signals are emitted on the worker
-/// thread and carry their records by value. A cancel is seen between two telegrams, so it can take two
-/// time-outs and the 20 ms gap to show; updateDevice and finished follow it in the normal way. The destructor
-/// cancels and waits for the end of the pass.
+/// start() and cancel() are called on the main thread; time-outs are in ms. The signals are emitted on the
+/// worker thread and carry their records by value. A cancel is seen between two telegrams, so it can take two
+/// time-outs and the 20 ms gap to show, or the bound on a babbling line; updateDevice and finished follow it
+/// in the normal way. The destructor cancels and waits for the end of the pass.
 class CommThread : public QThread
 {
     Q_OBJECT
@@ -36,7 +36,25 @@ signals:
 protected:
     CommThread() = default;
 
-    void beginPass();
+    /// Stores what the next pass starts from and begins it. A pass under way goes on as it began.
+    template<typename Store>
+    void startPass(int timeoutMs, Store store)
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_cancelled = false;
+        m_timeoutMs = timeoutMs;
+        store();
+        if (!isRunning())
+            QThread::start(QThread::InheritPriority);
+    }
+    /// First in run(): fetches what startPass has stored. Gives the time-out in ms.
+    template<typename Fetch>
+    int fetchStart(Fetch fetch)
+    {
+        const QMutexLocker locker(&m_mutex);
+        fetch();
+        return m_timeoutMs;
+    }
     /// For the destructors of the classes whose members a pass uses: ends the pass and waits for it.
     void endPass();
     bool isCancelled() const { return m_cancelled; }
@@ -47,10 +65,10 @@ protected:
     /// write was not finished within `timeoutMs`, 1 where no first byte came within another `timeoutMs`.
     bool exchange(BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress);
 
-    /// Guards the start arguments on their way from the main thread into the pass.
-    QMutex m_mutex;
-
 private:
+    /// Guards what a pass starts from on its way from the main thread into the pass.
+    QMutex m_mutex;
+    int m_timeoutMs = 0;
     std::atomic<bool> m_cancelled {false};
 };
 
@@ -86,7 +104,6 @@ protected:
 
 private:
     std::unique_ptr<Z7TelegramStack> m_stack;
-    int m_timeoutMs = 0;
 };
 
 /// Runs one pass of the live update. The stack stays with its owner, who does not touch it during the pass.
@@ -104,7 +121,6 @@ protected:
 
 private:
     Z7TelegramStack *m_stack = nullptr;
-    int m_timeoutMs = 0;
 };
 
 /// Sweeps the addresses 1 to 255 of one port, one telegram each, and reports the record of every address;
@@ -126,5 +142,4 @@ private:
     void probe(BusPort &port, Z7TelegramStack &stack, int timeoutMs);
 
     Z7Device m_device;
-    int m_timeoutMs = 0;
 };
