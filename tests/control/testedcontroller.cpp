@@ -71,7 +71,7 @@ void NotingListener::note(const QString &text)
 TestedController::TestedController()
     : layout(&content)
 {
-    folder.write(QStringLiteral("Z7ParamDef_V123.csv"), QString::fromUtf8(definitionsV123));
+    folder.writeText(QStringLiteral("Z7ParamDef_V123.csv"), QString::fromUtf8(definitionsV123));
     Z7Services::instance()->options()->setPollingInterval(0);
     controller.setMainContent(&mainContent);
     controller.setDeviceControl(&deviceControl);

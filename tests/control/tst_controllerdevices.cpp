@@ -175,7 +175,7 @@ void TestControllerDevices::driveAfterARefusedOneIsAdded()
 
 void TestControllerDevices::definitionFileWithoutAParameterCountsAsNone()
 {
-    tested->folder.write("Z7ParamDef_V200.csv", "Nummer;Name\n");
+    tested->folder.writeText("Z7ParamDef_V200.csv", "Nummer;Name\n");
     const MessageBoxAnswerer user(QMessageBox::Ok);
     tested->connectDrives({driveOfVersion(3, "V200")});
     QCOMPARE(user.count(), 1);

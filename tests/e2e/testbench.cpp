@@ -30,7 +30,7 @@ TestBench::TestBench(const Options &given)
 {
     copySamples();
     writeShortDefinitions();
-    m_folder.write(QStringLiteral("Z7Properties.ini"), options(given));
+    m_folder.writeText(QStringLiteral("Z7Properties.ini"), options(given));
 }
 
 void TestBench::copySamples()
@@ -48,7 +48,7 @@ void TestBench::writeShortDefinitions()
         if (shortNumbers.contains(line.section(QLatin1Char(';'), 0, 0).toInt()))
             lines.append(line);
     }
-    m_folder.write(definitionFile(shortVersion), lines.join(QLatin1Char('\n')));
+    m_folder.writeText(definitionFile(shortVersion), lines.join(QLatin1Char('\n')));
 }
 
 z7sim::SimulatedBus &TestBench::plugIn(

@@ -2,7 +2,7 @@
 
 #include "control/services/services.h"
 #include "model/errorcodes.h"
-#include "tests/services/workingfolder.h"
+#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 
 #include "control/services/services.h"
 #include "model/parameterdefinitions.h"
-#include "tests/services/workingfolder.h"
+#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 

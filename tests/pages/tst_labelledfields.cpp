@@ -87,7 +87,7 @@ void TestLabelledFields::nameComesFromTheDefinition()
 
 void TestLabelledFields::nameAndUnitAreShownInTheUsersLanguage()
 {
-    folder->write("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
+    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
     LabelledPage page;
     page.showFor(pageDrive());
     QCOMPARE(page.label("lParam0x03ParamName")->text(), QStringLiteral("Ramp"));
@@ -220,7 +220,7 @@ void TestLabelledFields::introductionWithoutATextIsHidden()
 
 void TestLabelledFields::introductionShowsTheTextOfTheLanguage()
 {
-    folder->write("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
+    folder->writeText("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
     LabelledPage page;
     page.showFor(pageDrive());
     QVERIFY(page.label("LIntro")->isVisible());

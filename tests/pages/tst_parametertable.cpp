@@ -74,7 +74,7 @@ void TestParameterTable::driveWithoutParametersGivesAnEmptyTableWithSixHeaders()
 
 void TestParameterTable::headersAreShownInTheUsersLanguage()
 {
-    folder->write("deutsch.z7lang",
+    folder->writeText("deutsch.z7lang",
         "[DialogParamTable]\nColParamIDTitle=No\nColParamNameTitle=Name\nColDeviceDataTitle=Actual\n"
         "ColUnit=Unit\nColUserDataTitle=Wanted\nColParamInfo=Remark\n");
     const ShownParameterTable shown;
@@ -118,7 +118,7 @@ void TestParameterTable::introductionWithoutATextTakesNoRoom()
 
 void TestParameterTable::introductionShowsTheTextOfTheLanguage()
 {
-    folder->write("deutsch.z7lang", "[DialogParamTable]\nIntroduction=Alle Parameter des Antriebs\n");
+    folder->writeText("deutsch.z7lang", "[DialogParamTable]\nIntroduction=Alle Parameter des Antriebs\n");
     const ShownParameterTable shown;
     const auto *introduction = shown.page.findChild<QLabel *>("LIntro");
     QVERIFY(introduction->isVisible());
@@ -143,7 +143,7 @@ void TestParameterTable::rowShowsNumberNameValueAndUnit()
 
 void TestParameterTable::nameAndUnitAreShownInTheUsersLanguage()
 {
-    folder->write("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
+    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
     const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
     QCOMPARE(shown.text(11, Name), QStringLiteral("Ramp"));
     QCOMPARE(shown.text(11, Unit), QStringLiteral("millis"));

@@ -103,7 +103,7 @@ void TestParameterTableRemarks::findingIsWorded()
 
 void TestParameterTableRemarks::errorIsWordedInTheUsersLanguage()
 {
-    folder->write("deutsch.z7lang", "[ErrorCodes]\nErrorCode_12=odd reply\n");
+    folder->writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_12=odd reply\n");
     const ShownParameterTable shown(
         tableDrive({paramWith(ramp, 250, [](Z7DeviceParam &param) { param.error = 12; })}));
     QCOMPARE(shown.remark(ramp), QStringLiteral("odd reply"));
@@ -111,7 +111,7 @@ void TestParameterTableRemarks::errorIsWordedInTheUsersLanguage()
 
 void TestParameterTableRemarks::conflictAlwaysNamesParameterOne()
 {
-    folder->write("deutsch.z7lang", "[DialogParamTable]\nConflictingParam=%1 stört\n");
+    folder->writeText("deutsch.z7lang", "[DialogParamTable]\nConflictingParam=%1 stört\n");
     const ShownParameterTable shown(
         tableDrive({paramWith(function, 5, [](Z7DeviceParam &param) { param.conflict = true; })}));
     QVERIFY2(shown.remark(function).startsWith("1 "), qPrintable(shown.remark(function)));
@@ -136,7 +136,7 @@ void TestParameterTableRemarks::severalFindingsJoinInTheirOrder()
 
 void TestParameterTableRemarks::findingWithoutATextIsFollowedByNoSeparator()
 {
-    folder->write("deutsch.z7lang", "[ErrorCodes]\nErrorCode_8=\n");
+    folder->writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_8=\n");
     const ShownParameterTable shown(
         tableDrive({paramWith(ramp, 501, [](Z7DeviceParam &param) { param.error = 8; })}));
     QCOMPARE(shown.remark(ramp), outOfScope);

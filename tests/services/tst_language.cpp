@@ -2,7 +2,7 @@
 
 #include "control/services/language.h"
 #include "control/services/services.h"
-#include "tests/services/workingfolder.h"
+#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 

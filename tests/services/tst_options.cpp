@@ -1,7 +1,7 @@
 // The options that a user can change, and their file.
 
 #include "control/services/options.h"
-#include "tests/services/workingfolder.h"
+#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 

@@ -21,12 +21,20 @@ public:
 
     QString path() const { return m_folder.path(); }
 
-    /// Puts a file there, its text as Latin-1 bytes.
-    void write(const QString &fileName, const QString &text) const
+    /// Puts a file into the current folder.
+    static void write(const QString &fileName, const QByteArray &content)
     {
-        QFile file(m_folder.filePath(fileName));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text.toLatin1()) < 0)
-            qFatal("cannot write %s", qPrintable(fileName));
+        QFile file(fileName);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("%s: %s", qPrintable(fileName), qPrintable(file.errorString()));
+    }
+    /// The same with a text, in the bytes of the definition and language files, Latin-1.
+    static void writeText(const QString &fileName, const QString &text) { write(fileName, text.toLatin1()); }
+    /// The content of a file; nothing if it does not exist.
+    static QByteArray read(const QString &fileName)
+    {
+        QFile file(fileName);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
 private:
