@@ -62,7 +62,7 @@ function(z7_test_environment result timeout)
         ASAN_OPTIONS=detect_leaks=1
         LSAN_OPTIONS=suppressions=${Z7_SANITIZER_FILES}/lsan.supp:print_suppressions=0
         UBSAN_OPTIONS=print_stacktrace=1
-        TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1:suppressions=${Z7_SANITIZER_FILES}/tsan.supp
+        TSAN_OPTIONS=ignore_noninstrumented_modules=1:halt_on_error=1:history_size=5:suppressions=${Z7_SANITIZER_FILES}/tsan.supp
         PARENT_SCOPE
     )
 endfunction()
