@@ -1,7 +1,15 @@
 #include "pages/datawidget.h"
 
+#include "control/services/language.h"
 #include "control/services/services.h"
 #include "model/parameterdefinitions.h"
+
+namespace {
+
+/// The parameters whose option texts name the operating modes.
+enum { ModeOfInput1 = 1, ModeOfInput2 = 2 };
+
+} // namespace
 
 Z7DataWidget::Z7DataWidget(QWidget *parent)
     : QWidget(parent)
@@ -52,6 +60,21 @@ void Z7DataWidget::applyUserParams(const Z7DeviceParamSet &params)
 Z7ParamDefinitions *Z7DataWidget::paramDefinitions() const
 {
     return Z7Services::instance()->definitions(softwareVersion);
+}
+
+QString Z7DataWidget::optionText(int number, int value) const
+{
+    const QString text = paramDefinitions()->paramOptionText(number, value);
+    return text.isEmpty() ? text : definitionText(text);
+}
+
+QString Z7DataWidget::modePairText() const
+{
+    const int mode1 = device.operationMode1;
+    const int mode2 = device.operationMode2;
+    return QStringLiteral("%1/%2 (%3/%4)")
+        .arg(QString::number(mode1), QString::number(mode2), optionText(ModeOfInput1, mode1),
+            optionText(ModeOfInput2, mode2));
 }
 
 void Z7DataWidget::reportUserText(int number, const QString &text)

@@ -65,6 +65,12 @@ protected:
     /// Definitions of the drive's software version; owned by the services.
     Z7ParamDefinitions *paramDefinitions() const;
 
+    /// What the definitions say of one value of a parameter, in the user's language; empty if they say
+    /// nothing.
+    QString optionText(int number, int value) const;
+    /// The two operating modes of `device` in numbers and words, "3/6 (Positionierung/Teach-Funktion)".
+    QString modePairText() const;
+
     /// Reports what the user has typed for a parameter: an empty text withdraws the change, a number makes
     /// it, and anything else leaves what was last accepted in force.
     void reportUserText(int number, const QString &text);

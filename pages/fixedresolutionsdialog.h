@@ -17,6 +17,9 @@ public:
     explicit FixedResolutionsDialog(QWidget *parent = nullptr);
     ~FixedResolutionsDialog() override;
 
+    void initPage() override;
+    void newDeviceParam(const Z7DeviceParam &param) override;
+
 private:
     const std::unique_ptr<Ui::FixedResolutionsDialog> m_ui;
 };

@@ -26,9 +26,10 @@ QString paramStem(int number)
 
 } // namespace
 
-LabelledDataWidget::LabelledDataWidget(const char *section, QWidget *parent)
+LabelledDataWidget::LabelledDataWidget(const char *section, const char *description, QWidget *parent)
     : Z7DataWidget(parent)
     , m_section(section)
+    , m_description(description)
 {
 }
 
@@ -58,26 +59,18 @@ LabelledDataWidget::ParamField LabelledDataWidget::findField(
     field.deviceValue = findChild<QLabel *>(QStringLiteral("l%1Device%2").arg(stem, suffix));
     field.unit = findChild<QLabel *>(QStringLiteral("l%1Unit%2").arg(stem, suffix));
     field.name = findChild<QLabel *>(QStringLiteral("l%1ParamName%2").arg(stem, suffix));
-    Q_ASSERT_X(field.user && field.deviceValue && field.unit, metaObject()->className(), qPrintable(stem));
+    if (!field.name)
+        field.name = findChild<QLabel *>(QStringLiteral("l") + stem);
+    Q_ASSERT_X(field.user && field.deviceValue, metaObject()->className(), qPrintable(stem));
     return field;
-}
-
-QString LabelledDataWidget::pageText(const char *key, const QString &defaultText) const
-{
-    return languageText(m_section, key, defaultText);
-}
-
-void LabelledDataWidget::setIntroduction(
-    const QString &labelName, const char *key, const QString &defaultText)
-{
-    auto *label = findChild<QLabel *>(labelName);
-    label->setText(pageText(key, defaultText));
-    if (label->text().isEmpty())
-        label->hide();
 }
 
 void LabelledDataWidget::initPage()
 {
+    PageStyle::setTextOrHide(findChild<QLabel *>(QStringLiteral("lFormDescription")),
+        languageText(m_section, "DialogDescription", m_description));
+    PageStyle::setTextOrHide(
+        findChild<QLabel *>(QStringLiteral("lIntro")), languageText(m_section, "Introduction", ""));
     for (ParamField &field : m_fields)
         initParamWidgets(field);
     delete m_mapper;
@@ -88,8 +81,10 @@ void LabelledDataWidget::initPage()
 void LabelledDataWidget::initParamWidgets(ParamField &field)
 {
     const Z7ParamDefinitions *definitions = paramDefinitions();
+    const QString name = definitionText(definitions->paramName(field.number));
     if (field.name)
-        field.name->setText(definitionText(definitions->paramName(field.number)));
+        field.name->setText(name);
+    field.user->setAccessibleName(name);
     field.deviceValue->setEnabled(false);
     field.deviceValue->setAlignment(Qt::AlignRight);
     field.user->setAlignment(Qt::AlignRight);
@@ -98,8 +93,10 @@ void LabelledDataWidget::initParamWidgets(ParamField &field)
     field.user->setValidator(new IntegerValidator(this));
     field.user->setHidden(definitions->isReadOnly(field.number));
     field.user->setFont(PageStyle::boldFont());
-    field.unit->setText(definitionText(definitions->paramUnit(field.number)));
-    field.unit->setEnabled(false);
+    if (field.unit) {
+        field.unit->setText(definitionText(definitions->paramUnit(field.number)));
+        field.unit->setEnabled(false);
+    }
     field.connections = 0;
 }
 

@@ -9,7 +9,7 @@ class QLineEdit;
 class QSignalMapper;
 
 /// A page that shows a handful of parameters, each with its widgets on a form: the user field, the drive's
-/// value, the unit and perhaps the name. The object names of the form tell which widget belongs to which
+/// value, perhaps the unit and the name. The object names of the form tell which widget belongs to which
 /// parameter: edParam0x3CUser, lParam0x3CDevice, lParam0x3CUnit, lParam0x3CParamName.
 ///
 /// One table from parameter to widgets serves all such pages; a page adds its parameters to it in its
@@ -27,21 +27,18 @@ public:
     void newUserParam(const Z7DeviceParam &param) override;
 
 protected:
-    /// `section` is where the language table keeps the page's texts; a text with static lifetime.
-    LabelledDataWidget(const char *section, QWidget *parent);
+    /// `section` is where the language table keeps the page's texts, `description` the German text above the
+    /// parameters; both with static lifetime.
+    LabelledDataWidget(const char *section, const char *description, QWidget *parent);
 
     /// Adds a parameter whose widgets bear its number in their names.
     void addParam(int number);
-    /// Adds a parameter whose widgets bear `stem` in the place of "Param0x" and the number.
+    /// Adds a parameter whose widgets bear `stem` in the place of "Param0x" and the number; its name label
+    /// may be called just "l" and the stem.
     void addParam(int number, const QString &stem);
     /// Shows a parameter of the page a second time, in widgets of names ending in "_2". The second field maps
     /// to `mappingNumber`, which is no parameter, and what is typed in one field appears in the other.
     void addSecondField(int number, int mappingNumber);
-
-    /// A text of the page, in the page's section.
-    QString pageText(const char *key, const QString &defaultText = QString()) const;
-    /// Sets a label to a text of the page and hides it if that is empty. It is never shown again.
-    void setIntroduction(const QString &labelName, const char *key, const QString &defaultText = QString());
 
 private slots:
     void ParamChanged(int nParamID);
@@ -53,7 +50,7 @@ private:
         int mapping; ///< what the mapper tells: the parameter's number, or that of the second field
         QLineEdit *user;
         QLabel *deviceValue;
-        QLabel *unit;
+        QLabel *unit; ///< null where the parameter has none
         QLabel *name; ///< null on pages whose picture names the parameter
         int connections; ///< from the field to the mapper of this showing
     };
@@ -64,6 +61,7 @@ private:
     void copyToOtherFields(const ParamField &source);
 
     const char *m_section;
+    const char *m_description;
     QVector<ParamField> m_fields;
     QSignalMapper *m_mapper = nullptr;
 };

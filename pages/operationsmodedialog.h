@@ -8,7 +8,8 @@ namespace Ui {
 class OperationsModeDialog;
 }
 
-/// The operating modes of the two inputs and the restart behaviour.
+/// How the drive reacts to its two mode inputs, and whether it restarts by itself. Beside each value of the
+/// drive stands what it means; what the user types is put into words once it has been written and read back.
 class OperationsModeDialog : public LabelledDataWidget
 {
     Q_OBJECT
@@ -17,6 +18,11 @@ public:
     explicit OperationsModeDialog(QWidget *parent = nullptr);
     ~OperationsModeDialog() override;
 
+    void initPage() override;
+    void newDeviceParam(const Z7DeviceParam &param) override;
+
 private:
+    QLabel *meaningLabel(int number) const;
+
     const std::unique_ptr<Ui::OperationsModeDialog> m_ui;
 };

@@ -1,7 +1,9 @@
 #include "pages/pagestyle.h"
 
+#include <QApplication>
 #include <QColor>
 #include <QIcon>
+#include <QLabel>
 #include <QPalette>
 #include <QPixmapCache>
 #include <QWidget>
@@ -16,6 +18,18 @@ QColor blue()
 QColor lightGrey()
 {
     return {240, 240, 240};
+}
+
+QColor warningRed()
+{
+    return {198, 40, 40};
+}
+
+void darkenDisabledTexts()
+{
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(100, 104, 110));
+    QApplication::setPalette(palette);
 }
 
 void paintGround(QWidget *widget, const QColor &colour)
@@ -44,6 +58,13 @@ void keepPlaceWhenHidden(QWidget *widget)
     QSizePolicy policy = widget->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     widget->setSizePolicy(policy);
+}
+
+void setTextOrHide(QLabel *label, const QString &text)
+{
+    label->setText(text);
+    if (text.isEmpty())
+        label->hide();
 }
 
 QFont boldFont()

@@ -4,6 +4,7 @@
 #include <QPixmap>
 
 class QColor;
+class QLabel;
 class QWidget;
 
 /// The colours that the window, the pages and the dialogs share.
@@ -14,6 +15,14 @@ QColor blue();
 /// The light grey of the window's bands, (240, 240, 240).
 QColor lightGrey();
 
+/// The red of a warning, readable on white and on the light grey.
+QColor warningRed();
+
+/// Drives' values are shown as disabled texts and are read all day: makes the grey of all such texts of the
+/// program dark enough for that, 5.8 to 1 on white. The application's palette alone reaches the children of
+/// widgets that have a style sheet.
+void darkenDisabledTexts();
+
 /// Gives a widget an own ground of this colour.
 void paintGround(QWidget *widget, const QColor &colour);
 /// Makes a frame a header: white text on the blue.
@@ -22,6 +31,10 @@ void paintHeader(QWidget *frame);
 void paintText(QWidget *label, const QColor &colour);
 /// What stands around the widget does not move when it is hidden.
 void keepPlaceWhenHidden(QWidget *widget);
+
+/// Sets a text that a page may have or not, and takes the label away if it has none. The label never comes
+/// back by this: a text that appears only at a later showing stays hidden.
+void setTextOrHide(QLabel *label, const QString &text);
 
 QFont boldFont();
 

@@ -17,6 +17,9 @@ public:
     explicit PositioningDialog(QWidget *parent = nullptr);
     ~PositioningDialog() override;
 
+    void initPage() override;
+    void newDeviceParam(const Z7DeviceParam &param) override;
+
 private:
     const std::unique_ptr<Ui::PositioningDialog> m_ui;
 };

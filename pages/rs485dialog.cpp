@@ -1,12 +1,80 @@
 #include "pages/rs485dialog.h"
 
+#include "control/services/language.h"
+#include "pages/integervalidator.h"
+#include "pages/pagestyle.h"
 #include "ui_rs485dialog.h"
 
+#include <QMessageBox>
+
+namespace {
+
+constexpr int addressParam = 0x52;
+/// What a drive can be reached at. The same for all versions, whatever their definitions say.
+constexpr int lowestAddress = 1;
+constexpr int highestAddress = 255;
+
+QString rs485Text(const char *key, const char *defaultText)
+{
+    return languageText("DialogRS485", key, defaultText);
+}
+
+} // namespace
+
 RS485Dialog::RS485Dialog(QWidget *parent)
-    : EmptyDataWidget(parent)
+    : Z7DataWidget(parent)
     , m_ui(std::make_unique<Ui::RS485Dialog>())
 {
     m_ui->setupUi(this);
+    m_ui->BtnChangeAdress->setIcon(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png")));
+    addParamId(addressParam);
 }
 
 RS485Dialog::~RS485Dialog() = default;
+
+void RS485Dialog::initPage()
+{
+    PageStyle::setTextOrHide(m_ui->lFormDescription,
+        rs485Text("DialogDescription",
+            "Falls mehrere Antriebe gemeinsam an einer seriellen RS485-Schnittstelle betrieben werden "
+            "sollen, "
+            "muss jeder Antrieb unter einer individuellen Busadresse erreichbar sein. Hier kann hier die "
+            "entsprechende Busadresse verändert werden."));
+    PageStyle::setTextOrHide(m_ui->lIntro, rs485Text("Introduction", ""));
+    m_ui->lDeviceAdress->setText(rs485Text("CurrentAdress", "Aktuelle Adresse:"));
+    m_ui->lNewAdress->setText(rs485Text("NewAdress", "Neue Adresse:"));
+    m_ui->BtnChangeAdress->setText(rs485Text("ChangeAdress", "Adresse ändern"));
+    // The page is shown many times, and one press is one change.
+    connect(
+        m_ui->BtnChangeAdress, &QPushButton::clicked, this, &RS485Dialog::updateAdress, Qt::UniqueConnection);
+
+    m_ui->lParam0x52Device->setEnabled(false);
+    m_ui->lParam0x52Device->setAlignment(Qt::AlignRight);
+    m_ui->edParam0x52User->setFont(PageStyle::boldFont());
+    m_ui->edParam0x52User->setAlignment(Qt::AlignRight);
+    delete m_ui->edParam0x52User->validator();
+    m_ui->edParam0x52User->setValidator(new IntegerValidator(lowestAddress, highestAddress, this));
+}
+
+void RS485Dialog::clearUserValues()
+{
+    m_ui->edParam0x52User->clear();
+}
+
+void RS485Dialog::newDeviceParam(const Z7DeviceParam &param)
+{
+    if (param.number == addressParam)
+        m_ui->lParam0x52Device->setText(QString::number(param.value));
+}
+
+void RS485Dialog::updateAdress()
+{
+    bool isNumber = false;
+    const int address = m_ui->edParam0x52User->text().toInt(&isNumber);
+    if (isNumber && address >= lowestAddress && address <= highestAddress)
+        emit sendChangeAdress(address);
+    else
+        QMessageBox::critical(this, commonText("ApplicationTitle", "Z7ConfigTool"),
+            rs485Text("InvalidAdressMessage", "Als Adresse ist nur der Bereich von 1...255 zulässig."),
+            QMessageBox::Ok);
+}

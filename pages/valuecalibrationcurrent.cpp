@@ -1,12 +1,49 @@
 #include "pages/valuecalibrationcurrent.h"
 
-#include "ui_valuecalibrationcurrent.h"
+#include "pages/operationmodepanel.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr CalibrationCurve currentCurve {
+    "DialogValueCalibrationCurrent",
+    {0x26, 0x27, 0x28},
+    {0x29, 0x2A, 0x2B, 0x2C, 0x2D},
+    0,
+    100,
+    "CurrentInput",
+    "FE-Strom X1..X3, Y0..Y4",
+    "FECurrent_",
+    "FE_Strom_X",
+    "Bei einer Vorgabe des Stromsollwerts über den Analogeingang A1 (0V..10V) kann hier die "
+    "Skalierungskennlinie über Stützstellen vorgegeben werden. Der Stromsollwert wird dann über den "
+    "Analogeingang A1 vorgegeben, wenn über einen der Eingänge I1 oder I2 in die \"dynamische "
+    "Strombegrenzung\" umgeschaltet wird.",
+};
+
+} // namespace
 
 ValueCalibrationCurrent::ValueCalibrationCurrent(QWidget *parent)
-    : LabelledDataWidget("DialogValueCalibrationCurrent", parent)
-    , m_ui(std::make_unique<Ui::ValueCalibrationCurrent>())
+    : CalibrationCurvePage(currentCurve, parent)
+    , m_modePanel(new OperationModePanel(this))
 {
-    m_ui->setupUi(this);
+    setObjectName(QStringLiteral("ValueCalibrationCurrent"));
+    m_modePanel->setObjectName(QStringLiteral("fCurrentOperationMode"));
+    m_modePanel->setEffectiveMode(AnalogCurrentMode);
+    upperLayout()->addWidget(m_modePanel);
 }
 
-ValueCalibrationCurrent::~ValueCalibrationCurrent() = default;
+void ValueCalibrationCurrent::initPage()
+{
+    CalibrationCurvePage::initPage();
+    m_modePanel->setTexts(currentCurve.section,
+        "Die Parameter der Sollwertskalierung (Strom) kommen nur im Betriebsmodus 2/x oder x/2 zur "
+        "Anwendung.");
+}
+
+void ValueCalibrationCurrent::newDeviceParam(const Z7DeviceParam &param)
+{
+    CalibrationCurvePage::newDeviceParam(param);
+    m_modePanel->showModes(device, modePairText());
+}

@@ -1,22 +1,20 @@
 #pragma once
 
-#include "pages/labelleddatawidget.h"
+#include "pages/calibrationcurvepage.h"
 
-#include <memory>
+class OperationModePanel;
 
-namespace Ui {
-class ValueCalibrationCurrent;
-}
-
-/// The curve from the analogue input to the current set-point.
-class ValueCalibrationCurrent : public LabelledDataWidget
+/// The scaling of the analogue input A1 to a current set-point, which counts in one operating mode only.
+class ValueCalibrationCurrent : public CalibrationCurvePage
 {
     Q_OBJECT
 
 public:
     explicit ValueCalibrationCurrent(QWidget *parent = nullptr);
-    ~ValueCalibrationCurrent() override;
+
+    void initPage() override;
+    void newDeviceParam(const Z7DeviceParam &param) override;
 
 private:
-    const std::unique_ptr<Ui::ValueCalibrationCurrent> m_ui;
+    OperationModePanel *const m_modePanel;
 };

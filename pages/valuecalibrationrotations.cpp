@@ -1,12 +1,25 @@
 #include "pages/valuecalibrationrotations.h"
 
-#include "ui_valuecalibrationrotations.h"
+namespace {
+
+constexpr CalibrationCurve speedCurve {
+    "DialogValueCalibrationRotations",
+    {0x0B, 0x0C, 0x0D},
+    {0x0E, 0x0F, 0x10, 0x11, 0x12},
+    -30000,
+    29999,
+    "RevolutionsInput",
+    "FE-Drehzahlen X1..X3, Y0..Y4",
+    "FERevolution_",
+    "FE_Drehzahl_",
+    "Bei einer Vorgabe des Drehzahlsollwerts über den Analogeingang A1 (0V...10V) kann hier die "
+    "Skalierungskennlinie über Stützstellen vorgegeben werden.",
+};
+
+} // namespace
 
 ValueCalibrationRotations::ValueCalibrationRotations(QWidget *parent)
-    : LabelledDataWidget("DialogValueCalibrationRotations", parent)
-    , m_ui(std::make_unique<Ui::ValueCalibrationRotations>())
+    : CalibrationCurvePage(speedCurve, parent)
 {
-    m_ui->setupUi(this);
+    setObjectName(QStringLiteral("ValueCalibrationRotations"));
 }
-
-ValueCalibrationRotations::~ValueCalibrationRotations() = default;

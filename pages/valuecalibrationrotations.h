@@ -1,22 +1,12 @@
 #pragma once
 
-#include "pages/labelleddatawidget.h"
+#include "pages/calibrationcurvepage.h"
 
-#include <memory>
-
-namespace Ui {
-class ValueCalibrationRotations;
-}
-
-/// The curve from the analogue input to the speed set-point.
-class ValueCalibrationRotations : public LabelledDataWidget
+/// The scaling of the analogue input A1 to a speed set-point.
+class ValueCalibrationRotations : public CalibrationCurvePage
 {
     Q_OBJECT
 
 public:
     explicit ValueCalibrationRotations(QWidget *parent = nullptr);
-    ~ValueCalibrationRotations() override;
-
-private:
-    const std::unique_ptr<Ui::ValueCalibrationRotations> m_ui;
 };

@@ -46,6 +46,7 @@ public:
 MainWindow::MainWindow()
     : m_ui(std::make_unique<Ui::MainWindow>())
 {
+    PageStyle::darkenDisabledTexts();
     m_ui->setupUi(this);
     setWindowIcon(QIcon(QStringLiteral(":/images/favicon.ico")));
     m_controller = std::make_unique<Z7MainController>();

@@ -19,7 +19,7 @@ class LabelledPage : public LabelledDataWidget
 
 public:
     LabelledPage()
-        : LabelledDataWidget("DialogTest", nullptr)
+        : LabelledDataWidget("DialogTest", "", nullptr)
     {
         addWidgets("Param0x03");
         addWidget<QLabel>("lParam0x03ParamName");
@@ -27,18 +27,13 @@ public:
         addWidgets("Param0x1E", "_2");
         addWidgets("Revolution");
         addWidgets("Param0x53");
-        addWidget<QLabel>("LIntro");
+        addWidget<QLabel>("lFormDescription");
+        addWidget<QLabel>("lIntro");
         addParam(0x03);
         addParam(0x1E);
         addSecondField(0x1E, 0x9999);
         addParam(0x3C, "Revolution");
         addParam(0x53);
-    }
-
-    void initPage() override
-    {
-        LabelledDataWidget::initPage();
-        setIntroduction("LIntro", "Introduction");
     }
 
     QLineEdit *field(const QString &stem, const QString &suffix = {}) const

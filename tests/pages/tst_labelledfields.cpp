@@ -215,7 +215,7 @@ void TestLabelledFields::introductionWithoutATextIsHidden()
 {
     LabelledPage page;
     page.showFor(pageDrive());
-    QVERIFY(page.label("LIntro")->isHidden());
+    QVERIFY(page.label("lIntro")->isHidden());
 }
 
 void TestLabelledFields::introductionShowsTheTextOfTheLanguage()
@@ -223,8 +223,8 @@ void TestLabelledFields::introductionShowsTheTextOfTheLanguage()
     folder->writeText("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
     LabelledPage page;
     page.showFor(pageDrive());
-    QVERIFY(page.label("LIntro")->isVisible());
-    QCOMPARE(page.label("LIntro")->text(), QStringLiteral("Rampen des Reglers"));
+    QVERIFY(page.label("lIntro")->isVisible());
+    QCOMPARE(page.label("lIntro")->text(), QStringLiteral("Rampen des Reglers"));
 }
 
 QTEST_MAIN(TestLabelledFields)

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QFrame>
+
+#include <memory>
+
+struct Z7Device;
+
+namespace Ui {
+class OperationModePanel;
+}
+
+/// The operating modes in which drives use the parameters of a page.
+enum OperationMode {
+    FixedSpeedMode = 1,
+    AnalogCurrentMode = 2,
+    PositioningMode = 3,
+};
+
+/// Tells which operating modes the drive is in, and warns as long as neither of them is the one in which the
+/// parameters of the page have an effect. Main thread only.
+class OperationModePanel : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit OperationModePanel(QWidget *parent = nullptr);
+    ~OperationModePanel() override;
+
+    /// The mode that one of the two inputs must have for the page's parameters to act.
+    void setEffectiveMode(int mode) { m_effectiveMode = mode; }
+    /// Sets the texts from the page's section of the language table and forgets the modes shown last.
+    /// `modeInfo` is the German text that says which modes count.
+    void setTexts(const char *section, const char *modeInfo);
+    /// Shows the modes of a drive; `modePair` has them in numbers and words.
+    void showModes(const Z7Device &device, const QString &modePair);
+
+private:
+    const std::unique_ptr<Ui::OperationModePanel> m_ui;
+    int m_effectiveMode = -1;
+};
