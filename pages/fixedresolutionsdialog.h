@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class OperationModePanel;
+
 namespace Ui {
 class FixedResolutionsDialog;
 }
@@ -22,4 +24,5 @@ public:
 
 private:
     const std::unique_ptr<Ui::FixedResolutionsDialog> m_ui;
+    OperationModePanel *const m_modePanel;
 };

@@ -5,10 +5,12 @@
 #include "pages/pagestyle.h"
 #include "ui_operationmodepanel.h"
 
-OperationModePanel::OperationModePanel(QWidget *parent)
+OperationModePanel::OperationModePanel(OperationMode effectiveMode, QWidget *parent)
     : QFrame(parent)
     , m_ui(std::make_unique<Ui::OperationModePanel>())
+    , m_effectiveMode(effectiveMode)
 {
+    setObjectName(QStringLiteral("fCurrentOperationMode"));
     m_ui->setupUi(this);
     PageStyle::paintText(m_ui->lSwitchOperationsModeInfo, PageStyle::warningRed());
     // The fields below must not move away from under the mouse when the drive changes its mode.

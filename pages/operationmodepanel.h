@@ -24,11 +24,10 @@ class OperationModePanel : public QFrame
     Q_OBJECT
 
 public:
-    explicit OperationModePanel(QWidget *parent = nullptr);
+    /// `effectiveMode` is the mode that one of the two inputs must have for the page's parameters to act.
+    OperationModePanel(OperationMode effectiveMode, QWidget *parent);
     ~OperationModePanel() override;
 
-    /// The mode that one of the two inputs must have for the page's parameters to act.
-    void setEffectiveMode(int mode) { m_effectiveMode = mode; }
     /// Sets the texts from the page's section of the language table and forgets the modes shown last.
     /// `modeInfo` is the German text that says which modes count.
     void setTexts(const char *section, const char *modeInfo);
@@ -37,5 +36,5 @@ public:
 
 private:
     const std::unique_ptr<Ui::OperationModePanel> m_ui;
-    int m_effectiveMode = -1;
+    const OperationMode m_effectiveMode;
 };

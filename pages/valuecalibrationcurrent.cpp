@@ -26,11 +26,9 @@ constexpr CalibrationCurve currentCurve {
 
 ValueCalibrationCurrent::ValueCalibrationCurrent(QWidget *parent)
     : CalibrationCurvePage(currentCurve, parent)
-    , m_modePanel(new OperationModePanel(this))
+    , m_modePanel(new OperationModePanel(AnalogCurrentMode, this))
 {
     setObjectName(QStringLiteral("ValueCalibrationCurrent"));
-    m_modePanel->setObjectName(QStringLiteral("fCurrentOperationMode"));
-    m_modePanel->setEffectiveMode(AnalogCurrentMode);
     upperLayout()->addWidget(m_modePanel);
 }
 
