@@ -1,12 +1,184 @@
 #include "pages/devicestatusdialog.h"
 
+#include "control/services/language.h"
+#include "model/parameterdefinitions.h"
+#include "pages/pagestyle.h"
 #include "ui_devicestatusdialog.h"
+
+namespace {
+
+constexpr const char *redLamp = ":/images/RedIcon_16px.png";
+constexpr const char *greenLamp = ":/images/GreenIcon_16px.png";
+constexpr const char *yellowLamp = ":/images/YellowIcon_16px.png";
+constexpr const char *grayLamp = ":/images/GrayIcon_16px.png";
+
+/// One bit of the status byte. Its texts and its lamp bear its name: cbOverTemp, lOverTemp, StatusOverTemp.
+struct StatusBit
+{
+    const char *name;
+    const char *text;
+    const char *litLamp;
+};
+
+/// From bit 0 to bit 7.
+constexpr StatusBit statusBitTable[] = {
+    {"OverTemp", "Antrieb erkennt Übertemperatur", redLamp},
+    {"Active", "Antrieb ist aktiv", greenLamp},
+    {"OverVoltage", "Antrieb erkennt Überspannung", redLamp},
+    {"UnderVoltage", "Antrieb erkennt Unterspannung", redLamp},
+    {"HardwareError", "Antrieb erkennt Hardwarefehler", redLamp},
+    {"OverPower", "Antrieb erkennt Überstrom", redLamp},
+    {"AckRequired", "Antrieb benötigt eine Quittierung", yellowLamp},
+    {"Ready", "Antrieb ist bereit", greenLamp},
+};
+
+constexpr int outputCount = 3;
+constexpr int inputCount = 4;
+
+QString statusPageText(const char *key, const char *defaultText)
+{
+    return languageText("DialogDeviceStatus", key, defaultText);
+}
+
+/// The text of one of several alike, such as "Ausgang O2" under the key OutputO2.
+QString numberedText(const char *key, const char *text, int number)
+{
+    return statusPageText(
+        (key + QByteArray::number(number)).constData(), (text + QByteArray::number(number)).constData());
+}
+
+void setLamp(QLabel *lamp, bool isLit, const char *litLamp)
+{
+    lamp->setPixmap(PageStyle::smallPixmap(isLit ? litLamp : grayLamp));
+}
+
+} // namespace
 
 DeviceStatusDialog::DeviceStatusDialog(QWidget *parent)
     : EmptyDataWidget(parent)
     , m_ui(std::make_unique<Ui::DeviceStatusDialog>())
 {
     m_ui->setupUi(this);
+    showStatusBits();
+    showInputsAndOutputs();
+    setLamp(m_ui->lDeviceStatusIcon, true, greenLamp);
+    // The boxes only hold the texts of the lamps beside them.
+    for (QCheckBox *text : findChildren<QCheckBox *>())
+        text->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 DeviceStatusDialog::~DeviceStatusDialog() = default;
+
+QLabel *DeviceStatusDialog::label(const QString &name) const
+{
+    return findChild<QLabel *>(name);
+}
+
+void DeviceStatusDialog::initPage()
+{
+    setTexts();
+    setUnits();
+}
+
+void DeviceStatusDialog::setTexts()
+{
+    m_ui->lIntro->setText(statusPageText("Introduction", ""));
+    // An empty band above the groups would only take room from them.
+    m_ui->topFrame->setVisible(!m_ui->lIntro->text().isEmpty());
+    m_ui->lMotor->setText(statusPageText("Motor", "Antrieb:"));
+    m_ui->lMotorSoftwareVersion->setText(statusPageText("SoftwareVersion", "Softwareversion:"));
+    m_ui->lOperationStatus->setText(statusPageText("OperationStatus", "Betriebsmodus:"));
+    m_ui->lMotorAdress->setText(statusPageText("Adress", "Adresse:"));
+    m_ui->lDeviceStatus->setText(statusPageText("DeviceStatus", "Gerätestatus:"));
+    m_ui->gbMotorStatus->setTitle(statusPageText("Motorstatus", "Motorstatus"));
+    m_ui->gbRotations->setTitle(statusPageText("CurrentRotations", "Ist-Drehzahl"));
+    m_ui->gbPower->setTitle(statusPageText("CurrentPower", "Ist-Strom"));
+    m_ui->gbPosition->setTitle(statusPageText("CurrentPosition", "Ist-Position"));
+    m_ui->gbTemperature->setTitle(statusPageText("CurrentTemperature", "Ist-Temperatur"));
+    m_ui->gbOutput->setTitle(statusPageText("CurrentOuput", "Ausgänge"));
+    m_ui->gbInput->setTitle(statusPageText("CurrentDigitalInput", "Digitaleingänge"));
+    m_ui->gbAnalogInputA1->setTitle(statusPageText("AnalogInputA1", "Analogeingang A1"));
+    for (const StatusBit &bit : statusBitTable)
+        findChild<QCheckBox *>(QStringLiteral("cb") + QLatin1String(bit.name))
+            ->setText(statusPageText((QByteArray("Status") + bit.name).constData(), bit.text));
+    for (int number = 1; number <= outputCount; ++number)
+        label(QStringLiteral("edOutput_%1").arg(number))
+            ->setText(numberedText("OutputO", "Ausgang O", number));
+    for (int number = 1; number <= inputCount; ++number)
+        label(QStringLiteral("edInput_%1").arg(number))
+            ->setText(numberedText("DigitalInput", "Digitaleingang ", number));
+}
+
+void DeviceStatusDialog::setUnits()
+{
+    const auto setUnit = [this](QLabel *unit, int number) {
+        unit->setText(definitionText(paramDefinitions()->paramUnit(number)));
+    };
+    // The live values, as the drive's read-only parameters.
+    setUnit(m_ui->lCurrentRotationsUnit, 0x8001);
+    setUnit(m_ui->lCurrentPowerUnit, 0x8007);
+    setUnit(m_ui->lCurrentPositionUnit, 0x8004);
+    setUnit(m_ui->lCurrentTempUnit, 0x8005);
+    setUnit(m_ui->edAnalogInputUnit, 0x800D);
+}
+
+void DeviceStatusDialog::DeviceUpdate(const Z7Device &d)
+{
+    EmptyDataWidget::DeviceUpdate(d);
+    m_ui->lDeviceName->setText(deviceName(d));
+    const bool isReported = d.isAccessGranted() && !d.hasError();
+    showReported(isReported);
+    m_ui->lDeviceStatusIcon->setPixmap(PageStyle::smallPixmap(isReported ? greenLamp : redLamp));
+    if (!isReported)
+        return;
+    showIdentity();
+    showStatusBits();
+    showLiveValues();
+    showInputsAndOutputs();
+}
+
+void DeviceStatusDialog::showReported(bool shown)
+{
+    for (QWidget *part :
+        {static_cast<QWidget *>(m_ui->gbMotorStatus), static_cast<QWidget *>(m_ui->gbRotations),
+            static_cast<QWidget *>(m_ui->gbPower), static_cast<QWidget *>(m_ui->gbPosition),
+            static_cast<QWidget *>(m_ui->gbTemperature), static_cast<QWidget *>(m_ui->gbOutput),
+            static_cast<QWidget *>(m_ui->gbInput), static_cast<QWidget *>(m_ui->gbAnalogInputA1),
+            static_cast<QWidget *>(m_ui->lMotorSoftwareVersion_2),
+            static_cast<QWidget *>(m_ui->lMotorAdress_2), static_cast<QWidget *>(m_ui->lOperationStatus_2)})
+        part->setVisible(shown);
+}
+
+void DeviceStatusDialog::showIdentity()
+{
+    m_ui->lMotorSoftwareVersion_2->setText(device.softwareVersion);
+    m_ui->lMotorAdress_2->setText(QString::number(device.address));
+    m_ui->lOperationStatus_2->setText(modePairText());
+}
+
+void DeviceStatusDialog::showStatusBits()
+{
+    int mask = 1;
+    for (const StatusBit &bit : statusBitTable) {
+        setLamp(label(QLatin1Char('l') + QLatin1String(bit.name)), device.statusBits & mask, bit.litLamp);
+        mask <<= 1;
+    }
+}
+
+void DeviceStatusDialog::showLiveValues()
+{
+    m_ui->lCurrentRotationsDevice->setText(QString::number(device.actualSpeed));
+    m_ui->lCurrentPowerDevice->setText(QString::number(device.actualCurrent));
+    m_ui->lCurrentPositionDevice->setText(QString::number(device.actualPosition, 'f', 3));
+    m_ui->lCurrentTempDevice->setText(QString::number(device.actualTemperature));
+    m_ui->edAnalogInput->setText(QString::number(device.analogInputA1));
+}
+
+void DeviceStatusDialog::showInputsAndOutputs()
+{
+    for (int number = 1; number <= outputCount; ++number)
+        setLamp(
+            label(QStringLiteral("lOutput_%1").arg(number)), device.isDigitalOutputSet(number), greenLamp);
+    for (int number = 1; number <= inputCount; ++number)
+        setLamp(label(QStringLiteral("lInput_%1").arg(number)), device.isDigitalInputSet(number), greenLamp);
+}
