@@ -11,6 +11,7 @@ public:
     int count() const { return m_ms.size(); }
     double median() const { return quantile(0.5); }
     double p99() const { return quantile(0.99); }
+    double first() const { return m_ms.value(0); }
 
 private:
     double quantile(double q) const;

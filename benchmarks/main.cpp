@@ -1,5 +1,5 @@
-// z7bench [bus] [window] [memory]: prints the table of figures, of all groups or of those named; exit code 1
-// if one has missed its bar.
+// z7bench [bus] [window] [pages] [memory]: prints the table of figures, of all groups or of those named; exit
+// code 1 if one has missed its bar.
 
 #include "benchmarks/busbenchmarks.h"
 #include "benchmarks/figures.h"
@@ -26,6 +26,8 @@ int main(int argc, char *argv[])
         runBusBenchmarks();
     if (wanted("window"))
         runWindowBenchmarks();
+    if (wanted("pages"))
+        runPageBenchmarks();
     if (wanted("memory"))
         runMemoryBenchmarks();
     return allBarsHeld() ? 0 : 1;

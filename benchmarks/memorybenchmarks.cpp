@@ -7,6 +7,7 @@
 #include "control/maincontroller.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
+#include "pages/pagefactory.h"
 #include "simulator/simulatedbus.h"
 #include "tests/support/listedports.h"
 
@@ -64,7 +65,7 @@ QByteArray goodReply(const Z7Telegram &telegram)
 void benchTablePage()
 {
     Workbench bench(3);
-    bench.showPage(QStringLiteral("Parametertabelle"));
+    bench.showPage(PageNumber::ParameterTable);
     Z7Device device = bench.controller().connectedDevices().constFirst();
     device.fullReadPending = false;
     device.parametersComplete = true;

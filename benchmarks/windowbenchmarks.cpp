@@ -3,6 +3,8 @@
 #include "benchmarks/figures.h"
 #include "benchmarks/workbench.h"
 #include "control/maincontroller.h"
+#include "control/services/language.h"
+#include "pages/pagefactory.h"
 #include "shell/maincontentwidget.h"
 #include "shell/mainwindow.h"
 
@@ -15,6 +17,7 @@
 #include <QTimer>
 
 #include <ctime>
+#include <map>
 
 namespace {
 
@@ -22,6 +25,7 @@ constexpr int manyDrives = 32;
 constexpr int manyRecords = 10000;
 constexpr int repetitions = 100;
 constexpr int starts = 9;
+constexpr int rounds = 20;
 
 template<typename Action>
 double msToRedraw(Action action)
@@ -61,19 +65,51 @@ double keystrokesP99(QLineEdit *field)
     return samples.p99();
 }
 
-void benchKeystrokes(int drives)
+void benchKeystrokes(int drives, PageNumber::Number page)
 {
     Workbench bench(drives);
-    bench.showPage(QStringLiteral("Parametertabelle"));
+    bench.showPage(page);
     QLineEdit *field = bench.userField();
     field->setFocus();
-    const QString what = QStringLiteral("keystroke, %1 drive(s), %2, p99");
-    printFigure(what.arg(drives).arg(QStringLiteral("fresh")), keystrokesP99(field), 16, "ms");
+    const QString what =
+        QStringLiteral("keystroke, %1, %2 drive(s), %3, p99").arg(pageTitle(page)).arg(drives);
+    printFigure(what.arg(QStringLiteral("fresh")), keystrokesP99(field), 16, "ms");
     for (int i = 0; i < manyRecords; ++i) {
         bench.deliverRecord();
         QCoreApplication::processEvents();
     }
-    printFigure(what.arg(drives).arg(QStringLiteral("after 10,000 updates")), keystrokesP99(field), 50, "ms");
+    printFigure(what.arg(QStringLiteral("after 10,000 updates")), keystrokesP99(field), 50, "ms");
+}
+
+void benchCurve()
+{
+    Workbench bench(1);
+    bench.showPage(PageNumber::CalibrationRotations);
+    bench.deliverRecord();
+    QLineEdit *field = bench.userField();
+    field->setFocus();
+    printFigure(QStringLiteral("keystroke that redraws a curve, p99"), keystrokesP99(field), 5, "ms");
+}
+
+/// From the click to the painted page, coming from the fullest page, the parameter table, or going there.
+void benchPages()
+{
+    Workbench bench(1);
+    bench.deliverRecord();
+    std::map<int, Samples> byPage;
+    const auto show = [&bench, &byPage](
+                          int number) { byPage[number].add(msToRedraw([&] { bench.showPage(number); })); };
+    for (int i = 0; i < rounds; ++i) {
+        for (int number = PageNumber::Network; number < PageNumber::RemoteControl; ++number) {
+            show(number);
+            show(PageNumber::ParameterTable);
+        }
+    }
+    for (const auto &page : byPage)
+        printFigure(QStringLiteral("showing %1, p99").arg(pageTitle(page.first)), page.second.p99(), 50, "ms",
+            QStringLiteral("median %1 ms, the first time %2 ms")
+                .arg(page.second.median(), 0, 'f', 1)
+                .arg(page.second.first(), 0, 'f', 1));
 }
 
 qint64 monotonicNs()
@@ -155,7 +191,14 @@ int showToolWindow(qint64 startedNs)
 void runWindowBenchmarks()
 {
     benchTree();
-    benchKeystrokes(1);
-    benchKeystrokes(manyDrives);
+    benchKeystrokes(1, PageNumber::ParameterTable);
+    benchKeystrokes(manyDrives, PageNumber::ParameterTable);
+    benchKeystrokes(1, PageNumber::Positioning);
     benchStart();
+}
+
+void runPageBenchmarks()
+{
+    benchCurve();
+    benchPages();
 }

@@ -10,9 +10,9 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
-#include <QTableWidget>
 #include <QTest>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 WorkingFolder::WorkingFolder()
@@ -62,13 +62,20 @@ Workbench::~Workbench()
     m_controller.reset();
 }
 
-void Workbench::showPage(const QString &title)
+void Workbench::showPage(int number)
 {
+    constexpr int pageRole = Qt::UserRole + 1;
     auto *tree = m_window.findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
-    QTreeWidgetItem *item = tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).constFirst();
-    tree->scrollToItem(item);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
+    QTreeWidgetItemIterator entry(tree);
+    while (*entry && (*entry)->data(0, pageRole).toInt() != number)
+        ++entry;
+    tree->scrollToItem(*entry);
+    QTest::mouseClick(
+        tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(*entry).center());
     QCoreApplication::processEvents();
+    // Only the program's own event loop would do this by itself; without it the rows of former showings pile
+    // up.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void Workbench::deliverRecord()
@@ -88,8 +95,8 @@ void Workbench::deliverRecord()
 
 QLineEdit *Workbench::userField() const
 {
-    auto *table = m_window.findChild<QTableWidget *>(QStringLiteral("ParameterTable"));
-    const QList<QLineEdit *> fields = table->findChildren<QLineEdit *>();
+    auto *page = m_window.findChild<QWidget *>(QStringLiteral("DataWidgetContent"));
+    const QList<QLineEdit *> fields = page->findChildren<QLineEdit *>();
     for (QLineEdit *field : fields) {
         if (field->isEnabled() && field->isVisible())
             return field;

@@ -36,11 +36,11 @@ public:
     MainContentWidget &content() { return *m_content; }
     QWidget &window() { return m_window; }
 
-    /// Clicks the entry of the first drive's page.
-    void showPage(const QString &title);
+    /// Clicks the entry of a page of the first drive, and waits until it has been painted.
+    void showPage(int number);
     /// A record of the first drive as a polling pass would bring it; values differ from call to call.
     void deliverRecord();
-    /// A writable field of the shown parameter table.
+    /// A writable field of the shown page.
     QLineEdit *userField() const;
 
 private:
