@@ -1,0 +1,120 @@
+// The reversing threshold acts in two quadrants, so the page of the current limits shows it in two fields.
+
+#include "tests/pages/shownpage.h"
+#include "tests/support/workingfolder.h"
+
+#include <optional>
+
+class TestCurrentLimitsPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void driveValueStandsInBothPlaces();
+    void typingInOneFieldFillsTheOther_data();
+    void typingInOneFieldFillsTheOther();
+    void noReportBearsThePrivateNumber();
+    void emptyingOneFieldEmptiesTheOtherAndWithdrawsTheChange();
+    void userValueComesBackIntoBothFields();
+    void clearingEmptiesBothFields();
+    void aLoneSignInOneFieldReportsNothing();
+
+private:
+    std::optional<WorkingFolder> folder;
+    std::optional<ShownPage> shown;
+    QLineEdit *upper = nullptr;
+    QLineEdit *lower = nullptr;
+};
+
+void TestCurrentLimitsPage::init()
+{
+    folder.emplace();
+    defineParameters("V123", {"54;Reversierschwelle;1/min;50;-1000;1000;Signed;1;rw;0;"});
+    shown.emplace(PageNumber::CurrentLimits);
+    shown->showFor(driveWith({readParam(0x36, 50)}));
+    upper = shown->field("edParam0x36User");
+    lower = shown->field("edParam0x36User_2");
+}
+
+void TestCurrentLimitsPage::cleanup()
+{
+    shown.reset();
+    folder.reset();
+}
+
+void TestCurrentLimitsPage::driveValueStandsInBothPlaces()
+{
+    QCOMPARE(shown->text("lParam0x36Device"), QStringLiteral("50"));
+    QCOMPARE(shown->text("lParam0x36Device_2"), QStringLiteral("50"));
+    QCOMPARE(shown->text("lParam0x36Unit_2"), QStringLiteral("1/min"));
+}
+
+void TestCurrentLimitsPage::typingInOneFieldFillsTheOther_data()
+{
+    QTest::addColumn<QString>("typedInto");
+    QTest::addColumn<QString>("other");
+    QTest::newRow("the first") << "edParam0x36User"
+                               << "edParam0x36User_2";
+    QTest::newRow("the second") << "edParam0x36User_2"
+                                << "edParam0x36User";
+}
+
+void TestCurrentLimitsPage::typingInOneFieldFillsTheOther()
+{
+    QFETCH(QString, typedInto);
+    QFETCH(QString, other);
+    type(shown->field(typedInto), "12");
+    QCOMPARE(shown->field(other)->text(), QStringLiteral("12"));
+    QCOMPARE(lastReported(shown->modified).number, 0x36);
+    QCOMPARE(lastReported(shown->modified).value, 12);
+}
+
+void TestCurrentLimitsPage::noReportBearsThePrivateNumber()
+{
+    type(upper, "1");
+    type(lower, "2");
+    emptyByHand(lower);
+    for (const QSignalSpy *spy : {&shown->modified, &shown->deleted}) {
+        QVERIFY(!spy->isEmpty());
+        for (const auto &report : *spy)
+            QCOMPARE(report.first().value<Z7DeviceParam>().number, 0x36);
+    }
+}
+
+void TestCurrentLimitsPage::emptyingOneFieldEmptiesTheOtherAndWithdrawsTheChange()
+{
+    type(upper, "12");
+    emptyByHand(lower);
+    QCOMPARE(upper->text(), QString());
+    QCOMPARE(lastReported(shown->deleted).number, 0x36);
+}
+
+void TestCurrentLimitsPage::userValueComesBackIntoBothFields()
+{
+    shown->page->applyUserParams(paramSet({readParam(0x36, -7)}));
+    QCOMPARE(upper->text(), QStringLiteral("-7"));
+    QCOMPARE(lower->text(), QStringLiteral("-7"));
+    QCOMPARE(shown->modified.count(), 0);
+}
+
+void TestCurrentLimitsPage::clearingEmptiesBothFields()
+{
+    type(upper, "12");
+    shown->page->clearUserValues();
+    QCOMPARE(upper->text() + lower->text(), QString());
+    QCOMPARE(shown->deleted.count(), 0);
+}
+
+void TestCurrentLimitsPage::aLoneSignInOneFieldReportsNothing()
+{
+    type(lower, "-");
+    QCOMPARE(upper->text(), QStringLiteral("-"));
+    QCOMPARE(shown->modified.count() + shown->deleted.count(), 0);
+}
+
+QTEST_MAIN(TestCurrentLimitsPage)
+
+#include "tst_currentlimitspage.moc"

@@ -1,0 +1,303 @@
+// Pages whose parameters act in one operating mode only, and the page where the modes are set.
+
+#include "tests/pages/shownpage.h"
+#include "tests/support/workingfolder.h"
+
+#include <limits>
+#include <optional>
+
+using namespace PageNumber;
+
+namespace {
+
+/// Two modes have words, in both places.
+void defineModes()
+{
+    for (const int input : {1, 2})
+        defineParameters("V123",
+            {QString("%1;Betriebsmodus I%1;;0;0;8;Unsigned;0;rw;0;Analog;Fest %1;;Position %1;;;Zurück %1;")
+                    .arg(input)});
+    defineParameters("V123", {"6;Wiederanlauf;;0;0;2;Unsigned;1;rw;0;gesperrt;erlaubt;"});
+}
+
+} // namespace
+
+class TestModePages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { folder.reset(); }
+
+    // The panel
+    void warningStandsUnlessAModeIsThatOfThePage_data();
+    void warningStandsUnlessAModeIsThatOfThePage();
+    void panelTellsWhichModesCount_data();
+    void panelTellsWhichModesCount();
+    void panelIsInTheUsersLanguage_data() { pagesWithAPanel(); }
+    void panelIsInTheUsersLanguage();
+    void modesStandInNumbersAndWords_data() { pagesWithAPanel(); }
+    void modesStandInNumbersAndWords();
+    void modeWithoutWordsLeavesItsPartEmpty();
+    void anotherParameterBringsThePanelUpToDate();
+    void panelForgetsTheModesAtTheNextShowing();
+
+    // The page of the modes
+    void modesAndRestartStandInNumbersAndWords();
+    void valueWithoutWordsHasNoBrackets();
+    void wordsFollowTheDriveAndNotTheUser();
+    void wordsAreTranslated();
+    void fieldTakesAnyNumberBeforeTheFirstValue();
+    void fieldTakesTheLimitsOfTheDefinition();
+    void typedModeIsReported_data();
+    void typedModeIsReported();
+    void readOnlyModeHasNoField();
+    void restoredModeIsNotReported();
+    void anotherShowingEmptiesTheWords();
+
+private:
+    static void pagesWithAPanel();
+    Z7Device modeDrive() const
+    {
+        return inModes(driveWith({readParam(1, 3), readParam(2, 6), readParam(6, 1)}), 3, 6);
+    }
+    /// A drive with one parameter of the page, so that its record brings the modes.
+    Z7Device driveOf(const ShownPage &shown, int mode1, int mode2) const
+    {
+        return inModes(driveWith({readParam(shown.page->paramIds().constFirst(), 1)}), mode1, mode2);
+    }
+
+    std::optional<WorkingFolder> folder;
+};
+
+void TestModePages::init()
+{
+    folder.emplace();
+    defineModes();
+}
+
+void TestModePages::pagesWithAPanel()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QByteArray>("section");
+    QTest::newRow("fixed speeds") << int(FixedResolutions) << QByteArray("DialogFixedResolutions");
+    QTest::newRow("positioning") << int(Positioning) << QByteArray("DialogPositioning");
+}
+
+void TestModePages::warningStandsUnlessAModeIsThatOfThePage_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<int>("mode1");
+    QTest::addColumn<int>("mode2");
+    QTest::addColumn<bool>("warns");
+    QTest::newRow("positioning in 3/6") << int(Positioning) << 3 << 6 << false;
+    QTest::newRow("positioning in 6/3") << int(Positioning) << 6 << 3 << false;
+    QTest::newRow("positioning in 1/2") << int(Positioning) << 1 << 2 << true;
+    QTest::newRow("fixed speeds in 1/0") << int(FixedResolutions) << 1 << 0 << false;
+    QTest::newRow("fixed speeds in 0/1") << int(FixedResolutions) << 0 << 1 << false;
+    QTest::newRow("fixed speeds in 3/2") << int(FixedResolutions) << 3 << 2 << true;
+}
+
+void TestModePages::warningStandsUnlessAModeIsThatOfThePage()
+{
+    QFETCH(int, page);
+    QFETCH(int, mode1);
+    QFETCH(int, mode2);
+    ShownPage shown(page);
+    shown.showFor(driveOf(shown, mode1, mode2));
+    QTEST(!shown.label("lSwitchOperationsModeInfo")->isHidden(), "warns");
+}
+
+void TestModePages::panelTellsWhichModesCount_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("modeInfo");
+    QTest::newRow("fixed speeds")
+        << int(FixedResolutions)
+        << "Die Parameter der Festdrehzahlen kommen nur im Betriebsmodus 1/x oder x/1 "
+           "zur Anwendung.";
+    QTest::newRow("positioning")
+        << int(Positioning)
+        << "Zum Abfahren einer Strecke muß der Betriebsmodus 3/x oder x/3 parametrisiert sein. Um die "
+           "Strecke in "
+           "die Gegenrichtung zu fahren, sind die Betriebsmodi 3/6 oder 6/3 auszuwählen. Falls die Strecke "
+           "in der "
+           "Anwendung \"geteached\" werden soll, ist der zu wählende Modus 3/4 bzw. 4/3.";
+}
+
+void TestModePages::panelTellsWhichModesCount()
+{
+    QFETCH(int, page);
+    ShownPage shown(page);
+    shown.showFor(driveOf(shown, 0, 0));
+    QTEST(shown.text("lOperationsModeIntro"), "modeInfo");
+    QCOMPARE(shown.text("lCurrentOperationsMode"), QStringLiteral("Aktueller Betriebsmodus:"));
+    QCOMPARE(shown.text("lSwitchOperationsModeInfo"),
+        QStringLiteral(
+            "Bitte wechseln Sie den aktuellen Betriebsmodus, um die Parameter zur Anwendung zu bringen!"));
+}
+
+void TestModePages::panelIsInTheUsersLanguage()
+{
+    QFETCH(int, page);
+    QFETCH(QByteArray, section);
+    folder->writeText("deutsch.z7lang",
+        "[" + section
+            + "]\nOperationsModeInfo=Which modes\nCurrentOperaionsMode=Mode now\n"
+              "SwitchOperationsModeInfo=Change it\n");
+    ShownPage shown(page);
+    shown.showFor(driveOf(shown, 0, 0));
+    QCOMPARE(shown.text("lOperationsModeIntro"), QStringLiteral("Which modes"));
+    QCOMPARE(shown.text("lCurrentOperationsMode"), QStringLiteral("Mode now"));
+    QCOMPARE(shown.text("lSwitchOperationsModeInfo"), QStringLiteral("Change it"));
+}
+
+void TestModePages::modesStandInNumbersAndWords()
+{
+    QFETCH(int, page);
+    ShownPage shown(page);
+    shown.showFor(driveOf(shown, 3, 6));
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (Position 1/Zurück 2)"));
+}
+
+void TestModePages::modeWithoutWordsLeavesItsPartEmpty()
+{
+    ShownPage shown(Positioning);
+    shown.showFor(driveOf(shown, 2, 3));
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("2/3 (/Position 2)"));
+}
+
+void TestModePages::anotherParameterBringsThePanelUpToDate()
+{
+    ShownPage shown(Positioning);
+    shown.showFor(driveOf(shown, 1, 2));
+    shown.page->newDeviceParam(readParam(0x7FFF, 1));
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("1/2 (Fest 1/)"));
+}
+
+void TestModePages::panelForgetsTheModesAtTheNextShowing()
+{
+    ShownPage shown(Positioning);
+    shown.showFor(driveOf(shown, 3, 6));
+    shown.page->initPage();
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QString());
+}
+
+void TestModePages::modesAndRestartStandInNumbersAndWords()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    QCOMPARE(shown.text("lRevolutionN1"), QStringLiteral("Betriebsmodus I1"));
+    QCOMPARE(shown.text("lRevolutionN2"), QStringLiteral("Betriebsmodus I2"));
+    QCOMPARE(shown.text("lRevolutionN3"), QStringLiteral("Wiederanlauf"));
+    QCOMPARE(shown.text("lRevolutionN1Device"), QStringLiteral("3"));
+    QCOMPARE(shown.text("lRevolutionN2Device"), QStringLiteral("6"));
+    QCOMPARE(shown.text("lRevolutionN3Device"), QStringLiteral("1"));
+    QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Position 1)"));
+    QCOMPARE(shown.text("lTextI2"), QStringLiteral("(Zurück 2)"));
+    QCOMPARE(shown.text("lTextWiederanlauf"), QStringLiteral("(erlaubt)"));
+}
+
+void TestModePages::valueWithoutWordsHasNoBrackets()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    shown.page->DeviceUpdate(driveWith({readParam(1, 2), readParam(6, 2)}));
+    QCOMPARE(shown.text("lTextI1"), QString());
+    QCOMPARE(shown.text("lTextWiederanlauf"), QString());
+}
+
+void TestModePages::wordsFollowTheDriveAndNotTheUser()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    type(shown.field("edRevolutionN1User"), "1");
+    QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Position 1)"));
+    shown.page->DeviceUpdate(driveWith({readParam(1, 1)}));
+    QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Fest 1)"));
+}
+
+void TestModePages::wordsAreTranslated()
+{
+    folder->writeText(
+        "deutsch.z7lang", "[ParamDefinition]\nPosition%201=positioning\nWiederanlauf=restart\n");
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    QCOMPARE(shown.text("lTextI1"), QStringLiteral("(positioning)"));
+    QCOMPARE(shown.text("lRevolutionN3"), QStringLiteral("restart"));
+}
+
+void TestModePages::fieldTakesAnyNumberBeforeTheFirstValue()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(driveWith({}));
+    const auto *validator =
+        qobject_cast<const QIntValidator *>(shown.field("edRevolutionN1User")->validator());
+    QCOMPARE(validator->bottom(), std::numeric_limits<int>::min());
+    QCOMPARE(validator->top(), std::numeric_limits<int>::max());
+}
+
+void TestModePages::fieldTakesTheLimitsOfTheDefinition()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    QLineEdit *field = shown.field("edRevolutionN3User");
+    type(field, "-");
+    QCOMPARE(field->text(), QString());
+    type(field, "2");
+    QVERIFY(field->hasAcceptableInput());
+    type(field, "5");
+    QCOMPARE(field->text(), QStringLiteral("2"));
+}
+
+void TestModePages::typedModeIsReported_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<int>("number");
+    QTest::newRow("first input") << "edRevolutionN1User" << 1;
+    QTest::newRow("second input") << "edRevolutionN2User" << 2;
+    QTest::newRow("restart") << "edRevolutionN3User" << 6;
+}
+
+void TestModePages::typedModeIsReported()
+{
+    QFETCH(QString, field);
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    type(shown.field(field), "1");
+    QTEST(lastReported(shown.modified).number, "number");
+    QCOMPARE(lastReported(shown.modified).value, 1);
+    emptyByHand(shown.field(field));
+    QTEST(lastReported(shown.deleted).number, "number");
+}
+
+void TestModePages::readOnlyModeHasNoField()
+{
+    defineParameters("V123", {"6;Wiederanlauf;;0;0;2;Unsigned;1;r;0;gesperrt;"});
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    QVERIFY(!shown.field("edRevolutionN3User")->isVisible());
+    QVERIFY(shown.field("edRevolutionN1User")->isVisible());
+}
+
+void TestModePages::restoredModeIsNotReported()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    shown.page->applyUserParams(paramSet({readParam(2, 5)}));
+    QCOMPARE(shown.field("edRevolutionN2User")->text(), QStringLiteral("5"));
+    QCOMPARE(shown.modified.count(), 0);
+}
+
+void TestModePages::anotherShowingEmptiesTheWords()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    shown.page->initPage();
+    QCOMPARE(shown.text("lTextI1") + shown.text("lTextI2") + shown.text("lTextWiederanlauf"), QString());
+}
+
+QTEST_MAIN(TestModePages)
+
+#include "tst_modepages.moc"

@@ -1,0 +1,269 @@
+// The pages with a handful of labelled parameters: what each of them shows, and where.
+
+#include "tests/pages/shownpage.h"
+#include "tests/support/workingfolder.h"
+
+#include <optional>
+
+using namespace PageNumber;
+
+namespace {
+
+struct Member
+{
+    int page;
+    const char *section;
+    QList<int> params; ///< in order of registration
+    bool hasNames;
+    const char *picture;
+    QSize formSize;
+    QSize pictureMinimum;
+    const char *description;
+};
+
+const QVector<Member> members {
+    {SpeedRegulation, "DialogSpeedRegulation", {0x1E, 0x1F, 0x21, 0x3C}, false, "Regelkreise.png", {857, 693},
+        {775, 525}, ""},
+    {Accelerations, "DialogAcceleration", {0x1A, 0x1B, 0x1C, 0x1D}, false, "Rampen.png", {858, 712},
+        {750, 575}, "Hier werden die Beschleunigungs- und Bremsrampen in beide Drehrichtungen vorgegeben."},
+    {CurrentLimits, "DialogCurrentLimits", {0x36, 0x38, 0x39, 0x3A, 0x3B}, false, "Stromgrenzen.png",
+        {828, 686}, {750, 550},
+        "Hier können die Stromgrenzen (und somit die Drehmomentgrenzen) in den einzelnen Quadranten "
+        "prametriert "
+        "werden. Zusätzlich können über die Reversierschwelle noch die generatorischen Eigenschaften des "
+        "Antriebs eingeschränkt werden."},
+    {FixedResolutions, "DialogFixedResolutions", {0x17, 0x18, 0x19}, true, "bg.png", {1669, 1012}, {0, 0},
+        "Die Festdrehzahlen können über die digitalen Eingänge I1 und I2 vorgegeben werden."},
+    {Positioning, "DialogPositioning",
+        {0x21, 0x3C, 0x3F, 0x40, 0x41, 0x42, 0x43, 0x44, 0x45, 0x46, 0x47, 0x48, 0x49}, true, "bg.png",
+        {1669, 1012}, {0, 0},
+        "Die Positionierung wird durch die Eingangsbeschaltung A/B = HIGH/HIGH ausgelöst."},
+    {Output, "DialogOutput",
+        {0x03, 0x04, 0x05, 0x23, 0x24, 0x25, 0x32, 0x33, 0x34, 0x35, 0x4F, 0x50, 0x46, 0x47, 0x48, 0x49},
+        true, "bg.png", {828, 676}, {0, 0},
+        "Hier können die digitalen Ausgänge des Antriebs verschiedenen Funktionen zugeordnet werden. Unter "
+        "Umständen sind manche Konfigurationen nur in bestimmten Betriebsmodi sinnvoll."},
+    {FixResistance, "DialogFixResistance", {0x4D, 0x4E}, true, "bg.png", {887, 740}, {0, 0},
+        "Falls beim Bremsen des Antriebs Leistung zurückgespeist wird, kann der Antrieb das DC-Netz gegen "
+        "Überspannung schützen. Die entsprechenden Reaktionsschwellen können hier eingestellt werden."},
+    {VoltageLimits, "DialogVoltageLimits", {0x4A, 0x4B, 0x4C}, true, "bg.png", {847, 695}, {0, 0},
+        "Zum Schutz des DC-Netzes können hier Spannungsgrenzen vorgegeben werden."},
+    {OperationsMode, "DialogOperationsMode", {1, 2, 6}, true, "bg.png", {1669, 943}, {0, 0}, ""},
+    {RS485, "DialogRS485", {0x52}, false, "bg.png", {898, 739}, {600, 200},
+        "Falls mehrere Antriebe gemeinsam an einer seriellen RS485-Schnittstelle betrieben werden sollen, "
+        "muss "
+        "jeder Antrieb unter einer individuellen Busadresse erreichbar sein. Hier kann hier die "
+        "entsprechende "
+        "Busadresse verändert werden."},
+};
+
+/// "Param0x1E", and what the two parameters of the regulation page are called that bear other numbers.
+QString stemOf(int page, int number)
+{
+    if (page == SpeedRegulation && number == 0x21)
+        return "Param0x20";
+    if (page == SpeedRegulation && number == 0x3C)
+        return "Param0x22";
+    return QString("Param0x%1").arg(QString::number(number, 16).toUpper(), 2, QLatin1Char('0'));
+}
+
+void defineAll(const QList<int> &numbers)
+{
+    for (const int number : numbers)
+        defineParameters("V123", {QString("%1;Name %1;Einheit %1;0;-9999;9999;Signed;1;rw;0;").arg(number)});
+}
+
+} // namespace
+
+class TestParameterPages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { folder.emplace(); }
+    void cleanup() { folder.reset(); }
+
+    void pageReadsItsParametersInThisOrder_data() { everyPage(); }
+    void pageReadsItsParametersInThisOrder();
+    void formHasItsSizeAndPicture_data() { everyPage(); }
+    void formHasItsSizeAndPicture();
+    void descriptionStandsAboveTheParameters_data() { everyPage(); }
+    void descriptionStandsAboveTheParameters();
+    void textsAreInTheUsersLanguage_data() { everyPage(); }
+    void textsAreInTheUsersLanguage();
+    void hiddenDescriptionNeverComesBack();
+
+    void valueStandsInThePlaceOfItsParameter_data() { everyParameter(); }
+    void valueStandsInThePlaceOfItsParameter();
+    void typedValueIsReportedForItsParameter_data() { everyParameter(); }
+    void typedValueIsReportedForItsParameter();
+
+    void pictureWithoutNameLabelsNamesNothing_data();
+    void pictureWithoutNameLabelsNamesNothing();
+    void parameterThatTheDriveDoesNotReportProducesNoChange();
+    void remoteControlShowsNothingAndReadsNothing();
+
+private:
+    static void everyPage();
+    static void everyParameter();
+    const Member &fetchMember() const;
+
+    std::optional<WorkingFolder> folder;
+};
+
+void TestParameterPages::everyPage()
+{
+    QTest::addColumn<int>("member");
+    for (int i = 0; i < members.size(); ++i)
+        QTest::newRow(members.at(i).section) << i;
+}
+
+void TestParameterPages::everyParameter()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<int>("number");
+    for (const Member &member : members) {
+        if (member.page == OperationsMode || member.page == RS485)
+            continue; // their widgets have names of their own
+        for (const int number : member.params)
+            QTest::addRow("%s 0x%02X", member.section, number) << member.page << number;
+    }
+}
+
+const Member &TestParameterPages::fetchMember() const
+{
+    return members.at(*static_cast<int *>(QTest::qData("member", qMetaTypeId<int>())));
+}
+
+void TestParameterPages::pageReadsItsParametersInThisOrder()
+{
+    const Member &member = fetchMember();
+    QCOMPARE(createDataPage(member.page)->paramIds(), member.params);
+}
+
+void TestParameterPages::formHasItsSizeAndPicture()
+{
+    const Member &member = fetchMember();
+    const ShownPage shown(member.page);
+    QCOMPARE(shown.page->size(), member.formSize);
+    QCOMPARE(shown.page->windowTitle(), QStringLiteral("Form"));
+    QCOMPARE(shown.page->objectName(), QString(shown.page->metaObject()->className()));
+    const auto *ground = shown.child<QWidget>("bg");
+    QVERIFY(ground->styleSheet().contains(QString("background-image: url(:/images/%1)").arg(member.picture)));
+    QCOMPARE(ground->minimumSize(), member.pictureMinimum);
+}
+
+void TestParameterPages::descriptionStandsAboveTheParameters()
+{
+    const Member &member = fetchMember();
+    ShownPage shown(member.page);
+    shown.showFor(driveWith({}));
+    const QLabel *description = shown.label("lFormDescription");
+    QCOMPARE(description->text(), QString::fromUtf8(member.description));
+    QCOMPARE(description->isVisible(), !description->text().isEmpty());
+    QVERIFY(description->font().bold());
+    QVERIFY(description->wordWrap());
+    QVERIFY(!shown.label("lIntro")->isVisible());
+}
+
+void TestParameterPages::textsAreInTheUsersLanguage()
+{
+    const Member &member = fetchMember();
+    folder->writeText("deutsch.z7lang",
+        QString("[%1]\nDialogDescription=What it is\nIntroduction=How to use it\n")
+            .arg(member.section)
+            .toUtf8());
+    ShownPage shown(member.page);
+    shown.showFor(driveWith({}));
+    QCOMPARE(shown.text("lFormDescription"), QStringLiteral("What it is"));
+    QVERIFY(shown.label("lFormDescription")->isVisible());
+    QCOMPARE(shown.text("lIntro"), QStringLiteral("How to use it"));
+    QVERIFY(shown.label("lIntro")->isVisible());
+}
+
+void TestParameterPages::hiddenDescriptionNeverComesBack()
+{
+    ShownPage shown(SpeedRegulation);
+    shown.showFor(driveWith({}));
+    QVERIFY(!shown.label("lFormDescription")->isVisible());
+
+    // From here on the table has a text.
+    Z7Services::shutdown();
+    folder->writeText("deutsch.z7lang", "[DialogSpeedRegulation]\nDialogDescription=The loops\n");
+    shown.showFor(driveWith({}));
+    QCOMPARE(shown.text("lFormDescription"), QStringLiteral("The loops"));
+    QVERIFY(!shown.label("lFormDescription")->isVisible());
+}
+
+void TestParameterPages::valueStandsInThePlaceOfItsParameter()
+{
+    QFETCH(int, page);
+    QFETCH(int, number);
+    ShownPage shown(page);
+    defineAll(shown.page->paramIds());
+    shown.showFor(driveWith({readParam(number, -321)}));
+
+    const QString stem = stemOf(page, number);
+    QCOMPARE(shown.text("l" + stem + "Device"), QStringLiteral("-321"));
+    QCOMPARE(shown.text("l" + stem + "Unit"), QString("Einheit %1").arg(number));
+    QVERIFY(!shown.label("l" + stem + "Device")->isEnabled());
+    QVERIFY(!shown.label("l" + stem + "Unit")->isEnabled());
+    QVERIFY(shown.field("ed" + stem + "User")->font().bold());
+    if (const QLabel *name = shown.label("l" + stem + "ParamName"))
+        QCOMPARE(name->text(), QString("Name %1").arg(number));
+    int values = 0;
+    for (const QLabel *label : shown.page->findChildren<QLabel *>())
+        values += label->text() == "-321";
+    QCOMPARE(values, number == 0x36 ? 2 : 1);
+}
+
+void TestParameterPages::typedValueIsReportedForItsParameter()
+{
+    QFETCH(int, page);
+    QFETCH(int, number);
+    ShownPage shown(page);
+    defineAll(shown.page->paramIds());
+    shown.showFor(driveWith({readParam(number, 5)}));
+    type(shown.field("ed" + stemOf(page, number) + "User"), "7");
+    QCOMPARE(lastReported(shown.modified).number, number);
+    QCOMPARE(lastReported(shown.modified).value, 7);
+}
+
+void TestParameterPages::pictureWithoutNameLabelsNamesNothing_data()
+{
+    everyPage();
+}
+
+void TestParameterPages::pictureWithoutNameLabelsNamesNothing()
+{
+    const Member &member = fetchMember();
+    if (member.page == OperationsMode || member.page == RS485)
+        return;
+    const ShownPage shown(member.page);
+    const auto names = shown.page->findChildren<QLabel *>(QRegularExpression("ParamName$"));
+    QCOMPARE(names.size(), member.hasNames ? member.params.size() : 0);
+}
+
+void TestParameterPages::parameterThatTheDriveDoesNotReportProducesNoChange()
+{
+    ShownPage shown(Accelerations);
+    defineAll(shown.page->paramIds());
+    shown.showFor(driveWith({readParam(0x1A, 100)}));
+    type(shown.field("edParam0x1BUser"), "7");
+    QCOMPARE(shown.modified.count(), 0);
+    QCOMPARE(shown.text("lParam0x1BDevice"), QStringLiteral("TextLabel"));
+}
+
+void TestParameterPages::remoteControlShowsNothingAndReadsNothing()
+{
+    ShownPage shown(RemoteControl);
+    QCOMPARE(shown.page->size(), QSize(400, 300));
+    shown.showFor(driveWith({readParam(1, 1)}));
+    shown.page->newUserParam(readParam(1, 2));
+    QCOMPARE(shown.page->paramIds(), QList<int>());
+    QVERIFY(shown.page->findChildren<QWidget *>().isEmpty());
+}
+
+QTEST_MAIN(TestParameterPages)
+
+#include "tst_parameterpages.moc"

@@ -1,0 +1,159 @@
+// The drive's bus address is sent at the press of the button, or not at all.
+
+#include "tests/pages/shownpage.h"
+#include "tests/support/messageboxes.h"
+#include "tests/support/workingfolder.h"
+
+#include <optional>
+
+class TestRs485Page : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void addressInForceIsShown();
+    void captionsStandAtTheirPlaces();
+    void allowedAddressIsSent_data();
+    void allowedAddressIsSent();
+    void otherInputIsRefusedWithAMessage_data();
+    void otherInputIsRefusedWithAMessage();
+    void onePressSendsOnceHoweverOftenThePageWasShown();
+    void typedAddressIsNoPendingChange();
+    void pendingChangeIsNotShown();
+    void fieldKeepsTheAddressThatWasSent();
+    void anotherShowingEmptiesTheField();
+    void limitsOfTheDefinitionPlayNoPart();
+
+private:
+    void press() { QTest::mouseClick(shown->child<QPushButton>("BtnChangeAdress"), Qt::LeftButton); }
+
+    std::optional<WorkingFolder> folder;
+    std::optional<ShownPage> shown;
+    std::optional<QSignalSpy> sent;
+    QLineEdit *field = nullptr;
+};
+
+void TestRs485Page::init()
+{
+    folder.emplace();
+    defineParameters("V123", {"82;Busadresse;;1;10;20;Unsigned;1;r;0;"});
+    shown.emplace(PageNumber::RS485);
+    sent.emplace(shown->page.get(), SIGNAL(sendChangeAdress(int)));
+    shown->showFor(driveWith({readParam(0x52, 3)}));
+    field = shown->field("edParam0x52User");
+}
+
+void TestRs485Page::cleanup()
+{
+    sent.reset();
+    shown.reset();
+    folder.reset();
+}
+
+void TestRs485Page::addressInForceIsShown()
+{
+    QCOMPARE(shown->text("lParam0x52Device"), QStringLiteral("3"));
+    QVERIFY(!shown->label("lParam0x52Device")->isEnabled());
+    QVERIFY(shown->label("lParam0x52Device")->alignment() & Qt::AlignRight);
+    QVERIFY(field->font().bold());
+    QVERIFY(field->alignment() & Qt::AlignRight);
+}
+
+void TestRs485Page::captionsStandAtTheirPlaces()
+{
+    QCOMPARE(shown->text("lDeviceAdress"), QStringLiteral("Aktuelle Adresse:"));
+    QCOMPARE(shown->text("lNewAdress"), QStringLiteral("Neue Adresse:"));
+    QCOMPARE(shown->child<QPushButton>("BtnChangeAdress")->text(), QStringLiteral("Adresse ändern"));
+    QVERIFY(!shown->child<QPushButton>("BtnChangeAdress")->icon().isNull());
+}
+
+void TestRs485Page::allowedAddressIsSent_data()
+{
+    QTest::addColumn<int>("address");
+    QTest::newRow("lowest") << 1;
+    QTest::newRow("in between") << 77;
+    QTest::newRow("highest") << 255;
+}
+
+void TestRs485Page::allowedAddressIsSent()
+{
+    QFETCH(int, address);
+    type(field, QString::number(address));
+    press();
+    QCOMPARE(sent->count(), 1);
+    QCOMPARE(sent->first().first().toInt(), address);
+}
+
+void TestRs485Page::otherInputIsRefusedWithAMessage_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("nothing") << "";
+    QTest::newRow("0, which can be typed") << "0";
+    QTest::newRow("256, which can be typed") << "256";
+}
+
+void TestRs485Page::otherInputIsRefusedWithAMessage()
+{
+    QFETCH(QString, text);
+    type(field, text);
+    QCOMPARE(field->text(), text);
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    press();
+    QCOMPARE(user.count(), 1);
+    QCOMPARE(user.last().title, QStringLiteral("Z7ConfigTool"));
+    QCOMPARE(user.last().text, QStringLiteral("Als Adresse ist nur der Bereich von 1...255 zulässig."));
+    QCOMPARE(user.last().icon, QMessageBox::Critical);
+    QCOMPARE(user.last().buttons, QMessageBox::Ok);
+    QVERIFY(user.last().hasParent);
+    QCOMPARE(sent->count(), 0);
+}
+
+void TestRs485Page::onePressSendsOnceHoweverOftenThePageWasShown()
+{
+    for (int i = 0; i < 3; ++i)
+        shown->showFor(driveWith({readParam(0x52, 3)}));
+    type(field, "9");
+    press();
+    QCOMPARE(sent->count(), 1);
+}
+
+void TestRs485Page::typedAddressIsNoPendingChange()
+{
+    type(field, "77");
+    press();
+    QCOMPARE(shown->modified.count() + shown->deleted.count(), 0);
+}
+
+void TestRs485Page::pendingChangeIsNotShown()
+{
+    shown->page->applyUserParams(paramSet({readParam(0x52, 9)}));
+    QCOMPARE(field->text(), QString());
+}
+
+void TestRs485Page::fieldKeepsTheAddressThatWasSent()
+{
+    type(field, "77");
+    press();
+    QCOMPARE(field->text(), QStringLiteral("77"));
+}
+
+void TestRs485Page::anotherShowingEmptiesTheField()
+{
+    type(field, "77");
+    shown->showFor(driveWith({readParam(0x52, 3)}));
+    QCOMPARE(field->text(), QString());
+}
+
+void TestRs485Page::limitsOfTheDefinitionPlayNoPart()
+{
+    const auto *validator = qobject_cast<const QIntValidator *>(field->validator());
+    QCOMPARE(validator->bottom(), 1);
+    QCOMPARE(validator->top(), 255);
+}
+
+QTEST_MAIN(TestRs485Page)
+
+#include "tst_rs485page.moc"
