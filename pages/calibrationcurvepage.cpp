@@ -11,6 +11,7 @@
 
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
+#include <qwt_scale_draw.h>
 #include <qwt_symbol.h>
 
 #include <algorithm>
@@ -35,6 +36,13 @@ double above(double highest)
 {
     return highest >= 0 ? highest * 1.1 : highest - highest / 10;
 }
+
+/// Numbers as they stand in the fields: the language's groups of digits would make 1.500 of 1500.
+class PlainNumbers : public QwtScaleDraw
+{
+public:
+    QwtText label(double value) const override { return QString::number(value); }
+};
 
 } // namespace
 
@@ -97,8 +105,10 @@ void CalibrationCurvePage::createPlot()
     qobject_cast<QFrame *>(m_plot->canvas())->setFrameStyle(QFrame::NoFrame);
     m_plot->setAxisScale(QwtPlot::xBottom, lowestX, highestX, 0);
     m_plot->setAxisScale(QwtPlot::yLeft, -initialY, initialY, 0);
-    for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft})
+    for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+        m_plot->setAxisScaleDraw(axis, new PlainNumbers);
         m_plot->setAxisFont(axis, QFont(QStringLiteral("MS Shell Dlg"), -1, -1, false));
+    }
     m_deviceCurve = createCurve(Qt::darkGray, m_ui->lColorDevice);
     m_userCurve = createCurve(Qt::darkGreen, m_ui->lColorUser);
     m_ui->graphicLayout->insertWidget(0, m_plot, 1);
@@ -110,6 +120,8 @@ QwtPlotCurve *CalibrationCurvePage::createCurve(const QColor &colour, QLabel *sw
     curve->setSymbol(new QwtSymbol(QwtSymbol::Cross, Qt::NoBrush, QPen(Qt::black), QSize(5, 5)));
     curve->setStyle(QwtPlotCurve::Lines);
     curve->setCurveAttribute(QwtPlotCurve::Inverted, true);
+    // A hairline of one pixel would all but vanish on a fine screen.
+    curve->setRenderHint(QwtPlotItem::RenderAntialiased, true);
     curve->setPen(colour, 0, Qt::SolidLine);
     curve->attach(m_plot);
     swatch->clear();

@@ -5,10 +5,8 @@
 CurrentLimitsDialog::CurrentLimitsDialog(QWidget *parent)
     : LabelledDataWidget("DialogCurrentLimits",
         "Hier können die Stromgrenzen (und somit die Drehmomentgrenzen) in den einzelnen Quadranten "
-        "prametriert "
-        "werden. Zusätzlich können über die Reversierschwelle noch die generatorischen Eigenschaften des "
-        "Antriebs "
-        "eingeschränkt werden.",
+        "prametriert werden. Zusätzlich können über die Reversierschwelle noch die generatorischen "
+        "Eigenschaften des Antriebs eingeschränkt werden.",
         parent)
     , m_ui(std::make_unique<Ui::CurrentLimitsDialog>())
 {

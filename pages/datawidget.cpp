@@ -14,8 +14,8 @@ enum { ModeOfInput1 = 1, ModeOfInput2 = 2 };
 Z7DataWidget::Z7DataWidget(QWidget *parent)
     : QWidget(parent)
 {
-    // The ground that the page has with and without a parent. If it took its parent's, each showing would carry the
-    // change through all the widgets of the page, which is most of the time that a showing takes.
+    // The ground that the page has with and without a parent. If it took its parent's, each showing would
+    // carry the change through all the widgets of the page, which is most of the time that a showing takes.
     QPalette ownPalette = palette();
     ownPalette.setColor(QPalette::Window, Qt::white);
     setPalette(ownPalette);

@@ -139,13 +139,10 @@ void DeviceStatusDialog::DeviceUpdate(const Z7Device &d)
 
 void DeviceStatusDialog::showReported(bool shown)
 {
-    for (QWidget *part :
-        {static_cast<QWidget *>(m_ui->gbMotorStatus), static_cast<QWidget *>(m_ui->gbRotations),
-            static_cast<QWidget *>(m_ui->gbPower), static_cast<QWidget *>(m_ui->gbPosition),
-            static_cast<QWidget *>(m_ui->gbTemperature), static_cast<QWidget *>(m_ui->gbOutput),
-            static_cast<QWidget *>(m_ui->gbInput), static_cast<QWidget *>(m_ui->gbAnalogInputA1),
-            static_cast<QWidget *>(m_ui->lMotorSoftwareVersion_2),
-            static_cast<QWidget *>(m_ui->lMotorAdress_2), static_cast<QWidget *>(m_ui->lOperationStatus_2)})
+    QWidget *const parts[] = {m_ui->gbMotorStatus, m_ui->gbRotations, m_ui->gbPower, m_ui->gbPosition,
+        m_ui->gbTemperature, m_ui->gbOutput, m_ui->gbInput, m_ui->gbAnalogInputA1,
+        m_ui->lMotorSoftwareVersion_2, m_ui->lMotorAdress_2, m_ui->lOperationStatus_2};
+    for (QWidget *part : parts)
         part->setVisible(shown);
 }
 

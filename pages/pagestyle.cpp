@@ -28,7 +28,8 @@ QColor warningRed()
 void darkenDisabledTexts()
 {
     QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(100, 104, 110));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
+        palette.setColor(QPalette::Disabled, role, QColor(100, 104, 110));
     QApplication::setPalette(palette);
 }
 

@@ -37,9 +37,8 @@ void RS485Dialog::initPage()
     PageStyle::setTextOrHide(m_ui->lFormDescription,
         rs485Text("DialogDescription",
             "Falls mehrere Antriebe gemeinsam an einer seriellen RS485-Schnittstelle betrieben werden "
-            "sollen, "
-            "muss jeder Antrieb unter einer individuellen Busadresse erreichbar sein. Hier kann hier die "
-            "entsprechende Busadresse verändert werden."));
+            "sollen, muss jeder Antrieb unter einer individuellen Busadresse erreichbar sein. "
+            "Hier kann hier die entsprechende Busadresse verändert werden."));
     PageStyle::setTextOrHide(m_ui->lIntro, rs485Text("Introduction", ""));
     m_ui->lDeviceAdress->setText(rs485Text("CurrentAdress", "Aktuelle Adresse:"));
     m_ui->lNewAdress->setText(rs485Text("NewAdress", "Neue Adresse:"));
