@@ -16,6 +16,7 @@ private slots:
     void driveValueStandsInBothPlaces();
     void typingInOneFieldFillsTheOther_data();
     void typingInOneFieldFillsTheOther();
+    void noReportBearsThePrivateNumber_data();
     void noReportBearsThePrivateNumber();
     void emptyingOneFieldEmptiesTheOtherAndWithdrawsTheChange();
     void userValueComesBackIntoBothFields();
@@ -72,8 +73,18 @@ void TestCurrentLimitsPage::typingInOneFieldFillsTheOther()
     QCOMPARE(lastReported(shown->modified).value, 12);
 }
 
+void TestCurrentLimitsPage::noReportBearsThePrivateNumber_data()
+{
+    QTest::addColumn<int>("laterRecords");
+    QTest::newRow("after the first record") << 0;
+    QTest::newRow("after many records") << 20;
+}
+
 void TestCurrentLimitsPage::noReportBearsThePrivateNumber()
 {
+    QFETCH(int, laterRecords);
+    for (int record = 0; record < laterRecords; ++record)
+        shown->page->DeviceUpdate(driveWith({readParam(0x36, record)}));
     type(upper, "1");
     type(lower, "2");
     emptyByHand(lower);

@@ -39,8 +39,16 @@ private slots:
     void panelIsInTheUsersLanguage();
     void modesStandInNumbersAndWords_data() { pagesWithAPanel(); }
     void modesStandInNumbersAndWords();
+    void modeWithoutWordsLeavesItsPartEmpty_data();
     void modeWithoutWordsLeavesItsPartEmpty();
-    void anotherParameterBringsThePanelUpToDate();
+    void wordsOfTheModesAreTranslated_data() { pagesWithAPanel(); }
+    void wordsOfTheModesAreTranslated();
+    void warningGoesAndComesWithTheModesOfTheDrive_data() { pagesWithAPanel(); }
+    void warningGoesAndComesWithTheModesOfTheDrive();
+    void parameterOfAnotherPageBringsThePanelUpToDate_data() { pagesWithAPanel(); }
+    void parameterOfAnotherPageBringsThePanelUpToDate();
+    void recordWithoutAParameterLeavesThePanel();
+    void panelForgetsTheModesAtTheNextShowing_data() { pagesWithAPanel(); }
     void panelForgetsTheModesAtTheNextShowing();
 
     // The page of the modes
@@ -48,16 +56,22 @@ private slots:
     void valueWithoutWordsHasNoBrackets();
     void wordsFollowTheDriveAndNotTheUser();
     void wordsAreTranslated();
+    void userValueIsBoldAndDeviceValueGrey_data() { modeFields(); }
+    void userValueIsBoldAndDeviceValueGrey();
+    void fieldTakesAnyNumberBeforeTheFirstValue_data() { modeFields(); }
     void fieldTakesAnyNumberBeforeTheFirstValue();
     void fieldTakesTheLimitsOfTheDefinition();
-    void typedModeIsReported_data();
+    void typedModeIsReported_data() { modeFields(); }
     void typedModeIsReported();
     void readOnlyModeHasNoField();
+    void restoredModeIsNotReported_data() { modeFields(); }
     void restoredModeIsNotReported();
+    void clearedModesAreNotReported();
     void anotherShowingEmptiesTheWords();
 
 private:
     static void pagesWithAPanel();
+    static void modeFields();
     Z7Device modeDrive() const
     {
         return inModes(driveWith({readParam(1, 3), readParam(2, 6), readParam(6, 1)}), 3, 6);
@@ -85,6 +99,15 @@ void TestModePages::pagesWithAPanel()
     QTest::newRow("positioning") << int(Positioning) << QByteArray("DialogPositioning");
 }
 
+void TestModePages::modeFields()
+{
+    QTest::addColumn<QString>("widgets");
+    QTest::addColumn<int>("number");
+    QTest::newRow("first input") << "RevolutionN1" << 1;
+    QTest::newRow("second input") << "RevolutionN2" << 2;
+    QTest::newRow("restart") << "RevolutionN3" << 6;
+}
+
 void TestModePages::warningStandsUnlessAModeIsThatOfThePage_data()
 {
     QTest::addColumn<int>("page");
@@ -93,6 +116,7 @@ void TestModePages::warningStandsUnlessAModeIsThatOfThePage_data()
     QTest::addColumn<bool>("warns");
     QTest::newRow("positioning in 3/6") << int(Positioning) << 3 << 6 << false;
     QTest::newRow("positioning in 6/3") << int(Positioning) << 6 << 3 << false;
+    QTest::newRow("positioning in 3/3") << int(Positioning) << 3 << 3 << false;
     QTest::newRow("positioning in 1/2") << int(Positioning) << 1 << 2 << true;
     QTest::newRow("fixed speeds in 1/0") << int(FixedResolutions) << 1 << 0 << false;
     QTest::newRow("fixed speeds in 0/1") << int(FixedResolutions) << 0 << 1 << false;
@@ -115,15 +139,13 @@ void TestModePages::panelTellsWhichModesCount_data()
     QTest::addColumn<QString>("modeInfo");
     QTest::newRow("fixed speeds")
         << int(FixedResolutions)
-        << "Die Parameter der Festdrehzahlen kommen nur im Betriebsmodus 1/x oder x/1 "
-           "zur Anwendung.";
+        << "Die Parameter der Festdrehzahlen kommen nur im Betriebsmodus 1/x oder x/1 zur Anwendung.";
     QTest::newRow("positioning")
         << int(Positioning)
         << "Zum Abfahren einer Strecke muß der Betriebsmodus 3/x oder x/3 parametrisiert sein. Um die "
-           "Strecke in "
-           "die Gegenrichtung zu fahren, sind die Betriebsmodi 3/6 oder 6/3 auszuwählen. Falls die Strecke "
-           "in der "
-           "Anwendung \"geteached\" werden soll, ist der zu wählende Modus 3/4 bzw. 4/3.";
+           "Strecke in die Gegenrichtung zu fahren, sind die Betriebsmodi 3/6 oder 6/3 auszuwählen. "
+           "Falls die Strecke in der Anwendung \"geteached\" werden soll, ist der zu wählende Modus 3/4 bzw. "
+           "4/3.";
 }
 
 void TestModePages::panelTellsWhichModesCount()
@@ -161,24 +183,70 @@ void TestModePages::modesStandInNumbersAndWords()
     QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (Position 1/Zurück 2)"));
 }
 
-void TestModePages::modeWithoutWordsLeavesItsPartEmpty()
+void TestModePages::modeWithoutWordsLeavesItsPartEmpty_data()
 {
-    ShownPage shown(Positioning);
-    shown.showFor(driveOf(shown, 2, 3));
-    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("2/3 (/Position 2)"));
+    QTest::addColumn<int>("mode1");
+    QTest::addColumn<int>("mode2");
+    QTest::addColumn<QString>("modePair");
+    QTest::newRow("the first") << 2 << 3 << "2/3 (/Position 2)";
+    QTest::newRow("the second") << 1 << 2 << "1/2 (Fest 1/)";
+    QTest::newRow("both") << 7 << 2 << "7/2 (/)";
+    QTest::newRow("beyond the last of the definition") << 99 << 1 << "99/1 (/Fest 2)";
 }
 
-void TestModePages::anotherParameterBringsThePanelUpToDate()
+void TestModePages::modeWithoutWordsLeavesItsPartEmpty()
+{
+    QFETCH(int, mode1);
+    QFETCH(int, mode2);
+    ShownPage shown(Positioning);
+    shown.showFor(driveOf(shown, mode1, mode2));
+    QTEST(shown.text("LCurrentOperationsModeTxt"), "modePair");
+}
+
+void TestModePages::wordsOfTheModesAreTranslated()
+{
+    QFETCH(int, page);
+    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=forth\nZur%FCck%202=back\n");
+    ShownPage shown(page);
+    shown.showFor(driveOf(shown, 3, 6));
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (forth/back)"));
+}
+
+void TestModePages::warningGoesAndComesWithTheModesOfTheDrive()
+{
+    QFETCH(int, page);
+    ShownPage shown(page);
+    const QLabel *warning = shown.label("lSwitchOperationsModeInfo");
+    shown.showFor(driveOf(shown, 4, 5));
+    QVERIFY(warning->isVisible());
+    shown.page->DeviceUpdate(driveOf(shown, 1, 3));
+    QVERIFY(!warning->isVisible());
+    shown.page->DeviceUpdate(driveOf(shown, 4, 5));
+    QVERIFY(warning->isVisible());
+}
+
+void TestModePages::parameterOfAnotherPageBringsThePanelUpToDate()
+{
+    QFETCH(int, page);
+    ShownPage shown(page);
+    shown.showFor(driveOf(shown, 3, 6));
+    shown.page->initPage();
+    shown.page->newDeviceParam(readParam(0x7FFF, 1));
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (Position 1/Zurück 2)"));
+}
+
+void TestModePages::recordWithoutAParameterLeavesThePanel()
 {
     ShownPage shown(Positioning);
-    shown.showFor(driveOf(shown, 1, 2));
-    shown.page->newDeviceParam(readParam(0x7FFF, 1));
-    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("1/2 (Fest 1/)"));
+    shown.showFor(driveOf(shown, 3, 6));
+    shown.page->DeviceUpdate(inModes(driveWith({}), 1, 2));
+    QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (Position 1/Zurück 2)"));
 }
 
 void TestModePages::panelForgetsTheModesAtTheNextShowing()
 {
-    ShownPage shown(Positioning);
+    QFETCH(int, page);
+    ShownPage shown(page);
     shown.showFor(driveOf(shown, 3, 6));
     shown.page->initPage();
     QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QString());
@@ -228,14 +296,31 @@ void TestModePages::wordsAreTranslated()
     QCOMPARE(shown.text("lRevolutionN3"), QStringLiteral("restart"));
 }
 
+void TestModePages::userValueIsBoldAndDeviceValueGrey()
+{
+    QFETCH(QString, widgets);
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    const QLineEdit *field = shown.field("ed" + widgets + "User");
+    QCOMPARE(field->font().weight(), int(QFont::Bold));
+    QCOMPARE(field->alignment(), Qt::AlignRight);
+    const QLabel *deviceValue = shown.label("l" + widgets + "Device");
+    QVERIFY(!deviceValue->isEnabled());
+    QCOMPARE(deviceValue->alignment(), Qt::AlignRight);
+}
+
 void TestModePages::fieldTakesAnyNumberBeforeTheFirstValue()
 {
+    QFETCH(QString, widgets);
     ShownPage shown(OperationsMode);
     shown.showFor(driveWith({}));
-    const auto *validator =
-        qobject_cast<const QIntValidator *>(shown.field("edRevolutionN1User")->validator());
-    QCOMPARE(validator->bottom(), std::numeric_limits<int>::min());
-    QCOMPARE(validator->top(), std::numeric_limits<int>::max());
+    QLineEdit *field = shown.field("ed" + widgets + "User");
+    for (const int number : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        emptyByHand(field);
+        type(field, QString::number(number));
+        QCOMPARE(field->text(), QString::number(number));
+        QVERIFY(field->hasAcceptableInput());
+    }
 }
 
 void TestModePages::fieldTakesTheLimitsOfTheDefinition()
@@ -251,24 +336,16 @@ void TestModePages::fieldTakesTheLimitsOfTheDefinition()
     QCOMPARE(field->text(), QStringLiteral("2"));
 }
 
-void TestModePages::typedModeIsReported_data()
-{
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<int>("number");
-    QTest::newRow("first input") << "edRevolutionN1User" << 1;
-    QTest::newRow("second input") << "edRevolutionN2User" << 2;
-    QTest::newRow("restart") << "edRevolutionN3User" << 6;
-}
-
 void TestModePages::typedModeIsReported()
 {
-    QFETCH(QString, field);
+    QFETCH(QString, widgets);
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
-    type(shown.field(field), "1");
+    QLineEdit *field = shown.field("ed" + widgets + "User");
+    type(field, "1");
     QTEST(lastReported(shown.modified).number, "number");
     QCOMPARE(lastReported(shown.modified).value, 1);
-    emptyByHand(shown.field(field));
+    emptyByHand(field);
     QTEST(lastReported(shown.deleted).number, "number");
 }
 
@@ -283,11 +360,24 @@ void TestModePages::readOnlyModeHasNoField()
 
 void TestModePages::restoredModeIsNotReported()
 {
+    QFETCH(QString, widgets);
+    QFETCH(int, number);
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
-    shown.page->applyUserParams(paramSet({readParam(2, 5)}));
-    QCOMPARE(shown.field("edRevolutionN2User")->text(), QStringLiteral("5"));
+    shown.page->applyUserParams(paramSet({readParam(number, 2)}));
+    QCOMPARE(shown.field("ed" + widgets + "User")->text(), QStringLiteral("2"));
     QCOMPARE(shown.modified.count(), 0);
+}
+
+void TestModePages::clearedModesAreNotReported()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    shown.page->applyUserParams(paramSet({readParam(1, 1), readParam(2, 2), readParam(6, 1)}));
+    shown.page->clearUserValues();
+    for (const QLineEdit *field : shown.page->findChildren<QLineEdit *>())
+        QCOMPARE(field->text(), QString());
+    QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
 }
 
 void TestModePages::anotherShowingEmptiesTheWords()

@@ -29,9 +29,8 @@ const QVector<Member> members {
     {CurrentLimits, "DialogCurrentLimits", {0x36, 0x38, 0x39, 0x3A, 0x3B}, false, "Stromgrenzen.png",
         {828, 686}, {750, 550},
         "Hier können die Stromgrenzen (und somit die Drehmomentgrenzen) in den einzelnen Quadranten "
-        "prametriert "
-        "werden. Zusätzlich können über die Reversierschwelle noch die generatorischen Eigenschaften des "
-        "Antriebs eingeschränkt werden."},
+        "prametriert werden. Zusätzlich können über die Reversierschwelle noch die generatorischen "
+        "Eigenschaften des Antriebs eingeschränkt werden."},
     {FixedResolutions, "DialogFixedResolutions", {0x17, 0x18, 0x19}, true, "bg.png", {1669, 1012}, {0, 0},
         "Die Festdrehzahlen können über die digitalen Eingänge I1 und I2 vorgegeben werden."},
     {Positioning, "DialogPositioning",
@@ -51,11 +50,15 @@ const QVector<Member> members {
     {OperationsMode, "DialogOperationsMode", {1, 2, 6}, true, "bg.png", {1669, 943}, {0, 0}, ""},
     {RS485, "DialogRS485", {0x52}, false, "bg.png", {898, 739}, {600, 200},
         "Falls mehrere Antriebe gemeinsam an einer seriellen RS485-Schnittstelle betrieben werden sollen, "
-        "muss "
-        "jeder Antrieb unter einer individuellen Busadresse erreichbar sein. Hier kann hier die "
-        "entsprechende "
-        "Busadresse verändert werden."},
+        "muss jeder Antrieb unter einer individuellen Busadresse erreichbar sein. Hier kann hier die "
+        "entsprechende Busadresse verändert werden."},
 };
+
+/// The pages of the modes and of the bus address have widgets of their own kind.
+bool isLabelled(const Member &member)
+{
+    return member.page != OperationsMode && member.page != RS485;
+}
 
 /// "Param0x1E", and what the two parameters of the regulation page are called that bear other numbers.
 QString stemOf(int page, int number)
@@ -91,20 +94,33 @@ private slots:
     void descriptionStandsAboveTheParameters();
     void textsAreInTheUsersLanguage_data() { everyPage(); }
     void textsAreInTheUsersLanguage();
-    void hiddenDescriptionNeverComesBack();
+    void hiddenTextNeverComesBack_data();
+    void hiddenTextNeverComesBack();
+    void textThatIsGoneAtALaterShowingHidesItsLabel();
 
     void valueStandsInThePlaceOfItsParameter_data() { everyParameter(); }
     void valueStandsInThePlaceOfItsParameter();
     void typedValueIsReportedForItsParameter_data() { everyParameter(); }
     void typedValueIsReportedForItsParameter();
 
-    void pictureWithoutNameLabelsNamesNothing_data();
-    void pictureWithoutNameLabelsNamesNothing();
+    void userValueComesBackIntoItsField_data() { everyParameter(); }
+    void userValueComesBackIntoItsField();
+    void clearingEmptiesEveryField_data() { everyLabelledPage(); }
+    void clearingEmptiesEveryField();
+
+    void onlyPagesWithoutAPictureNameTheirParameters_data() { everyLabelledPage(); }
+    void onlyPagesWithoutAPictureNameTheirParameters();
+    void pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm_data() { everyLabelledPage(); }
+    void pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm();
+    void fieldsStayOnTheirPlaceInThePicture_data();
+    void fieldsStayOnTheirPlaceInThePicture();
     void parameterThatTheDriveDoesNotReportProducesNoChange();
     void remoteControlShowsNothingAndReadsNothing();
 
 private:
     static void everyPage();
+    /// Those whose widgets bear the numbers of the parameters.
+    static void everyLabelledPage();
     static void everyParameter();
     const Member &fetchMember() const;
 
@@ -118,13 +134,22 @@ void TestParameterPages::everyPage()
         QTest::newRow(members.at(i).section) << i;
 }
 
+void TestParameterPages::everyLabelledPage()
+{
+    QTest::addColumn<int>("member");
+    for (int i = 0; i < members.size(); ++i) {
+        if (isLabelled(members.at(i)))
+            QTest::newRow(members.at(i).section) << i;
+    }
+}
+
 void TestParameterPages::everyParameter()
 {
     QTest::addColumn<int>("page");
     QTest::addColumn<int>("number");
     for (const Member &member : members) {
-        if (member.page == OperationsMode || member.page == RS485)
-            continue; // their widgets have names of their own
+        if (!isLabelled(member))
+            continue;
         for (const int number : member.params)
             QTest::addRow("%s 0x%02X", member.section, number) << member.page << number;
     }
@@ -181,17 +206,46 @@ void TestParameterPages::textsAreInTheUsersLanguage()
     QVERIFY(shown.label("lIntro")->isVisible());
 }
 
-void TestParameterPages::hiddenDescriptionNeverComesBack()
+void TestParameterPages::hiddenTextNeverComesBack_data()
 {
-    ShownPage shown(SpeedRegulation);
-    shown.showFor(driveWith({}));
-    QVERIFY(!shown.label("lFormDescription")->isVisible());
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("laterText");
+    QTest::newRow("description of the loops") << int(SpeedRegulation) << "lFormDescription"
+                                              << "[DialogSpeedRegulation]\nDialogDescription=Now\n";
+    QTest::newRow("introduction of the ramps") << int(Accelerations) << "lIntro"
+                                               << "[DialogAcceleration]\nIntroduction=Now\n";
+    QTest::newRow("description of the modes") << int(OperationsMode) << "lFormDescription"
+                                              << "[DialogOperationsMode]\nDialogDescription=Now\n";
+    QTest::newRow("introduction of the bus address") << int(RS485) << "lIntro"
+                                                     << "[DialogRS485]\nIntroduction=Now\n";
+}
 
-    // From here on the table has a text.
-    Z7Services::shutdown();
-    folder->writeText("deutsch.z7lang", "[DialogSpeedRegulation]\nDialogDescription=The loops\n");
+void TestParameterPages::hiddenTextNeverComesBack()
+{
+    QFETCH(int, page);
+    QFETCH(QString, label);
+    QFETCH(QString, laterText);
+    ShownPage shown(page);
     shown.showFor(driveWith({}));
-    QCOMPARE(shown.text("lFormDescription"), QStringLiteral("The loops"));
+    QVERIFY(!shown.label(label)->isVisible());
+
+    Z7Services::shutdown();
+    folder->writeText("deutsch.z7lang", laterText);
+    shown.showFor(driveWith({}));
+    QCOMPARE(shown.text(label), QStringLiteral("Now"));
+    QVERIFY(!shown.label(label)->isVisible());
+}
+
+void TestParameterPages::textThatIsGoneAtALaterShowingHidesItsLabel()
+{
+    ShownPage shown(Accelerations);
+    shown.showFor(driveWith({}));
+    QVERIFY(shown.label("lFormDescription")->isVisible());
+
+    Z7Services::shutdown();
+    folder->writeText("deutsch.z7lang", "[DialogAcceleration]\nDialogDescription=\n");
+    shown.showFor(driveWith({}));
     QVERIFY(!shown.label("lFormDescription")->isVisible());
 }
 
@@ -229,19 +283,82 @@ void TestParameterPages::typedValueIsReportedForItsParameter()
     QCOMPARE(lastReported(shown.modified).value, 7);
 }
 
-void TestParameterPages::pictureWithoutNameLabelsNamesNothing_data()
+void TestParameterPages::userValueComesBackIntoItsField()
 {
-    everyPage();
+    QFETCH(int, page);
+    QFETCH(int, number);
+    ShownPage shown(page);
+    shown.showFor(driveWith({readParam(number, 5)}));
+    shown.page->applyUserParams(paramSet({readParam(number, -7)}));
+
+    int filled = 0;
+    for (const QLineEdit *field : shown.page->findChildren<QLineEdit *>())
+        filled += field->text() == "-7";
+    QCOMPARE(filled, number == 0x36 ? 2 : 1);
+    QCOMPARE(shown.field("ed" + stemOf(page, number) + "User")->text(), QStringLiteral("-7"));
+    QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
 }
 
-void TestParameterPages::pictureWithoutNameLabelsNamesNothing()
+void TestParameterPages::clearingEmptiesEveryField()
 {
     const Member &member = fetchMember();
-    if (member.page == OperationsMode || member.page == RS485)
-        return;
+    ShownPage shown(member.page);
+    QList<Z7DeviceParam> params;
+    for (const int number : member.params)
+        params.append(readParam(number, 5));
+    shown.showFor(driveWith(params));
+    shown.page->applyUserParams(paramSet(params));
+    shown.page->clearUserValues();
+    for (const QLineEdit *field : shown.page->findChildren<QLineEdit *>())
+        QCOMPARE(field->text(), QString());
+    QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
+}
+
+void TestParameterPages::onlyPagesWithoutAPictureNameTheirParameters()
+{
+    const Member &member = fetchMember();
     const ShownPage shown(member.page);
     const auto names = shown.page->findChildren<QLabel *>(QRegularExpression("ParamName$"));
     QCOMPARE(names.size(), member.hasNames ? member.params.size() : 0);
+}
+
+void TestParameterPages::pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm()
+{
+    const Member &member = fetchMember();
+    const ShownPage shown(member.page);
+    shown.page->clearUserValues();
+    const auto labels = shown.page->findChildren<QLabel *>();
+    // Above the parameters stand two labels; each parameter has its value and its unit at least.
+    QVERIFY(labels.size() >= 2 + 2 * member.params.size());
+    for (const QLabel *label : labels)
+        QCOMPARE(label->text(), QStringLiteral("TextLabel"));
+}
+
+void TestParameterPages::fieldsStayOnTheirPlaceInThePicture_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("loops") << int(SpeedRegulation);
+    QTest::newRow("ramps") << int(Accelerations);
+    QTest::newRow("quadrants") << int(CurrentLimits);
+}
+
+void TestParameterPages::fieldsStayOnTheirPlaceInThePicture()
+{
+    QFETCH(int, page);
+    ShownPage shown(page);
+    shown.showFor(driveWith({}));
+    const auto onPicture = shown.child<QWidget>("bg")->findChildren<QWidget *>(QRegularExpression("Param0x"));
+    const auto places = [&onPicture] {
+        QList<QRect> rects;
+        for (const QWidget *widget : onPicture)
+            rects.append(widget->geometry());
+        return rects;
+    };
+    const QList<QRect> before = places();
+    QVERIFY(!before.isEmpty());
+    shown.page->resize(1900, 1400);
+    QCoreApplication::processEvents();
+    QCOMPARE(places(), before);
 }
 
 void TestParameterPages::parameterThatTheDriveDoesNotReportProducesNoChange()

@@ -16,6 +16,9 @@ private slots:
 
     void addressInForceIsShown();
     void captionsStandAtTheirPlaces();
+    void captionsAreInTheUsersLanguage();
+    void refusalIsInTheUsersLanguage();
+    void parameterOfAnotherPageChangesNothing();
     void allowedAddressIsSent_data();
     void allowedAddressIsSent();
     void otherInputIsRefusedWithAMessage_data();
@@ -39,6 +42,7 @@ private:
 void TestRs485Page::init()
 {
     folder.emplace();
+    // Read-only and narrow: this page does not go by the definition.
     defineParameters("V123", {"82;Busadresse;;1;10;20;Unsigned;1;r;0;"});
     shown.emplace(PageNumber::RS485);
     sent.emplace(shown->page.get(), SIGNAL(sendChangeAdress(int)));
@@ -70,6 +74,34 @@ void TestRs485Page::captionsStandAtTheirPlaces()
     QVERIFY(!shown->child<QPushButton>("BtnChangeAdress")->icon().isNull());
 }
 
+void TestRs485Page::captionsAreInTheUsersLanguage()
+{
+    Z7Services::shutdown();
+    folder->writeText("deutsch.z7lang",
+        "[DialogRS485]\nCurrentAdress=Address now\nNewAdress=New address\nChangeAdress=Change it\n");
+    shown->showFor(driveWith({}));
+    QCOMPARE(shown->text("lDeviceAdress"), QStringLiteral("Address now"));
+    QCOMPARE(shown->text("lNewAdress"), QStringLiteral("New address"));
+    QCOMPARE(shown->child<QPushButton>("BtnChangeAdress")->text(), QStringLiteral("Change it"));
+}
+
+void TestRs485Page::refusalIsInTheUsersLanguage()
+{
+    Z7Services::shutdown();
+    folder->writeText("deutsch.z7lang",
+        "[Common]\nApplicationTitle=Drive tool\n[DialogRS485]\nInvalidAdressMessage=Not this one\n");
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    press();
+    QCOMPARE(user.last().title, QStringLiteral("Drive tool"));
+    QCOMPARE(user.last().text, QStringLiteral("Not this one"));
+}
+
+void TestRs485Page::parameterOfAnotherPageChangesNothing()
+{
+    shown->page->newDeviceParam(readParam(0x51, 4711));
+    QCOMPARE(shown->text("lParam0x52Device"), QStringLiteral("3"));
+}
+
 void TestRs485Page::allowedAddressIsSent_data()
 {
     QTest::addColumn<int>("address");
@@ -91,6 +123,7 @@ void TestRs485Page::otherInputIsRefusedWithAMessage_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("nothing") << "";
+    QTest::newRow("a lone sign") << "+";
     QTest::newRow("0, which can be typed") << "0";
     QTest::newRow("256, which can be typed") << "256";
 }
@@ -149,6 +182,7 @@ void TestRs485Page::anotherShowingEmptiesTheField()
 
 void TestRs485Page::limitsOfTheDefinitionPlayNoPart()
 {
+    QVERIFY(field->isVisible());
     const auto *validator = qobject_cast<const QIntValidator *>(field->validator());
     QCOMPARE(validator->bottom(), 1);
     QCOMPARE(validator->top(), 255);
