@@ -62,12 +62,21 @@ DeviceStatusDialog::DeviceStatusDialog(QWidget *parent)
     showStatusBits();
     showInputsAndOutputs();
     setLamp(m_ui->lDeviceStatusIcon, true, greenLamp);
+    reserveWidths();
     // The boxes only hold the texts of the lamps beside them.
     for (QCheckBox *text : findChildren<QCheckBox *>())
         text->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 DeviceStatusDialog::~DeviceStatusDialog() = default;
+
+void DeviceStatusDialog::reserveWidths()
+{
+    // The widest number there is: no value is cut off or moves what stands around it.
+    for (QLabel *value : {m_ui->lCurrentRotationsDevice, m_ui->lCurrentPowerDevice,
+             m_ui->lCurrentPositionDevice, m_ui->lCurrentTempDevice, m_ui->edAnalogInput})
+        value->setMinimumWidth(value->fontMetrics().horizontalAdvance(QStringLiteral("-2147483648")));
+}
 
 QLabel *DeviceStatusDialog::label(const QString &name) const
 {

@@ -25,6 +25,7 @@ public:
     void DeviceUpdate(const Z7Device &d) override;
 
 private:
+    void reserveWidths();
     void setTexts();
     void setUnits();
     void showReported(bool shown);

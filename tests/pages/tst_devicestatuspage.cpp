@@ -1,12 +1,12 @@
 // The home page of a drive: what a person sees of one record.
 
+#include "control/services/language.h"
 #include "pages/pagestyle.h"
 #include "tests/pages/shownpage.h"
 #include "tests/support/workingfolder.h"
 
-#include <QCheckBox>
-#include <QGroupBox>
 #include <QLocale>
+#include <QSettings>
 
 #include <optional>
 
@@ -14,22 +14,69 @@ namespace {
 
 struct StatusBit
 {
-    const char *name; ///< of the lamp and of the text
-    const char *text;
+    const char *name; ///< of the lamp, after its l
     const char *litLamp;
 };
 
 /// From bit 0 to bit 7.
 const QVector<StatusBit> statusBitTable {
-    {"OverTemp", "Antrieb erkennt Übertemperatur", "Red"},
-    {"Active", "Antrieb ist aktiv", "Green"},
-    {"OverVoltage", "Antrieb erkennt Überspannung", "Red"},
-    {"UnderVoltage", "Antrieb erkennt Unterspannung", "Red"},
-    {"HardwareError", "Antrieb erkennt Hardwarefehler", "Red"},
-    {"OverPower", "Antrieb erkennt Überstrom", "Red"},
-    {"AckRequired", "Antrieb benötigt eine Quittierung", "Yellow"},
-    {"Ready", "Antrieb ist bereit", "Green"},
+    {"OverTemp", "Red"},
+    {"Active", "Green"},
+    {"OverVoltage", "Red"},
+    {"UnderVoltage", "Red"},
+    {"HardwareError", "Red"},
+    {"OverPower", "Red"},
+    {"AckRequired", "Yellow"},
+    {"Ready", "Green"},
 };
+
+struct PageText
+{
+    const char *object;
+    const char *key;
+    const char *text;
+};
+
+const QVector<PageText> pageTexts {
+    {"lIntro", "Introduction", ""},
+    {"lMotor", "Motor", "Antrieb:"},
+    {"lMotorSoftwareVersion", "SoftwareVersion", "Softwareversion:"},
+    {"lOperationStatus", "OperationStatus", "Betriebsmodus:"},
+    {"lMotorAdress", "Adress", "Adresse:"},
+    {"lDeviceStatus", "DeviceStatus", "Gerätestatus:"},
+    {"gbMotorStatus", "Motorstatus", "Motorstatus"},
+    {"gbRotations", "CurrentRotations", "Ist-Drehzahl"},
+    {"gbPower", "CurrentPower", "Ist-Strom"},
+    {"gbPosition", "CurrentPosition", "Ist-Position"},
+    {"gbTemperature", "CurrentTemperature", "Ist-Temperatur"},
+    {"gbOutput", "CurrentOuput", "Ausgänge"},
+    {"gbInput", "CurrentDigitalInput", "Digitaleingänge"},
+    {"gbAnalogInputA1", "AnalogInputA1", "Analogeingang A1"},
+    {"cbOverTemp", "StatusOverTemp", "Antrieb erkennt Übertemperatur"},
+    {"cbActive", "StatusActive", "Antrieb ist aktiv"},
+    {"cbOverVoltage", "StatusOverVoltage", "Antrieb erkennt Überspannung"},
+    {"cbUnderVoltage", "StatusUnderVoltage", "Antrieb erkennt Unterspannung"},
+    {"cbHardwareError", "StatusHardwareError", "Antrieb erkennt Hardwarefehler"},
+    {"cbOverPower", "StatusOverPower", "Antrieb erkennt Überstrom"},
+    {"cbAckRequired", "StatusAckRequired", "Antrieb benötigt eine Quittierung"},
+    {"cbReady", "StatusReady", "Antrieb ist bereit"},
+    {"edOutput_1", "OutputO1", "Ausgang O1"},
+    {"edOutput_2", "OutputO2", "Ausgang O2"},
+    {"edOutput_3", "OutputO3", "Ausgang O3"},
+    {"edInput_1", "DigitalInput1", "Digitaleingang 1"},
+    {"edInput_2", "DigitalInput2", "Digitaleingang 2"},
+    {"edInput_3", "DigitalInput3", "Digitaleingang 3"},
+    {"edInput_4", "DigitalInput4", "Digitaleingang 4"},
+};
+
+void addTextRows()
+{
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+    for (const PageText &text : pageTexts)
+        QTest::newRow(text.object) << text.object << text.key << QString::fromUtf8(text.text);
+}
 
 const QStringList groups {"gbMotorStatus", "gbRotations", "gbPower", "gbPosition", "gbTemperature",
     "gbOutput", "gbInput", "gbAnalogInputA1"};
@@ -53,9 +100,12 @@ private slots:
     void init();
     void cleanup();
 
-    void textsStandAtTheirPlaces_data();
-    void textsStandAtTheirPlaces();
-    void textsAreInTheUsersLanguage();
+    void textStandsAtItsPlace_data();
+    void textStandsAtItsPlace();
+    void textIsInTheUsersLanguage_data();
+    void textIsInTheUsersLanguage();
+    void languageFileGetsNoOtherTextsOfThePage();
+    void introductionTakesRoomOnlyIfItHasAText();
     void unitsAreThoseOfTheLiveValues();
 
     void eachStatusBitHasItsLamp_data();
@@ -68,17 +118,19 @@ private slots:
     void nameVersionAddressAndModesAreShown();
     void modesWithoutTextsLeaveTheSlashInItsBracket();
     void liveValuesAreShownInDecimal();
+    void positionHasThreeDecimalsAndADot_data();
     void positionHasThreeDecimalsAndADot();
 
     void driveThatIsNotReportedKeepsItsNameAndARedLamp_data();
     void driveThatIsNotReportedKeepsItsNameAndARedLamp();
     void driveThatComesBackIsShownWhole();
     void pageWithoutADriveHasItsLampsOff();
-    void pageHasNothingToEdit();
     void networkPageIsEmpty();
 
 private:
     void show(const Z7Device &drive) { shown->showFor(drive); }
+    /// The text of a label or the title of a group.
+    QString textOf(const QString &object) const;
     /// "Red", "Green", "Yellow" or "Gray".
     QString lamp(const QString &name) const;
     QStringList lamps() const;
@@ -97,6 +149,13 @@ void TestDeviceStatusPage::cleanup()
 {
     shown.reset();
     folder.reset();
+}
+
+QString TestDeviceStatusPage::textOf(const QString &object) const
+{
+    const auto *widget = shown->child<QWidget>(object);
+    const QVariant title = widget->property("title");
+    return (title.isValid() ? title : widget->property("text")).toString();
 }
 
 QString TestDeviceStatusPage::lamp(const QString &name) const
@@ -118,65 +177,55 @@ QStringList TestDeviceStatusPage::lamps() const
     return colours;
 }
 
-void TestDeviceStatusPage::textsStandAtTheirPlaces_data()
+void TestDeviceStatusPage::textStandsAtItsPlace_data()
 {
-    QTest::addColumn<QString>("object");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const QString &object, const char *text) {
-        QTest::newRow(qPrintable(object)) << object << QString::fromUtf8(text);
-    };
-    row("lIntro", "");
-    row("lMotor", "Antrieb:");
-    row("lMotorSoftwareVersion", "Softwareversion:");
-    row("lOperationStatus", "Betriebsmodus:");
-    row("lMotorAdress", "Adresse:");
-    row("lDeviceStatus", "Gerätestatus:");
-    row("gbMotorStatus", "Motorstatus");
-    row("gbRotations", "Ist-Drehzahl");
-    row("gbPower", "Ist-Strom");
-    row("gbPosition", "Ist-Position");
-    row("gbTemperature", "Ist-Temperatur");
-    row("gbOutput", "Ausgänge");
-    row("gbInput", "Digitaleingänge");
-    row("gbAnalogInputA1", "Analogeingang A1");
-    row("edOutput_1", "Ausgang O1");
-    row("edOutput_2", "Ausgang O2");
-    row("edOutput_3", "Ausgang O3");
-    row("edInput_1", "Digitaleingang 1");
-    row("edInput_2", "Digitaleingang 2");
-    row("edInput_3", "Digitaleingang 3");
-    row("edInput_4", "Digitaleingang 4");
-    for (const StatusBit &bit : statusBitTable)
-        row(QString("cb") + bit.name, bit.text);
+    addTextRows();
 }
 
-void TestDeviceStatusPage::textsStandAtTheirPlaces()
+void TestDeviceStatusPage::textStandsAtItsPlace()
 {
     QFETCH(QString, object);
     show(reachedDrive());
-    const auto *widget = shown->child<QWidget>(object);
-    const QVariant title = widget->property("title");
-    QTEST(title.isValid() ? title.toString() : widget->property("text").toString(), "text");
+    QTEST(textOf(object), "text");
 }
 
-void TestDeviceStatusPage::textsAreInTheUsersLanguage()
+void TestDeviceStatusPage::textIsInTheUsersLanguage_data()
 {
-    folder->writeText("deutsch.z7lang",
-        "[DialogDeviceStatus]\nIntroduction=a\nMotor=b\nMotorstatus=c\nCurrentOuput=d\nCurrentDigitalInput="
-        "e\n"
-        "AnalogInputA1=f\nStatusOverTemp=g\nStatusReady=h\nOutputO2=i\nDigitalInput4=j\nAdress=k\n"
-        "CurrentRotations=l\nCurrentPower=m\nCurrentPosition=n\nCurrentTemperature=o\nSoftwareVersion=p\n"
-        "OperationStatus=q\nDeviceStatus=r\n");
+    addTextRows();
+}
+
+void TestDeviceStatusPage::textIsInTheUsersLanguage()
+{
+    QFETCH(QString, object);
+    QFETCH(QString, key);
+    folder->writeText("deutsch.z7lang", "[DialogDeviceStatus]\n" + key + "=translated\n");
     show(reachedDrive());
-    const auto title = [this](const char *name) { return shown->child<QGroupBox>(name)->title(); };
-    QCOMPARE(shown->text("lIntro") + shown->text("lMotor") + title("gbMotorStatus") + title("gbOutput")
-            + title("gbInput") + title("gbAnalogInputA1") + shown->child<QCheckBox>("cbOverTemp")->text()
-            + shown->child<QCheckBox>("cbReady")->text() + shown->text("edOutput_2")
-            + shown->text("edInput_4") + shown->text("lMotorAdress") + title("gbRotations") + title("gbPower")
-            + title("gbPosition") + title("gbTemperature") + shown->text("lMotorSoftwareVersion")
-            + shown->text("lOperationStatus") + shown->text("lDeviceStatus"),
-        QStringLiteral("abcdefghijklmnopqr"));
-    QVERIFY(shown->label("lIntro")->isVisible());
+    QCOMPARE(textOf(object), QStringLiteral("translated"));
+}
+
+void TestDeviceStatusPage::languageFileGetsNoOtherTextsOfThePage()
+{
+    show(reachedDrive());
+    Z7Services::instance()->language()->save();
+    QSettings file("deutsch.z7lang", QSettings::IniFormat);
+    file.beginGroup("DialogDeviceStatus");
+    QStringList expected;
+    for (const PageText &text : pageTexts)
+        expected.append(text.key);
+    expected.sort();
+    QCOMPARE(file.allKeys(), expected);
+}
+
+void TestDeviceStatusPage::introductionTakesRoomOnlyIfItHasAText()
+{
+    const auto *frame = shown->child<QFrame>("topFrame");
+    show(reachedDrive());
+    QVERIFY(!frame->isVisible());
+    folder.reset();
+    folder.emplace();
+    folder->writeText("deutsch.z7lang", "[DialogDeviceStatus]\nIntroduction=What the drive reports\n");
+    show(reachedDrive());
+    QVERIFY(frame->isVisible());
 }
 
 void TestDeviceStatusPage::unitsAreThoseOfTheLiveValues()
@@ -289,14 +338,24 @@ void TestDeviceStatusPage::liveValuesAreShownInDecimal()
     QCOMPARE(shown->text("edAnalogInput"), QStringLiteral("1023"));
 }
 
+void TestDeviceStatusPage::positionHasThreeDecimalsAndADot_data()
+{
+    QTest::addColumn<double>("position");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("one and a half turns") << 1.5 << "1.500";
+    QTest::newRow("backwards, beyond a thousand turns") << -1234.5 << "-1234.500";
+    QTest::newRow("a fraction is rounded") << 0.0006 << "0.001";
+}
+
 void TestDeviceStatusPage::positionHasThreeDecimalsAndADot()
 {
+    QFETCH(double, position);
     QLocale::setDefault(QLocale(QLocale::German));
     Z7Device drive = reachedDrive();
-    drive.actualPosition = -1234.5;
+    drive.actualPosition = position;
     show(drive);
     QLocale::setDefault(QLocale::c());
-    QCOMPARE(shown->text("lCurrentPositionDevice"), QStringLiteral("-1234.500"));
+    QTEST(shown->text("lCurrentPositionDevice"), "text");
 }
 
 void TestDeviceStatusPage::driveThatIsNotReportedKeepsItsNameAndARedLamp_data()
@@ -338,17 +397,6 @@ void TestDeviceStatusPage::pageWithoutADriveHasItsLampsOff()
 {
     QCOMPARE(lamps(), (QStringList {"Gray", "Gray", "Gray", "Gray", "Gray", "Gray", "Gray", "Gray"}));
     QCOMPARE(lamp("lDeviceStatusIcon"), QStringLiteral("Green"));
-}
-
-void TestDeviceStatusPage::pageHasNothingToEdit()
-{
-    show(reachedDrive());
-    QVERIFY(shown->page->findChildren<QLineEdit *>().isEmpty());
-    auto *text = shown->child<QCheckBox>("cbReady");
-    QTest::mouseClick(shown->page.get(), Qt::LeftButton, Qt::NoModifier,
-        text->mapTo(shown->page.get(), text->rect().center()));
-    QVERIFY(!text->isChecked());
-    QCOMPARE(text->focusPolicy(), Qt::NoFocus);
 }
 
 void TestDeviceStatusPage::networkPageIsEmpty()
