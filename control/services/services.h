@@ -9,6 +9,9 @@
 class Z7Language;
 class Z7Options;
 class Z7ParamDefinitions;
+class Z7ParameterFile;
+struct Z7Device;
+struct Z7DeviceParamSet;
 
 /// The one process-wide object: options, language and parameter definitions hang on it, and each comes into
 /// being at its first use.
@@ -36,6 +39,16 @@ public:
     /// yet. Any thread. It is defined with the definitions themselves, in the layer above this one.
     Z7ParamDefinitions *definitions(const QString &version);
 
+    /// The parameter set that was opened or saved last; null before the first. It stays until the next one,
+    /// so that one file can serve several drives. Defined, like the two below, in the layer above.
+    Z7ParameterFile *parameterFile() const { return m_parameterFile.get(); }
+    /// Puts an empty one in its place.
+    Z7ParameterFile *newParameterFile();
+    /// Puts the parameters of a drive in its place, with the user's changes, and writes them to a file.
+    /// Returns what went wrong, or an empty text.
+    QString saveParameterFile(
+        const QString &path, const Z7Device &device, const Z7DeviceParamSet &userParams);
+
 private:
     Z7Services();
 
@@ -46,4 +59,5 @@ private:
     QMutex m_definitionsMutex;
     /// Shared pointers, since they know how to delete what this layer only declares.
     QMap<QString, std::shared_ptr<Z7ParamDefinitions>> m_definitions;
+    std::shared_ptr<Z7ParameterFile> m_parameterFile;
 };

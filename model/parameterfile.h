@@ -1,0 +1,51 @@
+#pragma once
+
+#include "model/device.h"
+
+#include <QString>
+
+class QXmlStreamReader;
+class QXmlStreamWriter;
+
+/// A parameter set in a file ".z7param": the writable parameters of one drive of one software version, to be
+/// put on another drive of that version, or on the same one later.
+///
+///     <Z7Device><DeviceInfo SoftwareVersion="V123"/><Z7-Parameter><parameter id="11" val="100"/>...
+///
+/// Neither reading nor writing touches a drive or the user's pending changes. Both return the text of what
+/// went wrong, in the user's language or in that of the XML reader, and an empty text if nothing did. Main
+/// thread only.
+class Z7ParameterFile
+{
+public:
+    Z7ParameterFile() = default;
+    /// What save() is to write: every writable parameter of `savedDevice`, those in `changes` with the user's
+    /// value, and one that was never read with 0.
+    Z7ParameterFile(const QString &path, const Z7Device &savedDevice, const Z7DeviceParamSet &changes);
+
+    /// Writes the file. A file that stood there before survives a write that fails half-way, unless the
+    /// folder only allows to write over it.
+    QString save() const;
+    /// Replaces the parameters by those of the file. What was read before an error stays usable. The version
+    /// is not judged, nor are the values: a bad number is 0, read-only and unknown numbers are taken.
+    QString load(const QString &path);
+
+    const QString &softwareVersion() const { return m_softwareVersion; }
+    /// The user's changes on saving; what the file held on reading.
+    const Z7DeviceParamSet &userParams() const { return m_userParams; }
+
+    static QString fileSuffix() { return QStringLiteral(".z7param"); }
+
+private:
+    void writeDocument(QXmlStreamWriter &writer) const;
+    void writeParameters(QXmlStreamWriter &writer) const;
+    void readDocument(QXmlStreamReader &reader);
+    void readDeviceInfo(const QXmlStreamReader &reader);
+    void readParameters(QXmlStreamReader &reader);
+    void readParameter(const QXmlStreamReader &reader);
+
+    QString m_path;
+    QString m_softwareVersion;
+    Z7Device m_device;
+    Z7DeviceParamSet m_userParams;
+};

@@ -1,0 +1,196 @@
+// Saving where it cannot be done, or only half of it: the user is told, and the file that stood there stays.
+
+#include "model/parameterfile.h"
+#include "tests/model/folderwithpermissions.h"
+#include "tests/model/parameterdocument.h"
+#include "tests/support/workingfolder.h"
+
+#include <QtTest>
+
+#include <csignal>
+#include <optional>
+#include <sys/resource.h>
+
+namespace {
+
+const QString fileName = QStringLiteral("drive.z7param");
+const QString cannotOpen = QStringLiteral("Die Datei kann nicht geöffnet werden");
+const QByteArray oldContent = "what stood here before";
+const QByteArray written11 = parameterDocument(R"(<parameter id="11" val="100"/>)") + "\n";
+
+QString save(const Z7Device &drive, const QString &path = fileName)
+{
+    return Z7ParameterFile(path, drive, Z7DeviceParamSet()).save();
+}
+
+Z7Device driveWithParameters(int count)
+{
+    QMap<int, int> values;
+    for (int number = 1; number <= count; ++number)
+        values.insert(number, number);
+    return driveWith(values);
+}
+
+QStringList filesHere()
+{
+    return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+void writeOldFile(mode_t permissions)
+{
+    WorkingFolder::write(fileName, oldContent);
+    chmod(qPrintable(fileName), permissions);
+}
+
+/// A disk that has room for 64 bytes more in any file.
+class FullDisk
+{
+public:
+    FullDisk()
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit {64, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handlerBefore);
+    }
+    Q_DISABLE_COPY(FullDisk)
+
+private:
+    rlimit m_before {};
+    void (*m_handlerBefore)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+} // namespace
+
+class TestUnwritableParameterFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup() { m_folder.reset(); }
+
+    void aPathThatCannotBeOpenedIsToldInOneText_data();
+    void aPathThatCannotBeOpenedIsToldInOneText();
+    void theTextComesFromTheLanguageFile();
+
+    void aReadOnlyFileStaysAsItIs();
+    void aReadOnlyFolderTakesNoNewFile();
+    void aFileInAReadOnlyFolderIsWrittenInPlace();
+
+    void aFullDiskLeavesTheOldFileAndNoOther_data();
+    void aFullDiskLeavesTheOldFileAndNoOther();
+    void aFullDiskLeavesNoHalfFile();
+    void aFullDiskIsToldOfAFileThatIsWrittenInPlace_data();
+    void aFullDiskIsToldOfAFileThatIsWrittenInPlace();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("no name") << QString();
+    QTest::newRow("a missing folder") << QStringLiteral("missing/drive.z7param");
+    QTest::newRow("a folder of that name") << QStringLiteral("folder");
+    QTest::newRow("a path below a file") << QStringLiteral("file/drive.z7param");
+    QTest::newRow("a folder without files") << QStringLiteral("/proc/drive.z7param");
+    QTest::newRow("a name that is too long") << QString(300, QLatin1Char('n'));
+}
+
+void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText()
+{
+    QFETCH(QString, path);
+    QVERIFY(QDir().mkdir(QStringLiteral("folder")));
+    WorkingFolder::write(QStringLiteral("file"), oldContent);
+    QCOMPARE(save(driveWith({{11, 100}}), path), cannotOpen);
+    QCOMPARE(filesHere(), QStringList({QStringLiteral("file"), QStringLiteral("folder")}));
+    QCOMPARE(WorkingFolder::read(QStringLiteral("file")), oldContent);
+}
+
+void TestUnwritableParameterFiles::theTextComesFromTheLanguageFile()
+{
+    WorkingFolder::write(QStringLiteral("deutsch.z7lang"), "[Common]\nCannotOpenFile=No way\n");
+    QCOMPARE(save(driveWith({{11, 100}}), QStringLiteral("/proc/x.z7param")), QStringLiteral("No way"));
+}
+
+void TestUnwritableParameterFiles::aReadOnlyFileStaysAsItIs()
+{
+    writeOldFile(0444);
+    const FolderWithPermissions folder(0777);
+    QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
+    QCOMPARE(WorkingFolder::read(fileName), oldContent);
+    QCOMPARE(filesHere(), QStringList(fileName));
+}
+
+void TestUnwritableParameterFiles::aReadOnlyFolderTakesNoNewFile()
+{
+    const FolderWithPermissions folder(0555);
+    QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
+    QCOMPARE(filesHere(), QStringList());
+}
+
+void TestUnwritableParameterFiles::aFileInAReadOnlyFolderIsWrittenInPlace()
+{
+    writeOldFile(0666);
+    const FolderWithPermissions folder(0555);
+    QCOMPARE(save(driveWith({{11, 100}})), QString());
+    QCOMPARE(WorkingFolder::read(fileName), written11);
+}
+
+void TestUnwritableParameterFiles::aFullDiskLeavesTheOldFileAndNoOther_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("noticed at the end") << 1;
+    QTest::newRow("noticed on the way") << 5000;
+}
+
+void TestUnwritableParameterFiles::aFullDiskLeavesTheOldFileAndNoOther()
+{
+    QFETCH(int, count);
+    const Z7Device drive = driveWithParameters(count);
+    writeOldFile(0600);
+    const QString error = [&drive] {
+        const FullDisk disk;
+        return save(drive);
+    }();
+    QCOMPARE(error, cannotOpen);
+    QCOMPARE(WorkingFolder::read(fileName), oldContent);
+    QCOMPARE(filesHere(), QStringList(fileName));
+}
+
+void TestUnwritableParameterFiles::aFullDiskLeavesNoHalfFile()
+{
+    const QString error = [] {
+        const FullDisk disk;
+        return save(driveWith({{11, 100}}));
+    }();
+    QCOMPARE(error, cannotOpen);
+    QCOMPARE(filesHere(), QStringList());
+}
+
+void TestUnwritableParameterFiles::aFullDiskIsToldOfAFileThatIsWrittenInPlace_data()
+{
+    aFullDiskLeavesTheOldFileAndNoOther_data();
+}
+
+void TestUnwritableParameterFiles::aFullDiskIsToldOfAFileThatIsWrittenInPlace()
+{
+    QFETCH(int, count);
+    const Z7Device drive = driveWithParameters(count);
+    writeOldFile(0666);
+    const FolderWithPermissions folder(0555);
+    const QString error = [&drive] {
+        const FullDisk disk;
+        return save(drive);
+    }();
+    QCOMPARE(error, cannotOpen);
+}
+
+QTEST_APPLESS_MAIN(TestUnwritableParameterFiles)
+#include "tst_unwritableparameterfiles.moc"
