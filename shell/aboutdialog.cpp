@@ -1,5 +1,8 @@
 #include "shell/aboutdialog.h"
 
+#include "control/services/language.h"
+#include "pages/pagestyle.h"
+#include "shell/maker.h"
 #include "ui_aboutdialog.h"
 
 AboutDialog::AboutDialog(QWidget *parent)
@@ -7,6 +10,30 @@ AboutDialog::AboutDialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::AboutDialog>())
 {
     m_ui->setupUi(this);
+    PageStyle::paintHeader(m_ui->fLogo);
+    // The logo bears the blue of the header.
+    PageStyle::paintGround(m_ui->fInnerLogoFrame, Qt::white);
+    const QSize logoSize = m_ui->lLogo->pixmap(Qt::ReturnByValue).size();
+    m_ui->lLogo->setPixmap(PageStyle::sharpPixmap(":/images/logo.png", logoSize));
+    setTexts();
+    connect(m_ui->BtnOK, SIGNAL(clicked()), SLOT(close()));
 }
 
 AboutDialog::~AboutDialog() = default;
+
+void AboutDialog::setTexts()
+{
+    const QString title = commonText("ApplicationTitle", "Z7ConfigTool");
+    setWindowTitle(title);
+    m_ui->lApplicationVersion->setText(title + QStringLiteral("\nVersion ") + Maker::programVersion());
+    m_ui->lSubTitle->setText(commonText(
+        "ApplicationDescriptionText", "Inbetriebnahme und Parametrierung von Z7-Antrieben am RS485-Bus"));
+    m_ui->lCopyright->setText(commonText("Copyright", "© 2026 Norvik & Tessel GmbH"));
+    m_ui->lHyperlink->setTextInteractionFlags(Qt::TextBrowserInteraction);
+    m_ui->lHyperlink->setOpenExternalLinks(true);
+    m_ui->lHyperlink->setText(
+        QStringLiteral("<a href=\"%1\">%2</a>")
+            .arg(Maker::homePage().toHtmlEscaped(),
+                commonText("URLHomeTextLink", "Norvik & Tessel im Internet").toHtmlEscaped()));
+    m_ui->BtnOK->setText(commonText("OK", "OK"));
+}

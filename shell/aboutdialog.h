@@ -18,5 +18,7 @@ public:
     ~AboutDialog() override;
 
 private:
+    void setTexts();
+
     const std::unique_ptr<Ui::AboutDialog> m_ui;
 };

@@ -17,6 +17,20 @@ public:
     explicit DeviceSelectionDialog(QWidget *parent = nullptr);
     ~DeviceSelectionDialog() override;
 
+    /// Empties the dialog before each use, the introduction too. Each call connects the buttons once more,
+    /// and nothing takes off what was connected before: a dialog that is used again reports each drive as
+    /// often as it was reset.
+    void reset();
+    void setIntro(const QString &text);
+    void addDevice(int deviceID, const QString &text);
+
+signals:
+    /// One of the drives that the user has ticked.
+    void deviceSelected(int deviceID);
+
+private slots:
+    void postSelectedDevices();
+
 private:
     const std::unique_ptr<Ui::DeviceSelectionDialog> m_ui;
 };

@@ -7,6 +7,7 @@
 #include "shell/aboutdialog.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
+#include "shell/maker.h"
 #include "shell/optionsdialog.h"
 #include "shell/topmenuwidget.h"
 #include "shell/wizard/connectionsdialog.h"
@@ -18,8 +19,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-const QString programVersion = QStringLiteral("1.0.6");
 
 constexpr int bandsMargin = 6;
 
@@ -51,7 +50,7 @@ MainWindow::MainWindow()
     setWindowIcon(QIcon(QStringLiteral(":/images/favicon.ico")));
     m_controller = std::make_unique<Z7MainController>();
     setWindowTitle(commonText("ApplicationTitle", "Z7ConfigTool - Norvik & Tessel GmbH")
-        + QStringLiteral(" - Version ") + programVersion);
+        + QStringLiteral(" - Version ") + Maker::programVersion());
     setActionTexts();
     auto *menuStyle = new MenuStyle;
     menuStyle->setParent(this);

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 class AboutDialog;
@@ -61,6 +62,11 @@ private:
     void createDialogs();
     void connectActions();
     void enableFileActions(bool enabled);
+    /// Lets the user pick drives for `slot`, in the dialog used last; it stays connected to the slots before.
+    void selectDevices(const QString &intro, const char *slot);
+    /// Adds those drives to the dialog for which `isOffered` is true.
+    void offerDevices(const std::function<bool(const Z7Device &)> &isOffered);
+    void showDeviceSelection(const char *slot);
 
     TopMenuWidget *m_topMenu = nullptr;
     MainContentWidget *m_mainContent = nullptr;

@@ -8,7 +8,7 @@ namespace Ui {
 class optionsdialog;
 }
 
-/// Edits the options.
+/// Edits the options. All but the language are in force as soon as they are saved, whatever the note says.
 class optionsdialog : public QDialog
 {
     Q_OBJECT
@@ -17,6 +17,16 @@ public:
     explicit optionsdialog(QWidget *parent = nullptr);
     ~optionsdialog() override;
 
+    /// Sets the texts and takes the options in force into the fields; called before each showing.
+    void refresh();
+
+private slots:
+    void saveAndCloseDialog();
+    void languageChanged(int index);
+
 private:
+    void setTexts();
+    void listLanguages();
+
     const std::unique_ptr<Ui::optionsdialog> m_ui;
 };

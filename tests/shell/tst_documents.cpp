@@ -1,0 +1,251 @@
+// The manual, the remote help and the home page: what the window asks the system to open.
+
+#include "shell/mainwindow.h"
+#include "tests/shell/openedurls.h"
+#include "tests/shell/shelltest.h"
+#include "tests/support/messageboxes.h"
+#include "tests/support/workingfolder.h"
+
+#include <QAction>
+#include <QtTest>
+
+#include <memory>
+#include <optional>
+
+using namespace ShellTest;
+
+class TestDocuments : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void documentIsLookedForInTheWorkingFolder_data();
+    void documentIsLookedForInTheWorkingFolder();
+    void documentIsLookedForInTheFolderOfTheMoment_data();
+    void documentIsLookedForInTheFolderOfTheMoment();
+    void fileNameComesFromTheLanguageFile_data();
+    void fileNameComesFromTheLanguageFile();
+    void documentThatOpensShowsNoBox_data();
+    void documentThatOpensShowsNoBox();
+    void documentThatDoesNotOpenIsReported_data();
+    void documentThatDoesNotOpenIsReported();
+    void reportComesFromTheLanguageFile_data();
+    void reportComesFromTheLanguageFile();
+
+    void homePageIsOpened_data();
+    void homePageIsOpened();
+    void homePageIsASettingOfTheLanguageFile();
+    void homePageThatDoesNotOpenIsNotReported();
+
+private:
+    /// One row for each document, with its action, the name of its file and the keys of its texts.
+    static void documentRows();
+    void open();
+    /// Chooses the menu entry, or presses the button of that name.
+    void use(const QByteArray &control) const;
+
+    std::optional<WorkingFolder> folder;
+    std::unique_ptr<MainWindow> window;
+};
+
+void TestDocuments::init()
+{
+    folder.emplace();
+}
+
+void TestDocuments::cleanup()
+{
+    window.reset();
+    folder.reset();
+}
+
+void TestDocuments::open()
+{
+    window = std::make_unique<MainWindow>();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window.get()));
+}
+
+void TestDocuments::use(const QByteArray &control) const
+{
+    if (auto *action = window->findChild<QAction *>(QString::fromLatin1(control)))
+        action->trigger();
+    else
+        press(*window, control.constData());
+}
+
+void TestDocuments::documentRows()
+{
+    QTest::addColumn<QByteArray>("control");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("fileKey");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("textKey");
+
+    const auto row = [](const char *name, const char *control, bool isManual) {
+        QTest::newRow(name) << QByteArray(control)
+                            << (isManual ? QStringLiteral("Z7Manual.pdf")
+                                         : QStringLiteral("TeamViewerQS_de_NuT.exe"))
+                            << (isManual ? QStringLiteral("PdfHelpFile") : QStringLiteral("TeamviewerExe"))
+                            << (isManual ? QStringLiteral("Die PDF-Hilfedatei kann nicht geöffnet werden.")
+                                         : QStringLiteral("Der Teamviewer kann nicht geöffnet werden."))
+                            << (isManual ? QStringLiteral("UnableToOpenPdfHelpFile")
+                                         : QStringLiteral("UnableToOpenTeamviewerFile"));
+    };
+    row("manual, by menu", "actionHilfe", true);
+    row("manual, by button", "BtnPdfHelp", true);
+    row("remote help, by menu", "actionTeamviewer", false);
+}
+
+void TestDocuments::documentIsLookedForInTheWorkingFolder_data()
+{
+    documentRows();
+}
+
+void TestDocuments::documentIsLookedForInTheWorkingFolder()
+{
+    QFETCH(QByteArray, control);
+    QFETCH(QString, file);
+    const OpenedUrls viewer(QStringLiteral("file"));
+    open();
+    use(control);
+    QVERIFY(QDir::currentPath() != QCoreApplication::applicationDirPath());
+    QCOMPARE(viewer.urls, QList<QUrl> {QUrl("file:///" + folder->path() + '/' + file)});
+}
+
+void TestDocuments::documentIsLookedForInTheFolderOfTheMoment_data()
+{
+    documentRows();
+}
+
+void TestDocuments::documentIsLookedForInTheFolderOfTheMoment()
+{
+    QFETCH(QByteArray, control);
+    QFETCH(QString, file);
+    const OpenedUrls viewer(QStringLiteral("file"));
+    open();
+    QVERIFY(QDir().mkdir(QStringLiteral("Handbücher und mehr")));
+    QDir::setCurrent(QStringLiteral("Handbücher und mehr"));
+    use(control);
+    QCOMPARE(viewer.urls.size(), 1);
+    // The address has three slashes before a path that begins with one of its own.
+    QCOMPARE(QDir::cleanPath(viewer.urls.first().toLocalFile()),
+        folder->path() + QStringLiteral("/Handbücher und mehr/") + file);
+}
+
+void TestDocuments::fileNameComesFromTheLanguageFile_data()
+{
+    documentRows();
+}
+
+void TestDocuments::fileNameComesFromTheLanguageFile()
+{
+    QFETCH(QByteArray, control);
+    QFETCH(QString, fileKey);
+    folder->writeText("deutsch.z7lang", QStringLiteral("[Common]\n%1=other.txt\n").arg(fileKey));
+    const OpenedUrls viewer(QStringLiteral("file"));
+    open();
+    use(control);
+    QCOMPARE(viewer.urls.size(), 1);
+    QCOMPARE(viewer.urls.first().fileName(), QStringLiteral("other.txt"));
+}
+
+void TestDocuments::documentThatOpensShowsNoBox_data()
+{
+    documentRows();
+}
+
+void TestDocuments::documentThatOpensShowsNoBox()
+{
+    QFETCH(QByteArray, control);
+    const OpenedUrls viewer(QStringLiteral("file"));
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    open();
+    use(control);
+    QCoreApplication::processEvents();
+    QCOMPARE(viewer.urls.size(), 1);
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(user.count(), 0);
+}
+
+void TestDocuments::documentThatDoesNotOpenIsReported_data()
+{
+    documentRows();
+}
+
+// Without a display there are no programs that could open anything.
+void TestDocuments::documentThatDoesNotOpenIsReported()
+{
+    QFETCH(QByteArray, control);
+    QFETCH(QString, text);
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    open();
+    use(control);
+    QCOMPARE(user.count(), 1);
+    // The window has asked for its title first, and its default is longer.
+    QCOMPARE(user.last().title, QStringLiteral("Z7ConfigTool - Norvik & Tessel GmbH"));
+    QCOMPARE(user.last().text, text);
+    QCOMPARE(user.last().icon, QMessageBox::Critical);
+    QCOMPARE(user.last().buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QVERIFY(user.last().hasParent);
+}
+
+void TestDocuments::reportComesFromTheLanguageFile_data()
+{
+    documentRows();
+}
+
+void TestDocuments::reportComesFromTheLanguageFile()
+{
+    QFETCH(QByteArray, control);
+    QFETCH(QString, textKey);
+    folder->writeText(
+        "deutsch.z7lang", QStringLiteral("[Common]\nApplicationTitle=Tool\n%1=Sorry\n").arg(textKey));
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    open();
+    use(control);
+    QCOMPARE(user.last().title, QStringLiteral("Tool"));
+    QCOMPARE(user.last().text, QStringLiteral("Sorry"));
+}
+
+void TestDocuments::homePageIsOpened_data()
+{
+    QTest::addColumn<QByteArray>("control");
+    QTest::newRow("by menu") << QByteArray("actionNorvik_Tessel_Home");
+    QTest::newRow("by button") << QByteArray("BtnWeb");
+}
+
+void TestDocuments::homePageIsOpened()
+{
+    QFETCH(QByteArray, control);
+    const OpenedUrls browser(QStringLiteral("https"));
+    open();
+    use(control);
+    QCOMPARE(browser.urls, QList<QUrl> {QUrl(QStringLiteral("https://www.norvik-tessel.example"))});
+}
+
+void TestDocuments::homePageIsASettingOfTheLanguageFile()
+{
+    folder->writeText("deutsch.z7lang", "[Common]\nURLHome=http://drives.example/z7\n");
+    const OpenedUrls browser(QStringLiteral("http"));
+    open();
+    use("BtnWeb");
+    QCOMPARE(browser.urls, QList<QUrl> {QUrl(QStringLiteral("http://drives.example/z7"))});
+}
+
+void TestDocuments::homePageThatDoesNotOpenIsNotReported()
+{
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    open();
+    use("BtnWeb");
+    QCoreApplication::processEvents();
+    QVERIFY(!QApplication::activeModalWidget());
+    QCOMPARE(user.count(), 0);
+}
+
+QTEST_MAIN(TestDocuments)
+
+#include "tst_documents.moc"

@@ -1,0 +1,334 @@
+// The options: what the dialog shows, takes and saves.
+
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "shell/optionsdialog.h"
+#include "tests/shell/connectedwindow.h"
+#include "tests/support/workingfolder.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QIntValidator>
+#include <QLabel>
+#include <QPushButton>
+
+#include <optional>
+
+using namespace ShellTest;
+
+class TestOptionsDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void textsStandAtTheirPlaces();
+    void textsAreInTheUsersLanguage();
+    void buttonsHaveTheirIcons_data();
+    void buttonsHaveTheirIcons();
+    void optionsInForceStandInTheFields();
+    void fieldTakesItsRange_data();
+    void fieldTakesItsRange();
+    void numberFarOutOfTheRangeCannotBeTyped_data();
+    void numberFarOutOfTheRangeCannotBeTyped();
+    void okSavesEveryField();
+    void emptyFieldIsSavedAsZero();
+    void shorterNumberIsSavedAsItStands();
+    void cancelDiscardsEverything();
+    void languageFilesAreOffered();
+    void languageWithoutAFileGivesWayToTheFirst();
+    void cancelKeepsTheLanguage();
+    void noLanguageFileLeavesTheListEmptyAndSavesAnEmptyLanguage();
+    void changedLanguageAsksForARestart();
+    void noteStaysWhenTheFirstChoiceIsBack();
+    void noteIsGoneAtTheNextShowing();
+    void changedNumberAsksForNoRestart();
+
+    void pollingIsTurnedOffAndOnAtRunTime();
+
+private:
+    Z7Options *options() const { return Z7Services::instance()->options(); }
+    QComboBox &languages() const { return child<QComboBox>(*dialog, "cbLanguage"); }
+    QString fieldText(const char *name) const { return child<QLineEdit>(*dialog, name).text(); }
+    void open()
+    {
+        dialog->refresh();
+        dialog->show();
+    }
+
+    std::optional<WorkingFolder> folder;
+    std::optional<optionsdialog> dialog;
+};
+
+void TestOptionsDialog::init()
+{
+    folder.emplace();
+    dialog.emplace();
+}
+
+void TestOptionsDialog::cleanup()
+{
+    dialog.reset();
+    folder.reset();
+}
+
+void TestOptionsDialog::textsStandAtTheirPlaces()
+{
+    open();
+    QCOMPARE(dialog->windowTitle(), QStringLiteral("Optionen"));
+    QCOMPARE(child<QPushButton>(*dialog, "BtnOK").text(), QStringLiteral("OK"));
+    QCOMPARE(child<QPushButton>(*dialog, "BtnCancel").text(), QStringLiteral("Schließen"));
+    QCOMPARE(child<QGroupBox>(*dialog, "gbCommon").title(), QStringLiteral("Allgemein"));
+    QCOMPARE(child<QGroupBox>(*dialog, "gbCommunication").title(), QStringLiteral("Kommunikation"));
+    QCOMPARE(textOf(*dialog, "lLanguage"), QStringLiteral("Sprache"));
+    QCOMPARE(textOf(*dialog, "lTimeout"), QStringLiteral("Timeout [ms]"));
+    QCOMPARE(textOf(*dialog, "lTimeoutPolling"), QStringLiteral("Timeout Scannen [ms]"));
+    QCOMPARE(textOf(*dialog, "lPreselectVendorId"), QStringLiteral("Vorauswahl Vendor ID"));
+    QCOMPARE(textOf(*dialog, "lPollingCycle"), QStringLiteral("Polling-Intervall [ms] (0=aus)"));
+    QCOMPARE(textOf(*dialog, "lRestartRequired"),
+        QStringLiteral("Ihre Änderungen werden erst nach einem Neustart der Anwendung wirksam!"));
+    QCOMPARE(child(*dialog, "lRestartRequired").palette().color(QPalette::WindowText), QColor(Qt::darkRed));
+}
+
+void TestOptionsDialog::textsAreInTheUsersLanguage()
+{
+    folder->writeText("deutsch.z7lang",
+        "[DialogOptions]\nTitle=a\nCommon=b\nCommunication=c\nLanguage=d\nTimeout=e\nTimeoutScaning=f\n"
+        "preselectVendorID=g\nPollingInterval=h\nRestartRequired=i\n");
+    open();
+    QCOMPARE(dialog->windowTitle() + child<QGroupBox>(*dialog, "gbCommon").title()
+            + child<QGroupBox>(*dialog, "gbCommunication").title() + textOf(*dialog, "lLanguage")
+            + textOf(*dialog, "lTimeout") + textOf(*dialog, "lTimeoutPolling")
+            + textOf(*dialog, "lPreselectVendorId") + textOf(*dialog, "lPollingCycle")
+            + textOf(*dialog, "lRestartRequired"),
+        QStringLiteral("abcdefghi"));
+}
+
+void TestOptionsDialog::buttonsHaveTheirIcons_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QByteArray>("icon");
+    QTest::newRow("close") << QByteArray("BtnCancel") << QByteArray(":/images/cancel-icon.png");
+    QTest::newRow("ok") << QByteArray("BtnOK") << QByteArray(":/images/tick-icon_24px.png");
+}
+
+void TestOptionsDialog::buttonsHaveTheirIcons()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(QByteArray, icon);
+    QVERIFY(!image(icon.constData()).isNull());
+    QCOMPARE(image(child<QPushButton>(*dialog, button.constData()).icon()), image(icon.constData()));
+}
+
+void TestOptionsDialog::optionsInForceStandInTheFields()
+{
+    options()->setTimeout(150);
+    options()->setTimeoutScanning(25);
+    options()->setDefaultVendorID(1111);
+    options()->setPollingInterval(0);
+    open();
+    QCOMPARE(fieldText("edTimeout"), QStringLiteral("150"));
+    QCOMPARE(fieldText("edTimeoutScanning"), QStringLiteral("25"));
+    QCOMPARE(fieldText("edPreselectVendorID"), QStringLiteral("1111"));
+    QCOMPARE(fieldText("edPollingCycle"), QStringLiteral("0"));
+}
+
+void TestOptionsDialog::fieldTakesItsRange_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<int>("bottom");
+    QTest::addColumn<int>("top");
+    QTest::newRow("time-out") << QByteArray("edTimeout") << 20 << 1000;
+    QTest::newRow("time-out of the scan") << QByteArray("edTimeoutScanning") << 20 << 1000;
+    QTest::newRow("vendor") << QByteArray("edPreselectVendorID") << 0 << 10000;
+    QTest::newRow("polling interval") << QByteArray("edPollingCycle") << 0 << 10000;
+}
+
+void TestOptionsDialog::fieldTakesItsRange()
+{
+    QFETCH(QByteArray, field);
+    const auto *validator =
+        qobject_cast<const QIntValidator *>(child<QLineEdit>(*dialog, field.constData()).validator());
+    QTEST(validator->bottom(), "bottom");
+    QTEST(validator->top(), "top");
+}
+
+void TestOptionsDialog::numberFarOutOfTheRangeCannotBeTyped_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("time-out") << QByteArray("edTimeout") << "10000"
+                              << "1000";
+    QTest::newRow("time-out of the scan") << QByteArray("edTimeoutScanning") << "10000"
+                                          << "1000";
+    QTest::newRow("vendor") << QByteArray("edPreselectVendorID") << "100000"
+                            << "10000";
+    QTest::newRow("polling interval") << QByteArray("edPollingCycle") << "100000"
+                                      << "10000";
+    QTest::newRow("polling interval below 0") << QByteArray("edPollingCycle") << "-5"
+                                              << "5";
+}
+
+void TestOptionsDialog::numberFarOutOfTheRangeCannotBeTyped()
+{
+    QFETCH(QByteArray, field);
+    QFETCH(QString, typed);
+    open();
+    type(*dialog, field.constData(), typed);
+    QTEST(fieldText(field.constData()), "text");
+}
+
+void TestOptionsDialog::okSavesEveryField()
+{
+    folder->writeText("english.z7lang", "");
+    open();
+    type(*dialog, "edTimeout", "200");
+    type(*dialog, "edTimeoutScanning", "40");
+    type(*dialog, "edPreselectVendorID", "4292");
+    type(*dialog, "edPollingCycle", "500");
+    languages().setFocus();
+    QTest::keyClicks(&languages(), "english");
+    press(*dialog, "BtnOK");
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(options()->timeout(), 200);
+    QCOMPARE(options()->timeoutScanning(), 40);
+    QCOMPARE(options()->defaultVendorID(), 4292);
+    QCOMPARE(options()->pollingInterval(), 500);
+    QCOMPARE(options()->language(), QStringLiteral("english"));
+}
+
+void TestOptionsDialog::emptyFieldIsSavedAsZero()
+{
+    open();
+    type(*dialog, "edPreselectVendorID", "");
+    press(*dialog, "BtnOK");
+    QCOMPARE(options()->defaultVendorID(), 0);
+}
+
+void TestOptionsDialog::shorterNumberIsSavedAsItStands()
+{
+    open();
+    type(*dialog, "edTimeout", "5");
+    press(*dialog, "BtnOK");
+    QCOMPARE(options()->timeout(), 5);
+}
+
+void TestOptionsDialog::cancelDiscardsEverything()
+{
+    open();
+    type(*dialog, "edTimeout", "999");
+    press(*dialog, "BtnCancel");
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(options()->timeout(), 140);
+    open();
+    QCOMPARE(fieldText("edTimeout"), QStringLiteral("140"));
+}
+
+void TestOptionsDialog::languageFilesAreOffered()
+{
+    for (const char *file : {"deutsch.z7lang", "english.uk.z7lang", "readme.txt"})
+        folder->writeText(file, "");
+    open();
+    QCOMPARE(languages().count(), 2);
+    QCOMPARE(languages().itemText(1), QStringLiteral("english.uk"));
+    QCOMPARE(languages().currentText(), QStringLiteral("deutsch"));
+    open();
+    QCOMPARE(languages().count(), 2);
+}
+
+void TestOptionsDialog::languageWithoutAFileGivesWayToTheFirst()
+{
+    for (const char *file : {"english.z7lang", "italiano.z7lang"})
+        folder->writeText(file, "");
+    open();
+    QCOMPARE(languages().currentText(), QStringLiteral("english"));
+    press(*dialog, "BtnOK");
+    QCOMPARE(options()->language(), QStringLiteral("english"));
+}
+
+void TestOptionsDialog::cancelKeepsTheLanguage()
+{
+    for (const char *file : {"deutsch.z7lang", "english.z7lang"})
+        folder->writeText(file, "");
+    open();
+    QTest::keyClick(&languages(), Qt::Key_Down);
+    press(*dialog, "BtnCancel");
+    QCOMPARE(options()->language(), QStringLiteral("deutsch"));
+    open();
+    QCOMPARE(languages().currentText(), QStringLiteral("deutsch"));
+}
+
+void TestOptionsDialog::noLanguageFileLeavesTheListEmptyAndSavesAnEmptyLanguage()
+{
+    open();
+    QCOMPARE(languages().count(), 0);
+    press(*dialog, "BtnOK");
+    QCOMPARE(options()->language(), QString());
+}
+
+void TestOptionsDialog::changedLanguageAsksForARestart()
+{
+    folder->writeText("deutsch.z7lang", "");
+    folder->writeText("english.z7lang", "");
+    open();
+    QVERIFY(!sees(*dialog, "lRestartRequired"));
+    QTest::keyClick(&languages(), Qt::Key_Down);
+    QVERIFY(sees(*dialog, "lRestartRequired"));
+}
+
+void TestOptionsDialog::noteStaysWhenTheFirstChoiceIsBack()
+{
+    folder->writeText("deutsch.z7lang", "");
+    folder->writeText("english.z7lang", "");
+    open();
+    QTest::keyClick(&languages(), Qt::Key_Down);
+    QTest::keyClick(&languages(), Qt::Key_Up);
+    QCOMPARE(languages().currentText(), QStringLiteral("deutsch"));
+    QVERIFY(sees(*dialog, "lRestartRequired"));
+}
+
+void TestOptionsDialog::noteIsGoneAtTheNextShowing()
+{
+    folder->writeText("deutsch.z7lang", "");
+    folder->writeText("english.z7lang", "");
+    open();
+    QTest::keyClick(&languages(), Qt::Key_Down);
+    press(*dialog, "BtnCancel");
+    open();
+    QVERIFY(!sees(*dialog, "lRestartRequired"));
+    QTest::keyClick(&languages(), Qt::Key_Down);
+    QVERIFY(sees(*dialog, "lRestartRequired"));
+}
+
+void TestOptionsDialog::changedNumberAsksForNoRestart()
+{
+    open();
+    type(*dialog, "edTimeout", "200");
+    QVERIFY(!sees(*dialog, "lRestartRequired"));
+}
+
+void TestOptionsDialog::pollingIsTurnedOffAndOnAtRunTime()
+{
+    writeDefinitions();
+    const ConnectedWindow ui({3});
+    QVERIFY(ui.begin({3}));
+    QVERIFY(ui.waitForAPass());
+    const auto setPollingInterval = [&ui](const char *interval) {
+        ui.press("BtnOptions");
+        const auto &shown = *ui.window->findChild<optionsdialog *>();
+        type(shown, "edPollingCycle", interval);
+        press(shown, "BtnOK");
+    };
+    setPollingInterval("0");
+    // The pass under way may end. After that not even the next two ticks, one a second, begin another.
+    QVERIFY(QTest::qWaitFor([&ui] { return ui.staysSilent(2100); }));
+    setPollingInterval("20");
+    QVERIFY(ui.waitForAPass());
+}
+
+QTEST_MAIN(TestOptionsDialog)
+
+#include "tst_optionsdialog.moc"
