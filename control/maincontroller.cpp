@@ -13,6 +13,8 @@
 #include <QLayout>
 #include <QMessageBox>
 
+#include <utility>
+
 using namespace Z7CommInterface;
 
 namespace {
@@ -213,6 +215,8 @@ void Z7MainController::updatePolling()
 
 void Z7MainController::PostDeviceUpdate(ThreadID threadID, Z7Device device)
 {
+    if (threadID == TransferTelegramStack)
+        addCallback(threadID, std::exchange(m_bootloaderListener, nullptr));
     if (m_devices.contains(device.deviceId()))
         replaceDevice(device);
     else if (device.addressChanged && m_devices.contains(device.previousDeviceId()))
@@ -422,8 +426,13 @@ void Z7MainController::SetNewPasswordData(int newPassword)
 
 void Z7MainController::sendBootloaderInitCommand()
 {
-    if (currentPage() && hasCurrentDevice())
-        transfer(std::make_unique<Z7TelegramstackBootloaderInit>(currentDeviceRecord()), {currentPage()});
+    if (!currentPage() || !hasCurrentDevice())
+        return;
+    // The page waits for the outcome and cannot go on without it, but its place among the listeners may be
+    // taken away: when another page is shown, and at once if the traffic that ended for this was a transfer.
+    auto *asking = qobject_cast<Z7DataWidget *>(sender());
+    m_bootloaderListener = asking ? asking : currentPage();
+    transfer(std::make_unique<Z7TelegramstackBootloaderInit>(currentDeviceRecord()), {m_bootloaderListener});
 }
 
 void Z7MainController::sendChangeAdress(int NewAdress)

@@ -127,6 +127,8 @@ private:
     QMap<int, Z7Device> m_devices; ///< by device id
     QMap<int, Z7DeviceParamSet> m_userParams; ///< by device id
     QMap<Z7CommInterface::ThreadID, Callbacks> m_callbacks; ///< until the transaction ends
+    /// Hears the record of the bootloader command, whatever page is shown by then.
+    IDeviceDataCallback *m_bootloaderListener = nullptr;
     IDeviceDataCallback *m_deviceControl = nullptr;
     IMainContent *m_mainContent = nullptr;
     /// Behind the pages, so that it goes, with its threads, before the listeners do.

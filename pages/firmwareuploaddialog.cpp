@@ -1,13 +1,236 @@
 #include "pages/firmwareuploaddialog.h"
 
+#include "control/services/language.h"
+#include "model/errorcodes.h"
 #include "ui_firmwareuploaddialog.h"
 
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTimer>
+
+namespace {
+
+/// What the drive needs to be ready in its bootloader.
+constexpr int bootloaderDelayMs = 200;
+/// A programmer that prints without end must not eat the memory.
+constexpr int mostOutputLines = 10000;
+
+QString firmwareText(const char *key, const char *defaultText)
+{
+    return languageText("DialogFirmwareUpdate", key, defaultText);
+}
+
+QString confirmationText()
+{
+    return firmwareText("FirmwareUploadConfirm",
+        "Mit dem Firmwareupdate aktualisieren Sie die Funktionalität Ihres Z7-Motors.\n\n"
+        "Bitte beachten Sie:\n\n"
+        "* Trennen Sie während des Updateprozess auf keinen Fall die Verbindung zum Motor.\n"
+        "* Stellen Sie sicher, daß nur ein einziger Z7-Motor in ihrem Netzwerk angeschlossen ist.\n"
+        "* Achten Sie darauf, dass der Motor während des Updateprozesses nicht von anderen Eingängen Signale "
+        "erhält.");
+}
+
+} // namespace
+
 FirmwareUploadDialog::FirmwareUploadDialog(QWidget *parent)
-    : EmptyDataWidget(parent)
+    : Z7DataWidget(parent)
+    , m_programmerFile(QStringLiteral("Z7Programmer.exe"))
     , m_ui(std::make_unique<Ui::FirmwareUploadDialog>())
 {
     m_ui->setupUi(this);
     multiDevice = true;
+    m_ui->BtnSelectFile->setIcon(QIcon(QStringLiteral(":/images/open-file-icon_24px.png")));
+    m_ui->BtnUploadFirmwareFile->setIcon(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png")));
+    connect(m_ui->BtnSelectFile, SIGNAL(clicked()), SLOT(selectBinFile()));
+    connect(m_ui->BtnUploadFirmwareFile, SIGNAL(clicked()), SLOT(startUpload()));
+    m_ui->edOutput->setReadOnly(true);
+    m_ui->edOutput->setMaximumBlockCount(mostOutputLines);
+    m_ui->edFirmwareFile->setReadOnly(true);
 }
 
 FirmwareUploadDialog::~FirmwareUploadDialog() = default;
+
+void FirmwareUploadDialog::initPage()
+{
+    m_connectedDrives = 0;
+    m_countingDrives = true;
+    setTexts();
+    m_ui->edFirmwareFile->clear();
+    m_ui->edOutput->clear();
+    refreshStatus();
+}
+
+void FirmwareUploadDialog::setTexts()
+{
+    m_ui->lFormDescription->setText(firmwareText("DialogDescription",
+        "Mit dem Firmwareupdate können die Funktionen Ihres Antrieb aktualisiert werden. Dafür ist eine "
+        "Firmwaredatei erforderlich, die Sie bei Ihrem Vertriebspartner erhalten können."));
+    m_ui->lIntro->setText(firmwareText("Introduction", ""));
+    m_ui->lFirmwareFile->setText(firmwareText("FirmwareFile", "Firmwaredatei:"));
+    m_ui->BtnUploadFirmwareFile->setText(firmwareText("StartUploadFirmware", "Starte Firmwareupdate..."));
+    m_ui->lProcess->setText(firmwareText("UploadProcess", "Prozess:"));
+    m_ui->lStatus->setText(firmwareText("UploadStatus", "Status:"));
+}
+
+QString FirmwareUploadDialog::statusText() const
+{
+    switch (m_uploadStatus) {
+    case StatusIdle:
+        return firmwareText("StatusIdle", "Idle");
+    case StatusAwaitingCommunicationStopped:
+        return firmwareText("StatusAwaitingCommunicationStopped", "Beende Kommunication...");
+    case StatusSendingBooltloaderInitCommand:
+        return firmwareText("StatusSendingBooltloaderInitCommand", "Aktiviere Bootloader...");
+    case StatusUploadProcessRunning:
+        return firmwareText("StatusUploadProcessRunning", "Upload wurde gestartet, bitte warten...");
+    }
+    return QStringLiteral("n/a");
+}
+
+void FirmwareUploadDialog::refreshStatus()
+{
+    const QString status = statusText();
+    m_ui->lUpdateStarted->setText(m_uploadStatus == StatusIdle
+            ? firmwareText("UploadNotRunning", "Bereit")
+            : firmwareText("UploadRunning", "Firmwareupdate läuft..."));
+    m_ui->edOutput->appendPlainText(status + QLatin1Char('\n'));
+    m_ui->lCurrentStatus->setText(status);
+}
+
+void FirmwareUploadDialog::setBusy(bool busy)
+{
+    m_ui->fFileSelect->setEnabled(!busy);
+    m_ui->BtnUploadFirmwareFile->setEnabled(!busy);
+}
+
+void FirmwareUploadDialog::DeviceUpdate(const Z7Device &d)
+{
+    if (m_countingDrives)
+        ++m_connectedDrives;
+    device = d;
+    if (m_uploadStatus != StatusSendingBooltloaderInitCommand || !m_uploadProcess)
+        return;
+    if (d.bootloaderActive && !d.hasError()) {
+        m_uploadStatus = StatusUploadProcessRunning;
+        QTimer::singleShot(bootloaderDelayMs, this, SLOT(startUploadProc()));
+    } else {
+        showBootloaderError();
+        uploadProcFinished();
+    }
+}
+
+void FirmwareUploadDialog::showBootloaderError()
+{
+    const QString text =
+        firmwareText("ErrorBootloaderInitFailed", "Der Bootloader konnte nicht aktiviert werden: %1");
+    m_ui->edOutput->appendPlainText(text.arg(localizedErrorText(device.error)) + QLatin1Char('\n'));
+}
+
+void FirmwareUploadDialog::deviceUpdateFinished()
+{
+    m_countingDrives = false;
+}
+
+void FirmwareUploadDialog::selectBinFile()
+{
+    const QString filter = firmwareText("Z7FirmwareFile", "Z7-Firmwaredatei") + QStringLiteral(" (*.bin)");
+    const QString path = QFileDialog::getOpenFileName(
+        this, commonText("OpenFile", "Datei öffnen"), QDir::currentPath(), filter);
+    if (!path.isEmpty())
+        m_ui->edFirmwareFile->setText(path);
+}
+
+void FirmwareUploadDialog::startUpload()
+{
+    m_firmwareFile.setFileName(m_ui->edFirmwareFile->text());
+    const QString text = objection();
+    if (!text.isEmpty()) {
+        QMessageBox::critical(this, commonText("ApplicationTitle", "Z7ConfigTool"), text, QMessageBox::Ok);
+        return;
+    }
+    if (!m_uploadProcess) {
+        m_uploadProcess = new QProcess(this);
+        connect(m_uploadProcess, SIGNAL(readyReadStandardOutput()), SLOT(uploadProcReadyRead()));
+        connect(m_uploadProcess, SIGNAL(finished(int, QProcess::ExitStatus)), SLOT(uploadProcFinished()));
+    }
+    m_ui->edOutput->clear();
+    if (!confirmUpload())
+        return;
+    m_uploadStatus = StatusAwaitingCommunicationStopped;
+    refreshStatus();
+    setBusy(true);
+    emit stopAllDeviceCommunication();
+}
+
+QString FirmwareUploadDialog::objection() const
+{
+    if (m_uploadStatus != StatusIdle)
+        return firmwareText(
+            "FirmwareUpdateCurrentlyRunning", "Ein Prozess zum Update der Firmware wurde bereits gestartet.");
+    if (m_connectedDrives > 1)
+        return firmwareText("OnlyOneMotorConflict",
+            "Es sind zur Zeit %1 Motoren verbunden. Das Update kann nur durchgeführt werden, wenn im "
+            "Netzwerk "
+            "nur ein einziger Motor erreichbar ist.")
+            .arg(m_connectedDrives);
+    if (!m_firmwareFile.exists())
+        return firmwareText(
+            "UnableToOpenFirmwareFile", "Die Firmwaredatei \"%1\" kann nicht geöffnet werden.")
+            .arg(m_ui->edFirmwareFile->text());
+    if (!m_programmerFile.exists())
+        return firmwareText("ProgrammerNotAvailable", "Das Ladeprogramm \"%1\" kann nicht gefunden werden.")
+            .arg(m_programmerFile.fileName());
+    return QString();
+}
+
+bool FirmwareUploadDialog::confirmUpload()
+{
+    QMessageBox question(this);
+    question.setText(confirmationText());
+    question.setInformativeText(
+        firmwareText("QuestionStartUpload", "Soll das Update jetzt gestatet werden?"));
+    question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    question.setDefaultButton(QMessageBox::No);
+    question.setModal(true);
+    return question.exec() == QMessageBox::Yes;
+}
+
+void FirmwareUploadDialog::AllDeviceCommunicationStopped()
+{
+    // Every page hears of it, and also when the traffic ends for another reason.
+    if (m_uploadStatus != StatusAwaitingCommunicationStopped)
+        return;
+    m_uploadStatus = StatusSendingBooltloaderInitCommand;
+    refreshStatus();
+    emit sendBootloaderInitCommand();
+}
+
+void FirmwareUploadDialog::startUploadProc()
+{
+    refreshStatus();
+    if (!m_uploadProcess)
+        return;
+    const QString command =
+        QStringLiteral("%1 -i%2 -a\"%3\"")
+            .arg(m_programmerFile.fileName(), device.portInfo.portName(), m_firmwareFile.fileName());
+    QStringList arguments = QProcess::splitCommand(command);
+    const QString program = arguments.takeFirst();
+    m_uploadProcess->start(program, arguments, QIODevice::ReadWrite);
+}
+
+void FirmwareUploadDialog::uploadProcReadyRead()
+{
+    // A zero byte ends what is shown of this read.
+    const QByteArray output = m_uploadProcess->readAllStandardOutput();
+    m_ui->edOutput->appendPlainText(QString::fromLatin1(output.constData()));
+}
+
+void FirmwareUploadDialog::uploadProcFinished()
+{
+    m_uploadStatus = StatusIdle;
+    refreshStatus();
+    setBusy(false);
+}

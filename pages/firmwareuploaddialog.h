@@ -1,15 +1,24 @@
 #pragma once
 
-#include "pages/emptydatawidget.h"
+#include "pages/datawidget.h"
+
+#include <QFile>
 
 #include <memory>
+
+class QProcess;
 
 namespace Ui {
 class FirmwareUploadDialog;
 }
 
-/// Replaces the firmware of a drive through an external programmer.
-class FirmwareUploadDialog : public EmptyDataWidget
+/// Replaces a drive's firmware: stops all traffic on the bus, sends the drive into its bootloader, hands the
+/// port to an external programmer and shows what that prints. The image and the way it is transferred are the
+/// programmer's.
+///
+/// The page goes on with an update whatever page is shown meanwhile. It does not bring the communication back
+/// afterwards: the drive has restarted, and the user connects anew.
+class FirmwareUploadDialog : public Z7DataWidget
 {
     Q_OBJECT
 
@@ -17,6 +26,49 @@ public:
     explicit FirmwareUploadDialog(QWidget *parent = nullptr);
     ~FirmwareUploadDialog() override;
 
+    void clearUserValues() override { }
+    void initPage() override;
+    /// Counts the drives of one showing, and takes the outcome of the bootloader command.
+    void DeviceUpdate(const Z7Device &d) override;
+    void deviceUpdateFinished() override;
+    void newDeviceParam(const Z7DeviceParam &param) override { Q_UNUSED(param) }
+    void newUserParam(const Z7DeviceParam &param) override { Q_UNUSED(param) }
+
+public slots:
+    void AllDeviceCommunicationStopped() override;
+
+private slots:
+    void selectBinFile();
+    /// Checks what an update needs, asks the user and stops the communication.
+    void startUpload();
+    void startUploadProc();
+    void uploadProcReadyRead();
+    /// Also the end of an update that did not come as far as the programmer.
+    void uploadProcFinished();
+
 private:
+    enum UploadStatus {
+        StatusIdle,
+        StatusAwaitingCommunicationStopped,
+        StatusSendingBooltloaderInitCommand,
+        StatusUploadProcessRunning,
+    };
+
+    void setTexts();
+    QString statusText() const;
+    /// Shows the stage, and notes it in the output.
+    void refreshStatus();
+    void setBusy(bool busy);
+    /// What stands against an update; empty if nothing does.
+    QString objection() const;
+    bool confirmUpload();
+    void showBootloaderError();
+
+    UploadStatus m_uploadStatus = StatusIdle;
+    int m_connectedDrives = 0; ///< listed at the last showing
+    bool m_countingDrives = false; ///< from initPage() to deviceUpdateFinished()
+    QFile m_programmerFile;
+    QFile m_firmwareFile;
+    QProcess *m_uploadProcess = nullptr; ///< made at the first start, for the rest of the run
     const std::unique_ptr<Ui::FirmwareUploadDialog> m_ui;
 };

@@ -94,6 +94,12 @@ const QVector<Objects> table {
     {RS485, "QLabel", "lParam0x52Device lDeviceAdress lNewAdress"},
     {RS485, "QLineEdit", "edParam0x52User"},
     {RS485, "QPushButton", "BtnChangeAdress"},
+    {FirmwareUpload, "QLabel", topLabels},
+    {FirmwareUpload, "QFrame", "fFileSelect fStatus"},
+    {FirmwareUpload, "QLabel", "lFirmwareFile lProcess lUpdateStarted lStatus lCurrentStatus"},
+    {FirmwareUpload, "QLineEdit", "edFirmwareFile"},
+    {FirmwareUpload, "QPlainTextEdit", "edOutput"},
+    {FirmwareUpload, "QAbstractButton", "BtnSelectFile BtnUploadFirmwareFile"},
 };
 
 /// The widgets of the parameters: a field, the drive's value, the unit, and the name where the picture does
