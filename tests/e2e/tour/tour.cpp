@@ -1,9 +1,14 @@
 #include "tests/e2e/tour/tour.h"
 
+#include "shell/deviceselectiondialog.h"
 #include "tests/e2e/person.h"
+#include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
 
+#include <QFile>
 #include <QGuiApplication>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QScreen>
 #include <QtTest>
 
@@ -11,7 +16,10 @@ namespace {
 
 const QString port = QStringLiteral("ttyUSB0");
 const QString firstDrive = QStringLiteral("Port0 - Z7.1");
+const QString secondDrive = QStringLiteral("Port0 - Z7.3");
+const QString thirdDrive = QStringLiteral("Port0 - Z7.7");
 const QString table = QStringLiteral("Parametertabelle");
+const QString firmwarePage = QStringLiteral("Firmware update");
 
 /// Until everything is painted and a person has seen it.
 constexpr int lookMs = 400;
@@ -37,8 +45,9 @@ Tour::Tour(SimulatorLine &simulator, Transcript &transcript)
 bool Tour::run()
 {
     return start() && quickConnect() && scan() && connectByHand() && takeOver() && showStatus() && showTable()
-        && showRemarks() && edit() && answerNo() && write() && store() && writeAndStore() && pullAdapter()
-        && putAdapterBack() && close();
+        && showRemarks() && edit() && answerNo() && write() && store() && writeAndStore() && showPages()
+        && saveParameters() && openParameters() && showDialogs() && loseAccess() && pullAdapter()
+        && putAdapterBack() && keepOneDrive() && updateFirmware() && close();
 }
 
 bool Tour::step(const QString &title, const QString &picture, const Action &action)
@@ -243,6 +252,112 @@ bool Tour::writeAndStore()
         });
 }
 
+// --- the other pages, files and dialogs
+
+namespace {
+
+struct PageOfTour
+{
+    const char *title;
+    const char *picture;
+    const char *field; ///< where a value is typed, and taken away again
+    const char *value;
+};
+
+constexpr PageOfTour pagesOfTour[] = {
+    {"Regelung", "regulation", "edParam0x1EUser", "130"},
+    {"Dynamik", "ramps", "edParam0x1AUser", "4500"},
+    {"Stromgrenzen", "current-limits", "edParam0x36User", "80"},
+    {"Festdrehzahlen", "fixed-speeds", "edParam0x18User", "1200"},
+    {"Positionierung", "positioning", "edParam0x41User", "900"},
+    {"Digitale Ausgänge", "outputs", "edParam0x23User", "150"},
+    {"Betriebsmodus", "modes", "edRevolutionN1User", "3"},
+    {"Sollwertskalierung Drehzahl", "speed-curve", "edValY2_User", "500"},
+    {"Sollwertskalierung Strom", "current-curve", "edValY2_User", "80"},
+    {"Ballastwiderstand", "brake-resistor", "edParam0x4DUser", "550"},
+    {"Spannungsgrenzen", "voltage-limits", "edParam0x4AUser", "200"},
+    {"RS485", "bus-address", "edParam0x52User", "77"},
+};
+
+} // namespace
+
+bool Tour::showPages()
+{
+    for (const PageOfTour &page : pagesOfTour) {
+        const bool shown =
+            step(QStringLiteral("The page \"%1\", with a value of the person's").arg(page.title),
+                QString::fromLatin1(page.picture), [&] {
+                    if (!m_journey.showPage(firstDrive, QString::fromUtf8(page.title)))
+                        return false;
+                    auto *field = m_journey.window().findChild<QLineEdit *>(QString::fromLatin1(page.field));
+                    return Person::type(field, QString::fromLatin1(page.value));
+                });
+        auto *field = m_journey.window().findChild<QLineEdit *>(QString::fromLatin1(page.field));
+        if (!shown || !Person::type(field, QString()))
+            return false;
+    }
+    return true;
+}
+
+bool Tour::saveParameters()
+{
+    return step(QStringLiteral("\"Speichern unter...\" writes the drive's parameters to a file"),
+        QStringLiteral("saved"), [&] {
+            QFile::remove(QStringLiteral("drive1.z7param"));
+            const FileDialogUser user(QStringLiteral("drive1"));
+            return m_journey.showPage(firstDrive, QStringLiteral("Festdrehzahlen"))
+                && Person::press(m_journey.window(), "BtnSaveAs")
+                && QFile::exists(QStringLiteral("drive1.z7param"));
+        });
+}
+
+bool Tour::openParameters()
+{
+    return step(QStringLiteral("\"Öffnen...\" offers the drives of the file's version; one is ticked"),
+        QStringLiteral("opened"), [&] {
+            const FileDialogUser user(QStringLiteral("drive1.z7param"));
+            if (!Person::press(m_journey.window(), "BtnOpen"))
+                return false;
+            const auto *dialog = m_journey.window().findChildren<DeviceSelectionDialog *>().constLast();
+            auto *rows = dialog->findChild<QListWidget *>(QStringLiteral("lstDevices"));
+            rows->setCurrentRow(1);
+            QTest::keyClick(rows, Qt::Key_Space);
+            part(QStringLiteral("selection"), [] { return true; });
+            return Person::press(*dialog, "BtnOK")
+                && m_journey.mark(secondDrive, table) == QLatin1String("active_modified");
+        });
+}
+
+bool Tour::showDialogs()
+{
+    const auto dialogStep = [this](const char *title, const char *picture, const char *button,
+                                const char *dialogName, const char *leave) {
+        return step(QString::fromUtf8(title), QString::fromLatin1(picture), [&] {
+            return Person::press(m_journey.window(), button);
+        }) && Person::press(*m_journey.window().findChild<QDialog *>(QString::fromLatin1(dialogName)), leave);
+    };
+    return dialogStep("The options", "options", "BtnOptions", "optionsdialog", "BtnCancel")
+        && dialogStep("A new password for the drive", "password-dialog", "BtnSetPassword",
+            "SetPasswordDialog", "BtnAbort")
+        && dialogStep("Changes are discarded, drive by drive", "discard", "BtnResetChanges",
+            "DeviceSelectionDialog", "BtnAbort");
+}
+
+bool Tour::loseAccess()
+{
+    return step(
+        QStringLiteral("A drive that no longer takes the password"), QStringLiteral("no-access"), [&] {
+            const bool shown = m_journey.showPage(thirdDrive);
+            m_simulator.ask("set 7 password 99");
+            m_simulator.ask("power-cycle 7");
+            const bool lost = shown && Person::waitUntil([&] {
+                return !m_journey.window().findChild<QWidget *>(QStringLiteral("gbMotorStatus"))->isVisible();
+            });
+            m_simulator.ask("set 7 password 0");
+            return lost;
+        });
+}
+
 // --- interruption and end
 // --------------------------------------------------------------------------------------
 
@@ -260,6 +375,35 @@ bool Tour::putAdapterBack()
         m_simulator.ask("plug");
         return Person::waitUntil([&] { return m_journey.bar().usb == QLatin1String("green"); });
     });
+}
+
+bool Tour::keepOneDrive()
+{
+    const WizardUser wizard = m_journey.wizard();
+    return step(QStringLiteral("New firmware needs a bus with one drive: the others are removed"),
+        QStringLiteral("one-drive"), [&] {
+            return m_journey.openWizard() && wizard.chooseDrive(1) && wizard.chooseDrive(2)
+                && wizard.press("BtnRemoveConnection") && wizard.ok() && m_journey.drives().size() == 1;
+        });
+}
+
+bool Tour::updateFirmware()
+{
+    return step(
+        QStringLiteral("The programmer loads new firmware into the drive"), QStringLiteral("firmware"), [&] {
+            if (!m_journey.showPage(firstDrive, firmwarePage))
+                return false;
+            const FileDialogUser files(QStringLiteral("Z7Firmware_V200.bin"));
+            const MessageBoxAnswerer yes([&](QMessageBox *box) {
+                part(QStringLiteral("firmware-question"), [] { return true; });
+                QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+            });
+            return Person::press(m_journey.window(), "BtnSelectFile")
+                && Person::press(m_journey.window(), "BtnUploadFirmwareFile") && Person::waitUntil([&] {
+                       return m_simulator.ask("get 1 version").value(0) == "V200"
+                           && Person::textOf(m_journey.window(), "lUpdateStarted") == QLatin1String("Bereit");
+                   });
+        });
 }
 
 bool Tour::close()

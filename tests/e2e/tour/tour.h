@@ -38,8 +38,15 @@ private:
     bool write();
     bool store();
     bool writeAndStore();
+    bool showPages();
+    bool saveParameters();
+    bool openParameters();
+    bool showDialogs();
+    bool loseAccess();
     bool pullAdapter();
     bool putAdapterBack();
+    bool keepOneDrive();
+    bool updateFirmware();
     bool close();
 
     QString value(const char *where, int number);

@@ -1,0 +1,223 @@
+// What a person does with drives through the tool bar: passwords, parameter files, factory settings, changes.
+
+#include "shell/deviceselectiondialog.h"
+#include "shell/setpassworddialog.h"
+#include "tests/e2e/journey.h"
+#include "tests/e2e/person.h"
+#include "tests/e2e/telegrams.h"
+#include "tests/e2e/testbench.h"
+#include "tests/support/filedialogs.h"
+#include "tests/support/messageboxes.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+using namespace Telegrams;
+
+namespace {
+
+const QString port = QStringLiteral("ttyUSB0");
+const QString table = QStringLiteral("Parametertabelle");
+
+QString driveName(int address)
+{
+    return QStringLiteral("Port0 - Z7.%1").arg(address);
+}
+
+/// What a parameter file holds.
+QMap<int, int> valuesIn(const QString &fileName)
+{
+    QFile file(fileName);
+    QMap<int, int> values;
+    if (!file.open(QIODevice::ReadOnly))
+        return values;
+    QXmlStreamReader reader(&file);
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == "parameter")
+            values.insert(reader.attributes().value("id").toInt(), reader.attributes().value("val").toInt());
+    }
+    return values;
+}
+
+/// Drives with few parameters, and a person who is connected to all of them.
+struct Desk
+{
+    explicit Desk(const QList<int> &driveAddresses)
+        : bus(bench.plugIn(port, configs(driveAddresses)))
+        , addresses(driveAddresses)
+    {
+    }
+
+    static QVector<z7sim::DriveConfig> configs(const QList<int> &driveAddresses)
+    {
+        QVector<z7sim::DriveConfig> drives;
+        for (const int address : driveAddresses)
+            drives.append(TestBench::shortDrive(address));
+        return drives;
+    }
+
+    bool connectAll() const
+    {
+        return std::all_of(addresses.begin(), addresses.end(),
+            [this](int address) { return journey.connectManually(port, address, 0); });
+    }
+    /// Shows the table of a drive and waits until its values are there.
+    bool showTable(int address) const
+    {
+        return journey.showPage(driveName(address), table) && Person::waitUntil([this, address] {
+            return journey.row(23).deviceValue == QString::number(bus.memory(address, 23));
+        });
+    }
+    /// Ticks rows of the dialog that picks drives, and confirms.
+    bool pick(const QList<int> &rows) const
+    {
+        const auto *dialog = journey.window().findChildren<DeviceSelectionDialog *>().constLast();
+        auto *list = dialog->findChild<QListWidget *>("lstDevices");
+        for (const int row : rows) {
+            list->setCurrentRow(row);
+            QTest::keyClick(list, Qt::Key_Space);
+        }
+        return Person::press(*dialog, "BtnOK");
+    }
+    bool changePassword(const QString &from, const QString &to) const
+    {
+        const auto *dialog = journey.window().findChild<SetPasswordDialog *>();
+        return Person::type(dialog->findChild<QLineEdit *>("edOldPassword"), from)
+            && Person::type(dialog->findChild<QLineEdit *>("edNewPassword_1"), to)
+            && Person::type(dialog->findChild<QLineEdit *>("edNewPassword_2"), to)
+            && Person::press(*dialog, "BtnOK");
+    }
+
+    TestBench bench;
+    z7sim::SimulatedBus &bus;
+    const QList<int> addresses;
+    Journey journey;
+};
+
+} // namespace
+
+class TestDialogJourneys : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newPasswordIsInForceAfterAWrongOldOne();
+    void parameterSetOfOneDriveIsPutOnTwoOfThree();
+    void factorySettingsComeBackOnceTheAnswerIsYes();
+    void changesOfTwoDrivesAreDiscardedTogether();
+};
+
+void TestDialogJourneys::newPasswordIsInForceAfterAWrongOldOne()
+{
+    const Desk desk({1});
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectAll());
+    QVERIFY(desk.showTable(1));
+
+    QVERIFY(Person::press(journey.window(), "BtnSetPassword"));
+    QVERIFY(desk.changePassword("5", "4711"));
+    QCOMPARE(Person::textOf(*journey.window().findChild<SetPasswordDialog *>(), "lError"),
+        QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
+    QCOMPARE(desk.bus.command("get 1 password"), QByteArray("ok 0"));
+
+    QVERIFY(desk.changePassword("0", "4711"));
+    QTRY_COMPARE(desk.bus.command("get 1 password"), QByteArray("ok 4711"));
+
+    // Whoever comes back with the old password is refused, and with the new one let in.
+    desk.bus.command("power-cycle 1");
+    QVERIFY(journey.connectManually(port, 1, 4711));
+    QVERIFY(desk.showTable(1));
+    QCOMPARE(journey.drives(), QStringList(driveName(1) + ", active"));
+}
+
+void TestDialogJourneys::parameterSetOfOneDriveIsPutOnTwoOfThree()
+{
+    const Desk desk({1, 2, 3});
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectAll());
+    QVERIFY(desk.showTable(1));
+    QVERIFY(journey.typeValue(23, "-777"));
+    {
+        const FileDialogUser user("set");
+        QVERIFY(Person::press(journey.window(), "BtnSaveAs"));
+        QCOMPARE(user.count(), 1);
+    }
+    const QMap<int, int> saved = valuesIn("set.z7param");
+    QCOMPARE(saved.value(23), -777);
+
+    // The drive moves on; the file is what it was.
+    QVERIFY(journey.typeValue(23, "100"));
+    QVERIFY(journey.press("BtnUpload"));
+    QTRY_COMPARE(desk.bus.memory(1, 23), 100);
+
+    {
+        const FileDialogUser user("set.z7param");
+        QVERIFY(Person::press(journey.window(), "BtnOpen"));
+    }
+    QVERIFY(desk.pick({0, 2}));
+    for (const int address : {1, 3}) {
+        QVERIFY(desk.showTable(address));
+        QVERIFY(journey.mark(driveName(address), table).endsWith("modified"));
+        const MessageBoxAnswerer writeAnyway(QMessageBox::Yes);
+        QVERIFY(journey.press("BtnWriteAndStore"));
+        QTRY_COMPARE_WITH_TIMEOUT(desk.bus.flash(address, 23), -777, Person::patienceMs);
+        for (auto value = saved.begin(); value != saved.end(); ++value)
+            QCOMPARE(desk.bus.flash(address, value.key()), value.value());
+    }
+    QCOMPARE(desk.bus.memory(2, 23), 500);
+}
+
+void TestDialogJourneys::factorySettingsComeBackOnceTheAnswerIsYes()
+{
+    const Desk desk({1});
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectAll());
+    QVERIFY(desk.showTable(1));
+    QVERIFY(journey.typeValue(23, "333"));
+    QVERIFY(journey.press("BtnUpload"));
+    QTRY_COMPARE(desk.bus.memory(1, 23), 333);
+    {
+        const MessageBoxAnswerer user(QMessageBox::No);
+        QVERIFY(Person::press(journey.window(), "BtnFactoryReset"));
+        QCOMPARE(user.count(), 1);
+    }
+    QTRY_COMPARE(journey.row(23).deviceValue, QStringLiteral("333"));
+    {
+        const MessageBoxAnswerer user(QMessageBox::Yes);
+        QVERIFY(Person::press(journey.window(), "BtnFactoryReset"));
+        QCOMPARE(user.count(), 1);
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(desk.bus.memory(1, 23), 500, Person::patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(journey.row(23).deviceValue, QStringLiteral("500"), Person::patienceMs);
+}
+
+void TestDialogJourneys::changesOfTwoDrivesAreDiscardedTogether()
+{
+    const Desk desk({1, 2, 3});
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectAll());
+    for (const int address : {1, 2, 3}) {
+        QVERIFY(desk.showTable(address));
+        QVERIFY(journey.typeValue(23, QString::number(address)));
+    }
+    // The dialog is used for the second time, and every drive is reported once more by each use.
+    QVERIFY(Person::press(journey.window(), "BtnResetChanges"));
+    auto *dialog = journey.window().findChild<DeviceSelectionDialog *>();
+    QVERIFY(Person::press(*dialog, "BtnAbort"));
+    QSignalSpy selected(dialog, SIGNAL(deviceSelected(int)));
+    QVERIFY(Person::press(journey.window(), "BtnResetChanges"));
+    QVERIFY(desk.pick({0, 1}));
+    QVERIFY(selected.count() >= 4);
+    QCOMPARE(selected.count() % 2, 0);
+    QTRY_COMPARE(journey.mark(driveName(1), table), QStringLiteral("active"));
+    QCOMPARE(journey.mark(driveName(2), table), QStringLiteral("active"));
+    QCOMPARE(journey.mark(driveName(3), table), QStringLiteral("active_modified"));
+    QVERIFY(desk.showTable(1));
+    QCOMPARE(journey.row(23).userValue, QString());
+}
+
+QTEST_MAIN(TestDialogJourneys)
+
+#include "tst_dialogjourneys.moc"

@@ -1,0 +1,250 @@
+// A drive gets new firmware from an external programmer.
+
+#include "tests/e2e/journey.h"
+#include "tests/e2e/person.h"
+#include "tests/e2e/testbench.h"
+#include "tests/support/filedialogs.h"
+#include "tests/support/messageboxes.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QtTest>
+
+namespace {
+
+const QString port = QStringLiteral("ttyUSB0");
+const QString drive = QStringLiteral("Port0 - Z7.1");
+const QString firmwarePage = QStringLiteral("Firmware update");
+const QString image = QStringLiteral("new firmware.bin");
+
+/// A drive of version V123, the programmer, an image, and a person at the page that brings them together.
+struct UpdateDesk
+{
+    explicit UpdateDesk(const QList<int> &addresses = {1})
+        : bus(bench.plugIn(port, configs(addresses)))
+    {
+        QFile::copy(QStringLiteral(Z7_PROGRAMMER), programmer);
+        WorkingFolder::write(image, "Z7 firmware V200\n");
+        qputenv("PATH", QDir::currentPath().toLocal8Bit() + ':' + path);
+    }
+    ~UpdateDesk()
+    {
+        qputenv("PATH", path);
+        qunsetenv("Z7_PROGRAMMER_FAULT");
+    }
+
+    static QVector<z7sim::DriveConfig> configs(const QList<int> &addresses)
+    {
+        QVector<z7sim::DriveConfig> drives;
+        for (const int address : addresses)
+            drives.append(TestBench::shortDrive(address));
+        return drives;
+    }
+
+    bool showPage() const
+    {
+        return journey.connectManually(port, 1, 0) && journey.showPage(drive, firmwarePage);
+    }
+    bool chooseImage() const
+    {
+        const FileDialogUser user(image);
+        return Person::press(journey.window(), "BtnSelectFile") && user.count() == 1;
+    }
+    /// Presses the button and answers what is asked; the texts that were seen.
+    QStringList start(QMessageBox::StandardButton answer = QMessageBox::Yes) const
+    {
+        const MessageBoxAnswerer user(answer);
+        if (!Person::press(journey.window(), "BtnUploadFirmwareFile"))
+            return {};
+        QStringList texts;
+        for (const SeenMessageBox &box : user.seen())
+            texts.append(box.text);
+        return texts;
+    }
+    QString output() const { return journey.window().findChild<QPlainTextEdit *>("edOutput")->toPlainText(); }
+    QString stage() const { return Person::textOf(journey.window(), "lCurrentStatus"); }
+    bool isReady() const
+    {
+        return Person::textOf(journey.window(), "lUpdateStarted") == QStringLiteral("Bereit")
+            && journey.window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled();
+    }
+
+    const QString programmer = QStringLiteral("Z7Programmer.exe");
+    const QByteArray path = qgetenv("PATH");
+    TestBench bench;
+    z7sim::SimulatedBus &bus;
+    Journey journey;
+};
+
+} // namespace
+
+class TestFirmwareJourneys : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void driveRunsTheNewFirmwareAndIsConnectedAnew();
+    void updateGoesOnWhileAnotherPageIsShown();
+    void programmerThatFailsLeavesThePageReady();
+    void zeroByteCutsTheOutput();
+    void endlessOutputLeavesThePageResponsive();
+    void programmerThatNeverEndsKeepsThePageBusy_data();
+    void programmerThatNeverEndsKeepsThePageBusy();
+    void driveThatRefusesItsBootloaderIsReported();
+    void refusalsComeInTheirOrder();
+    void answerNoLeavesTheDriveAlone();
+};
+
+void TestFirmwareJourneys::driveRunsTheNewFirmwareAndIsConnectedAnew()
+{
+    const UpdateDesk desk;
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    QVERIFY(desk.start().first().startsWith("Mit dem Firmwareupdate aktualisieren Sie"));
+    QTRY_VERIFY_WITH_TIMEOUT(desk.isReady(), Person::patienceMs);
+    const QString output = desk.output();
+    QVERIFY2(output.contains("Beende Kommunication..."), qPrintable(output));
+    QVERIFY2(output.contains("Aktiviere Bootloader..."), qPrintable(output));
+    QVERIFY2(output.contains("Upload wurde gestartet, bitte warten..."), qPrintable(output));
+    QVERIFY2(output.contains("Programming: 100 %"), qPrintable(output));
+    QVERIFY2(output.contains("Done. The drive runs version V200."), qPrintable(output));
+    QCOMPARE(desk.bus.command("get 1 version"), QByteArray("ok V200"));
+
+    const Journey &journey = desk.journey;
+    QVERIFY(journey.openWizard());
+    QVERIFY(journey.wizard().chooseDrive(0));
+    QVERIFY(journey.wizard().press("BtnRemoveConnection"));
+    QVERIFY(journey.wizard().ok());
+    QVERIFY(journey.connectManually(port, 1, 0));
+    QVERIFY(journey.showPage(drive));
+    QTRY_COMPARE(Person::textOf(journey.window(), "lMotorSoftwareVersion_2"), QStringLiteral("V200"));
+}
+
+void TestFirmwareJourneys::updateGoesOnWhileAnotherPageIsShown()
+{
+    const UpdateDesk desk;
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QVERIFY(desk.journey.showPage(drive));
+    QTRY_COMPARE_WITH_TIMEOUT(desk.bus.command("get 1 bootloader") + desk.bus.command("get 1 version"),
+        QByteArray("ok 0ok V200"), Person::patienceMs);
+}
+
+void TestFirmwareJourneys::programmerThatFailsLeavesThePageReady()
+{
+    const UpdateDesk desk;
+    qputenv("Z7_PROGRAMMER_FAULT", "fails");
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.isReady(), Person::patienceMs);
+    QVERIFY2(desk.output().contains("Error: "), qPrintable(desk.output()));
+    QCOMPARE(desk.bus.command("get 1 version").mid(3), TestBench::shortVersion);
+}
+
+void TestFirmwareJourneys::zeroByteCutsTheOutput()
+{
+    const UpdateDesk desk;
+    qputenv("Z7_PROGRAMMER_FAULT", "zero");
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.isReady(), Person::patienceMs);
+    QVERIFY2(desk.output().contains("Shown up to here"), qPrintable(desk.output()));
+    QVERIFY2(!desk.output().contains("never beyond"), qPrintable(desk.output()));
+}
+
+void TestFirmwareJourneys::endlessOutputLeavesThePageResponsive()
+{
+    const UpdateDesk desk;
+    qputenv("Z7_PROGRAMMER_FAULT", "endless");
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    const auto *output = desk.journey.window().findChild<QPlainTextEdit *>("edOutput");
+    QTRY_COMPARE_WITH_TIMEOUT(output->blockCount(), 10000, Person::patienceMs);
+    QVERIFY(desk.journey.showPage(drive));
+    QCOMPARE(desk.journey.pageTitle(), QStringLiteral("Z7-Motorstatus"));
+}
+
+void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy_data()
+{
+    QTest::addColumn<bool>("canBeExecuted");
+    QTest::newRow("hanging programmer") << true;
+    QTest::newRow("programmer that cannot be executed") << false;
+}
+
+void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy()
+{
+    QFETCH(bool, canBeExecuted);
+    const UpdateDesk desk;
+    qputenv("Z7_PROGRAMMER_FAULT", "hangs");
+    if (!canBeExecuted)
+        QFile::setPermissions(desk.programmer, QFile::ReadOwner);
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QTRY_COMPARE_WITH_TIMEOUT(
+        desk.stage(), QStringLiteral("Upload wurde gestartet, bitte warten..."), Person::patienceMs);
+    QVERIFY(!desk.journey.window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled());
+    QCOMPARE(
+        Person::textOf(desk.journey.window(), "lUpdateStarted"), QStringLiteral("Firmwareupdate läuft..."));
+}
+
+void TestFirmwareJourneys::driveThatRefusesItsBootloaderIsReported()
+{
+    const UpdateDesk desk;
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    // Another password, so that the drive refuses the command.
+    desk.bus.command("set 1 password 99");
+    desk.start();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        desk.output().contains("Der Bootloader konnte nicht aktiviert werden: "), Person::patienceMs);
+    QTRY_VERIFY(desk.isReady());
+    QCOMPARE(desk.bus.command("get 1 bootloader"), QByteArray("ok 0"));
+}
+
+void TestFirmwareJourneys::refusalsComeInTheirOrder()
+{
+    const UpdateDesk desk({1, 2});
+    const Journey &journey = desk.journey;
+    QVERIFY(journey.connectManually(port, 1, 0));
+    QVERIFY(journey.connectManually(port, 2, 0));
+    QVERIFY(journey.showPage(drive, firmwarePage));
+    QVERIFY(QFile::remove(desk.programmer));
+    QCOMPARE(desk.start(QMessageBox::Ok),
+        QStringList("Es sind zur Zeit 2 Motoren verbunden. Das Update kann nur durchgeführt werden, wenn im "
+                    "Netzwerk nur ein einziger Motor erreichbar ist."));
+
+    QVERIFY(journey.openWizard());
+    QVERIFY(journey.wizard().chooseDrive(1));
+    QVERIFY(journey.wizard().press("BtnRemoveConnection"));
+    QVERIFY(journey.wizard().ok());
+    QVERIFY(journey.showPage(drive, firmwarePage));
+    QCOMPARE(desk.start(QMessageBox::Ok), QStringList("Die Firmwaredatei \"\" kann nicht geöffnet werden."));
+
+    QVERIFY(desk.chooseImage());
+    QCOMPARE(desk.start(QMessageBox::Ok),
+        QStringList("Das Ladeprogramm \"Z7Programmer.exe\" kann nicht gefunden werden."));
+}
+
+void TestFirmwareJourneys::answerNoLeavesTheDriveAlone()
+{
+    const UpdateDesk desk;
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start(QMessageBox::No);
+    QVERIFY(desk.isReady());
+    QCOMPARE(desk.output(), QString());
+    QCOMPARE(desk.bus.command("get 1 bootloader"), QByteArray("ok 0"));
+    // Polling has not been touched.
+    desk.bus.clearLog();
+    QTRY_VERIFY(!desk.bus.log().isEmpty());
+}
+
+QTEST_MAIN(TestFirmwareJourneys)
+
+#include "tst_firmwarejourneys.moc"
