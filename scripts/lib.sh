@@ -10,6 +10,7 @@ build_packages=(g++ cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev l
 test_packages=(umockdev fonts-dejavu-core)
 display_packages=(xvfb)
 format_packages=(clang-format-14 git)
+package_packages=(dpkg-dev file desktop-file-utils)
 
 fail() {
     echo "$*" >&2
