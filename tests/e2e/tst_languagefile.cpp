@@ -1,0 +1,325 @@
+// A person opens everything once. The language file then holds every text, and a file of translations reaches
+// every corner of the window.
+
+#include "tests/e2e/journey.h"
+#include "tests/e2e/person.h"
+#include "tests/e2e/testbench.h"
+#include "tests/support/filedialogs.h"
+#include "tests/support/messageboxes.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTableWidget>
+#include <QTreeWidget>
+#include <QtTest>
+
+namespace {
+
+const QString port = QStringLiteral("ttyUSB0");
+const QString drive = QStringLiteral("Port0 - Z7.1");
+const QString languageFile = QStringLiteral("deutsch.z7lang");
+const QString mark = QStringLiteral("#");
+
+struct GermanText
+{
+    QString text;
+    bool onlyWhenItHappens = false;
+};
+
+/// From the list of all texts, by "section/key".
+QMap<QString, GermanText> germanTexts()
+{
+    QFile file(QStringLiteral(Z7_GERMAN_TEXTS));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("%s", qPrintable(file.errorString()));
+    QMap<QString, GermanText> texts;
+    QString section;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
+    for (const QString &line : lines) {
+        if (line.startsWith('['))
+            section = line.mid(1, line.size() - 2);
+        const bool isText = line.contains('=') && !line.startsWith("# ");
+        if (!isText || line.startsWith('['))
+            continue;
+        const bool rare = line.startsWith('*');
+        QString text = line.section('=', 1);
+        texts.insert(section + '/' + line.section('=', 0, 0).mid(rare), {text.replace("\\n", "\n"), rare});
+    }
+    return texts;
+}
+
+/// What the window's language file holds; a text with commas was a list for QSettings unless it stood in
+/// quotes.
+QMap<QString, QString> writtenTexts()
+{
+    const QSettings settings(languageFile, QSettings::IniFormat);
+    QMap<QString, QString> texts;
+    for (const QString &key : settings.allKeys())
+        texts.insert(key, settings.value(key).toStringList().join(", "));
+    return texts;
+}
+
+/// Texts that are nobody's to translate: numbers, signs, names of drives, ports, versions and files.
+bool isNeutral(const QString &text)
+{
+    static const QRegularExpression neutral(
+        "^([^A-Za-zÄÖÜäöü]*|(Port\\d* - )?Z7\\.\\d+( \\(V\\d+\\))?|ttyUSB\\d|V\\d+|.*: ?|0x.*)$");
+    return text.isEmpty() || neutral.match(text).hasMatch();
+}
+
+/// The whole of the program, seen once. After each step every text on the screen is looked at.
+class Walk
+{
+public:
+    Walk()
+        : m_bus(m_bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)}))
+    {
+        WorkingFolder::write("Z7Programmer.exe", "");
+        WorkingFolder::write("image.bin", "");
+    }
+
+    /// False if a step did not succeed.
+    bool everything()
+    {
+        m_journey = std::make_unique<Journey>();
+        const auto part = [](const char *name, bool seen) {
+            if (!seen)
+                qWarning("not seen whole: %s", name);
+            return seen;
+        };
+        const bool seen = part("wizard", wizard()) && part("pages", pages()) && part("dialogs", dialogs())
+            && part("boxes", boxes()) && part("files", files()) && part("firmware", firmware());
+        m_journey.reset();
+        return seen;
+    }
+
+    bool looksForMarks = false;
+    QStringList unmarked; ///< what a person saw without a mark
+
+private:
+    bool done(bool step)
+    {
+        if (looksForMarks)
+            look();
+        return step;
+    }
+
+    void look()
+    {
+        for (const QWidget *window : QApplication::topLevelWidgets()) {
+            if (!window->isVisible() || window->inherits("QMessageBox") || window->inherits("QFileDialog"))
+                continue;
+            see(window->windowTitle());
+            for (const QWidget *widget : window->findChildren<QWidget *>())
+                if (widget->isVisible() && !widget->window()->inherits("QFileDialog"))
+                    seeWidget(widget);
+        }
+    }
+
+    void seeWidget(const QWidget *widget)
+    {
+        if (const auto *tree = qobject_cast<const QTreeWidget *>(widget)) {
+            for (QTreeWidgetItemIterator item(const_cast<QTreeWidget *>(tree)); *item; ++item)
+                see((*item)->text(0));
+        } else if (const auto *table = qobject_cast<const QTableWidget *>(widget)) {
+            for (int row = 0; row < table->rowCount(); ++row)
+                for (int column = 0; column < table->columnCount(); ++column)
+                    if (const QTableWidgetItem *cell = table->item(row, column))
+                        see(cell->text());
+        } else if (qobject_cast<const QLabel *>(widget) || qobject_cast<const QAbstractButton *>(widget)) {
+            see(widget->property("text").toString());
+        } else if (qobject_cast<const QGroupBox *>(widget)) {
+            see(widget->property("title").toString());
+        }
+    }
+
+    void see(const QString &text)
+    {
+        if (!text.contains(mark) && !isNeutral(text) && !unmarked.contains(text))
+            unmarked.append(text);
+    }
+
+    bool wizard()
+    {
+        const WizardUser user = m_journey->wizard();
+        return done(m_journey->openWizard()) && done(user.press("BtnManual")) && user.close()
+            && done(m_journey->openWizard()) && done(user.press("BtnScanPort")) && done(user.choosePort(port))
+            && done(user.next()) && Person::waitUntil([&] { return user.canPressNext(); })
+            && done(user.next()) && done(user.typePassword(0)) && done(user.next())
+            && Person::waitUntil([&] { return user.canPressOk(); }) && done(user.ok());
+    }
+
+    bool pages()
+    {
+        if (!done(m_journey->showPage(drive)))
+            return false;
+        // By place: the titles may be translated.
+        auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
+        const int count = tree->topLevelItem(0)->child(0)->childCount();
+        for (int i = 0; i < count; ++i) {
+            const QString title = tree->topLevelItem(0)->child(0)->child(i)->text(0);
+            if (!m_journey->showPage(drive, title)
+                || !Person::waitUntil([&] { return m_journey->pageTitle() == title; }) || !done(true))
+                return false;
+        }
+        return count == 14;
+    }
+
+    bool dialog(const char *button, const char *name, const char *leave)
+    {
+        if (!done(Person::press(m_journey->window(), button)))
+            return false;
+        const auto *shown = m_journey->window().findChild<QDialog *>(name);
+        return done(Person::press(*shown, leave));
+    }
+
+    bool dialogs()
+    {
+        m_journey->window().findChild<QAction *>("actionInfo")->trigger();
+        const bool about =
+            done(true) && Person::press(*m_journey->window().findChild<QDialog *>("AboutDialog"), "BtnOK");
+        m_journey->window().activateWindow();
+        return about && dialog("BtnOptions", "optionsdialog", "BtnCancel")
+            && dialog("BtnResetChanges", "DeviceSelectionDialog", "BtnAbort")
+            && done(Person::press(m_journey->window(), "BtnSetPassword"))
+            && done(Person::press(*m_journey->window().findChild<QDialog *>("SetPasswordDialog"), "BtnOK"))
+            && Person::press(*m_journey->window().findChild<QDialog *>("SetPasswordDialog"), "BtnAbort");
+    }
+
+    /// True if a step brings up a box, all of whose texts are marked.
+    bool box(QMessageBox::StandardButton answer, const std::function<bool()> &step)
+    {
+        const MessageBoxAnswerer user(answer);
+        const bool pressed = step();
+        for (const SeenMessageBox &seen : user.seen()) {
+            if (looksForMarks) {
+                see(seen.text);
+                see(seen.informativeText);
+                see(seen.title);
+            }
+        }
+        return pressed && user.count() == 1;
+    }
+    bool box(QMessageBox::StandardButton answer, const char *button)
+    {
+        return box(answer, [&] { return Person::press(m_journey->window(), button); });
+    }
+    bool boxOfAction(const char *action)
+    {
+        return box(QMessageBox::Ok, [&] {
+            m_journey->window().findChild<QAction *>(action)->trigger();
+            return true;
+        });
+    }
+
+    bool boxes()
+    {
+        // The bus address is the page shown last but one.
+        auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
+        const auto *pageOf = tree->topLevelItem(0)->child(0);
+        for (int i = 0; i < pageOf->childCount(); ++i)
+            if (pageOf->child(i)->data(0, Qt::UserRole + 1).toInt() == 15
+                && !m_journey->showPage(drive, pageOf->child(i)->text(0)))
+                return false;
+        return box(QMessageBox::Ok, "BtnChangeAdress") && box(QMessageBox::No, "BtnFactoryReset")
+            && boxOfAction("actionHilfe") && boxOfAction("actionTeamviewer");
+    }
+
+    bool files()
+    {
+        {
+            const FileDialogUser user("everything");
+            if (!Person::press(m_journey->window(), "BtnSaveAs"))
+                return false;
+        }
+        const FileDialogUser user("everything.z7param");
+        return done(Person::press(m_journey->window(), "BtnOpen"))
+            && Person::press(
+                *m_journey->window().findChildren<QDialog *>("DeviceSelectionDialog").constLast(),
+                "BtnAbort");
+    }
+
+    bool firmware()
+    {
+        auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
+        const auto *pageOf = tree->topLevelItem(0)->child(0);
+        for (int i = 0; i < pageOf->childCount(); ++i)
+            if (pageOf->child(i)->data(0, Qt::UserRole + 1).toInt() == 10
+                && !m_journey->showPage(drive, pageOf->child(i)->text(0)))
+                return false;
+        const FileDialogUser user("image.bin");
+        return done(Person::press(m_journey->window(), "BtnSelectFile"))
+            && box(QMessageBox::Ok, "BtnUploadFirmwareFile");
+    }
+
+    TestBench m_bench;
+    z7sim::SimulatedBus &m_bus;
+    std::unique_ptr<Journey> m_journey;
+};
+
+} // namespace
+
+class TestLanguageFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyTextGoesIntoTheFileWithItsGermanDefault();
+    void translatedTextsReachEveryCorner();
+};
+
+void TestLanguageFile::everyTextGoesIntoTheFileWithItsGermanDefault()
+{
+    Walk walk;
+    QVERIFY(walk.everything());
+    const QMap<QString, GermanText> expected = germanTexts();
+    const QMap<QString, QString> written = writtenTexts();
+    QStringList wrong;
+    for (auto text = written.begin(); text != written.end(); ++text) {
+        // The names of parameters and units belong to the definitions.
+        if (text.key().startsWith("ParamDefinition"))
+            continue;
+        if (!expected.contains(text.key()))
+            wrong.append("unknown: " + text.key());
+        else if (expected.value(text.key()).text != text.value())
+            wrong.append(text.key() + ": " + text.value());
+    }
+    for (auto text = expected.begin(); text != expected.end(); ++text) {
+        if (!text->onlyWhenItHappens && !written.contains(text.key()))
+            wrong.append("missing: " + text.key());
+    }
+    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join("\n")));
+}
+
+void TestLanguageFile::translatedTextsReachEveryCorner()
+{
+    Walk walk;
+    QVERIFY(walk.everything());
+    {
+        // Empty ones too: an introduction may have a text. What names a file or an address stays.
+        QSettings settings(languageFile, QSettings::IniFormat);
+        for (const QString &key : settings.allKeys()) {
+            const bool isName =
+                key == "Common/PdfHelpFile" || key == "Common/TeamviewerExe" || key == "Common/URLHome";
+            if (!isName)
+                settings.setValue(key, mark + settings.value(key).toStringList().join(", "));
+        }
+    }
+    walk.looksForMarks = true;
+    QVERIFY(walk.everything());
+    // A parameter that this drive does not have keeps the form's text in the place of its value.
+    walk.unmarked.removeAll(QStringLiteral("TextLabel"));
+    QVERIFY2(walk.unmarked.isEmpty(), qPrintable(walk.unmarked.join("\n")));
+}
+
+QTEST_MAIN(TestLanguageFile)
+
+#include "tst_languagefile.moc"
