@@ -111,7 +111,8 @@ void FirmwareUploadDialog::DeviceUpdate(const Z7Device &d)
     if (m_countingDrives)
         ++m_connectedDrives;
     device = d;
-    if (m_uploadStatus != StatusSendingBooltloaderInitCommand || !m_uploadProcess)
+    // The records of a showing are those of the list: they tell nothing of the command that is under way.
+    if (m_countingDrives || m_uploadStatus != StatusSendingBooltloaderInitCommand || !m_uploadProcess)
         return;
     if (d.bootloaderActive && !d.hasError()) {
         m_uploadStatus = StatusUploadProcessRunning;

@@ -46,6 +46,7 @@ private slots:
     void outputIsTheLogOfTheStages();
     void pageShownAgainKeepsTheStageAndEmptiesFileAndOutput();
     void updateGoesOnAfterThePageWasShownAgain();
+    void showingTheListedDriveIsNoOutcomeOfTheCommand();
     void everyTextIsInTheUsersLanguage();
 
 private:
@@ -209,6 +210,16 @@ void TestFirmwareStages::updateGoesOnAfterThePageWasShownAgain()
     page->allCommunicationStopped();
     QCOMPARE(page->bootloaderRequests.count(), 1);
     QCOMPARE(user().log(), entry(Stage::stopping) + lastEntry(Stage::bootloader));
+}
+
+void TestFirmwareStages::showingTheListedDriveIsNoOutcomeOfTheCommand()
+{
+    page->startUpToBootloaderCommand();
+    page->showWithDrives(1);
+    QVERIFY(user().isBusy());
+    QCOMPARE(user().log(), lastEntry(Stage::bootloader));
+    page->report(page->driveInBootloader());
+    QTRY_COMPARE(user().stage(), Stage::programming);
 }
 
 void TestFirmwareStages::everyTextIsInTheUsersLanguage()
