@@ -88,6 +88,12 @@ Z7DeviceParam Z7DeviceParamSet::value(int number) const
     return params.value(number);
 }
 
+const Z7DeviceParam *Z7DeviceParamSet::find(int number) const
+{
+    const auto found = params.constFind(number);
+    return found == params.cend() ? nullptr : &*found;
+}
+
 void Z7DeviceParamSet::resetReadState()
 {
     for (Z7DeviceParam &param : params) {

@@ -43,6 +43,9 @@ struct Z7DeviceParamSet
     bool contains(int number) const;
     /// The record of that number, or a default record.
     Z7DeviceParam value(int number) const;
+    /// The record of that number in its place, or null: one look-up, and no copy. Valid until the set is
+    /// changed or goes.
+    const Z7DeviceParam *find(int number) const;
 
     /// Forgets what the last reads and writes told, on every entry; accessDenied and conflict stay.
     void resetReadState();

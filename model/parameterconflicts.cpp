@@ -18,7 +18,9 @@ constexpr RisingRule risingRules[] = {
 
 int valueAfterWrite(int number, const Z7DeviceParamSet &user, const Z7DeviceParamSet &device)
 {
-    return user.contains(number) ? user.value(number).value : device.value(number).value;
+    const Z7DeviceParam *changed = user.find(number);
+    const Z7DeviceParam *param = changed ? changed : device.find(number);
+    return param ? param->value : 0;
 }
 
 } // namespace

@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <optional>
+#include <tuple>
+
 namespace {
 
 enum Column {
@@ -76,6 +79,16 @@ Z7ParamDefinition parseColumns(int number, const QStringList &columns)
     return row;
 }
 
+std::optional<Z7ParamDefinition> parseRow(const QString &line)
+{
+    const QStringList columns = splitColumns(line);
+    bool isNumber = false;
+    const int number = columns.value(NumberColumn).toInt(&isNumber);
+    if (!isNumber || columns.value(VariantColumn) != QLatin1String("0"))
+        return std::nullopt;
+    return parseColumns(number, columns);
+}
+
 /// The text of one line of the file: Latin-1, up to the first NUL.
 QString lineText(const QByteArray &line)
 {
@@ -83,14 +96,55 @@ QString lineText(const QByteArray &line)
     return QString::fromLatin1(end < 0 ? line : line.left(end));
 }
 
+std::vector<Z7ParamDefinition> readRows(QIODevice &file)
+{
+    std::vector<Z7ParamDefinition> rows;
+    // An empty line still has its end, so nothing at all is the end of the file, or a medium that fails.
+    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine()) {
+        if (const auto row = parseRow(lineText(line)))
+            rows.push_back(*row);
+    }
+    return rows;
+}
+
 } // namespace
+
+/// Never changed once it is in force.
+struct Z7ParamDefinitions::Table
+{
+    explicit Table(const QString &version)
+        : emptyParameterSet(version)
+    {
+    }
+
+    void insert(const Z7ParamDefinition &row)
+    {
+        emptyParameterSet.insert(Z7DeviceParam(row.number, 0, row.isUnsigned, false));
+        rows.insert(row.number, row);
+    }
+
+    QMap<int, Z7ParamDefinition> rows;
+    Z7DeviceParamSet emptyParameterSet;
+};
+
+bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b)
+{
+    const auto fields = [](const Z7ParamDefinition &row) {
+        return std::tie(row.isUnsigned, row.number, row.name, row.unit, row.defaultValue, row.minimum,
+            row.maximum, row.applFunction, row.readOnly, row.variant, row.options);
+    };
+    return fields(a) == fields(b);
+}
 
 Z7ParamDefinitions::Z7ParamDefinitions(const QString &version)
     : m_softwareVersion(version)
     , m_fileName(QStringLiteral("Z7ParamDef_") + version + QStringLiteral(".csv"))
-    , m_emptyParameterSet(version)
 {
+    m_tables.push_back(std::make_unique<const Table>(version));
+    m_table = m_tables.back().get();
 }
+
+Z7ParamDefinitions::~Z7ParamDefinitions() = default;
 
 bool Z7ParamDefinitions::load()
 {
@@ -100,39 +154,42 @@ bool Z7ParamDefinitions::load()
     QFile file(info.filePath());
     if (!info.isFile() || info.size() > largestFile || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return hasRows();
-    // An empty line still has its end, so nothing at all is the end of the file, or a medium that fails.
-    for (QByteArray line = file.readLine(); !line.isEmpty(); line = file.readLine())
-        parseLine(lineText(line));
+    takeRows(readRows(file));
     return hasRows();
 }
 
 void Z7ParamDefinitions::parseLine(const QString &line)
 {
-    const QStringList columns = splitColumns(line);
-    bool isNumber = false;
-    const int number = columns.value(NumberColumn).toInt(&isNumber);
-    if (!isNumber || columns.value(VariantColumn) != QLatin1String("0"))
+    if (const auto row = parseRow(line))
+        takeRows({*row});
+}
+
+void Z7ParamDefinitions::takeRows(const std::vector<Z7ParamDefinition> &rows)
+{
+    const QMutexLocker locker(&m_writeMutex);
+    auto next = std::make_unique<Table>(*m_tables.back());
+    for (const Z7ParamDefinition &row : rows)
+        next->insert(row);
+    if (next->rows == m_tables.back()->rows)
         return;
-    const Z7ParamDefinition row = parseColumns(number, columns);
-    const QMutexLocker locker(&m_mutex);
-    m_emptyParameterSet.insert(Z7DeviceParam(number, 0, row.isUnsigned, false));
-    m_rows.insert(number, row);
+    m_tables.push_back(std::move(next));
+    m_table.store(m_tables.back().get(), std::memory_order_release);
 }
 
-Z7DeviceParamSet Z7ParamDefinitions::emptyParameterSet() const
+const Z7ParamDefinition &Z7ParamDefinitions::row(int number) const
 {
-    const QMutexLocker locker(&m_mutex);
-    return m_emptyParameterSet;
+    static const Z7ParamDefinition unknown;
+    const auto &rows = table().rows;
+    const auto found = rows.constFind(number);
+    return found == rows.cend() ? unknown : *found;
 }
 
-Z7ParamDefinition Z7ParamDefinitions::row(int number) const
+const Z7DeviceParamSet &Z7ParamDefinitions::emptyParameterSet() const
 {
-    const QMutexLocker locker(&m_mutex);
-    return m_rows.value(number);
+    return table().emptyParameterSet;
 }
 
 bool Z7ParamDefinitions::hasRows() const
 {
-    const QMutexLocker locker(&m_mutex);
-    return !m_emptyParameterSet.params.isEmpty();
+    return !table().rows.isEmpty();
 }

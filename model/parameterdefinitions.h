@@ -6,6 +6,10 @@
 #include <QMutex>
 #include <QString>
 
+#include <atomic>
+#include <memory>
+#include <vector>
+
 /// What one parameter number means in one software version. Labels and limits only: nothing scales a value.
 struct Z7ParamDefinition
 {
@@ -20,26 +24,46 @@ struct Z7ParamDefinition
     bool readOnly = false;
     int variant = 0;
     QMap<int, QString> options; ///< text of a value, 0 to 12
+
+    bool isApplFunction() const { return applFunction == 0; }
+    /// Text of one value of an enumerated parameter; empty if there is none.
+    QString optionText(int value) const { return options.value(value); }
 };
+
+bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b);
 
 /// The rows of the file "Z7ParamDef_<version>.csv" in the working folder: what the parameters of the drives
 /// of one software version mean.
 ///
 /// Any thread: a version that turns up in a reply makes a worker ask, while the main thread may be loading
-/// it. Each operation holds the lock for itself and no other with it.
+/// it. Nobody who asks waits for a lock: the rows stand in tables that never change, and a load puts a new
+/// table into the place of the former one, all its rows at once. Former tables are kept, so a reference that
+/// was given out stays valid, with the row of its time, as long as the definitions live.
 class Z7ParamDefinitions
 {
 public:
     explicit Z7ParamDefinitions(const QString &version);
+    ~Z7ParamDefinitions();
 
     /// Reads the file over the rows that exist. False if the file does not exist, or if no parameter is known
     /// afterwards. Malformed lines are skipped; a file of more than 16 MB counts as one that cannot be
-    /// opened.
+    /// opened. A file that tells nothing new costs no memory, however often it is read.
     bool load();
 
     /// Takes one line, ';' between its columns. A line without a number in column 0, or whose column 9 is not
-    /// exactly "0", leaves nothing behind. Of two lines with one number the later one counts.
+    /// exactly "0", leaves nothing behind. Of two lines with one number the later one counts. Each line makes
+    /// a table of its own; load() takes all lines of a file together.
     void parseLine(const QString &line);
+
+    /// All that is known of a parameter, by one look-up; a default row for an unknown number. Whoever needs
+    /// more than one field of a parameter asks once and keeps the reference:
+    ///
+    ///     const Z7ParamDefinition &row = definitions->row(number);
+    ///     validator->setRange(row.minimum, row.maximum);
+    ///
+    /// It is valid until Z7Services::shutdown(). A later load shows only in a row asked for anew, so a page
+    /// asks again at each showing.
+    const Z7ParamDefinition &row(int number) const;
 
     /// Each of these answers for an unknown number with the field of a default row.
     QString paramName(int number) const { return row(number).name; }
@@ -48,22 +72,26 @@ public:
     int paramMin(int number) const { return row(number).minimum; }
     int paramMax(int number) const { return row(number).maximum; }
     int isUnsigned(int number) const { return row(number).isUnsigned; }
-    bool isApplFunction(int number) const { return row(number).applFunction == 0; }
+    bool isApplFunction(int number) const { return row(number).isApplFunction(); }
     bool isReadOnly(int number) const { return row(number).readOnly; }
-    /// Text of one value of an enumerated parameter; empty if there is none.
-    QString paramOptionText(int number, int value) const { return row(number).options.value(value); }
+    QString paramOptionText(int number, int value) const { return row(number).optionText(value); }
 
-    /// One record without a value per row: what a drive of this version has before it has been read.
-    Z7DeviceParamSet emptyParameterSet() const;
+    /// One record without a value per row: what a drive of this version has before it has been read. Valid as
+    /// long as a row is.
+    const Z7DeviceParamSet &emptyParameterSet() const;
 
 private:
-    Z7ParamDefinition row(int number) const;
+    struct Table;
+
+    /// Puts rows over those of the table in force.
+    void takeRows(const std::vector<Z7ParamDefinition> &rows);
+    const Table &table() const { return *m_table.load(std::memory_order_acquire); }
     bool hasRows() const;
 
     const QString m_softwareVersion;
     const QString m_fileName;
 
-    mutable QMutex m_mutex; ///< guards what follows
-    QMap<int, Z7ParamDefinition> m_rows;
-    Z7DeviceParamSet m_emptyParameterSet;
+    QMutex m_writeMutex; ///< guards m_tables against a second load; readers do without it
+    std::vector<std::unique_ptr<const Table>> m_tables; ///< the last one is in force
+    std::atomic<const Table *> m_table;
 };

@@ -67,8 +67,8 @@ void Z7ParameterFile::writeParameters(QXmlStreamWriter &writer) const
     for (const Z7DeviceParam &param : m_device.parameterSet.params) {
         if (definitions->isReadOnly(param.number))
             continue;
-        const bool isChanged = m_userParams.contains(param.number);
-        const int value = isChanged ? m_userParams.value(param.number).value : param.value;
+        const Z7DeviceParam *changed = m_userParams.find(param.number);
+        const int value = changed ? changed->value : param.value;
         writer.writeEmptyElement(QStringLiteral("parameter"));
         writer.writeAttribute(QStringLiteral("id"), QString::number(param.number));
         writer.writeAttribute(QStringLiteral("val"), QString::number(value));

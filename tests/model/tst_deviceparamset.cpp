@@ -54,6 +54,8 @@ private slots:
     void removingWhatIsNotThereIsNoError();
     void aMissingParameterReadsAsADefaultOne();
     void lookingForAParameterDoesNotAddIt();
+    void aParameterIsFoundInItsPlace();
+    void aMissingParameterIsNotFound();
 
     void aNewPassForgetsTheLastReadButNotDenialAndConflict();
     void clearingOneParameterForgetsItsConflictButNotItsDenial();
@@ -159,6 +161,18 @@ void TestDeviceParamSet::lookingForAParameterDoesNotAddIt()
     QVERIFY(!set.contains(12));
     set.value(12);
     QVERIFY(!set.contains(12));
+}
+
+void TestDeviceParamSet::aParameterIsFoundInItsPlace()
+{
+    const Z7DeviceParamSet set = setOf({param(11, 500), param(12, 600)});
+    QCOMPARE(set.find(12), &*set.params.constFind(12));
+    QCOMPARE(set.find(12)->value, 600);
+}
+
+void TestDeviceParamSet::aMissingParameterIsNotFound()
+{
+    QVERIFY(!setOf({param(11, 500)}).find(12));
 }
 
 void TestDeviceParamSet::aNewPassForgetsTheLastReadButNotDenialAndConflict()

@@ -66,6 +66,7 @@ private slots:
     void oneVersionHasOneObject();
     void theEndForgetsTheDefinitions();
     void aWorkerMayAskWhileTheFileIsRead();
+    void theRowsOfAFileComeAllAtOnce();
     void workersThatMeetANewVersionGetTheSameObject();
 
 private:
@@ -294,6 +295,30 @@ void TestParameterDefinitionFiles::aWorkerMayAskWhileTheFileIsRead()
     worker.join();
     QVERIFY(isLoaded);
     QCOMPARE(definitions->paramName(4999), QStringLiteral("Name"));
+}
+
+void TestParameterDefinitionFiles::theRowsOfAFileComeAllAtOnce()
+{
+    constexpr int last = 20000;
+    QByteArray content;
+    for (int number = 0; number <= last; ++number)
+        content += row(number);
+    writeFile(content);
+    Z7ParamDefinitions definitions(version);
+
+    std::atomic_bool isAsking {false};
+    bool isLastThere = false;
+    std::thread worker([&] {
+        while (definitions.paramName(0).isEmpty())
+            isAsking = true;
+        isLastThere = !definitions.paramName(last).isEmpty();
+    });
+    while (!isAsking)
+        std::this_thread::yield();
+    const bool isLoaded = definitions.load();
+    worker.join();
+    QVERIFY(isLoaded);
+    QVERIFY(isLastThere);
 }
 
 void TestParameterDefinitionFiles::workersThatMeetANewVersionGetTheSameObject()

@@ -63,6 +63,11 @@ private slots:
     void theLineEndStaysOnTheLastColumn_data();
     void theLineEndStaysOnTheLastColumn();
     void ofTwoLinesTheLaterOneCounts();
+
+    void oneLookUpGivesTheWholeRow();
+    void askingTwiceGivesTheVeryRow_data();
+    void askingTwiceGivesTheVeryRow();
+    void aRowThatIsHeldStaysAsItWas();
 };
 
 void TestParameterDefinitions::aFullLineTellsEverything()
@@ -300,6 +305,52 @@ void TestParameterDefinitions::ofTwoLinesTheLaterOneCounts()
     QCOMPARE(definitions->paramOptionText(7, 0), QStringLiteral("Aus"));
     QCOMPARE(definitions->paramOptionText(7, 1), QString());
     QCOMPARE(definitions->emptyParameterSet().value(7).isUnsigned, 1);
+}
+
+void TestParameterDefinitions::oneLookUpGivesTheWholeRow()
+{
+    const auto definitions = definitionsOf("11;Drehzahl X1;1/min;500;-100;4000;Signed;3;r;0;aus;ein;");
+    const Z7ParamDefinition &row = definitions->row(11);
+    QCOMPARE(row.number, 11);
+    QCOMPARE(row.name, QStringLiteral("Drehzahl X1"));
+    QCOMPARE(row.unit, QStringLiteral("1/min"));
+    QCOMPARE(row.defaultValue, 500);
+    QCOMPARE(row.minimum, -100);
+    QCOMPARE(row.maximum, 4000);
+    QCOMPARE(row.isUnsigned, 0);
+    QVERIFY(!row.isApplFunction());
+    QVERIFY(row.readOnly);
+    QCOMPARE(row.optionText(1), QStringLiteral("ein"));
+}
+
+void TestParameterDefinitions::askingTwiceGivesTheVeryRow_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("a number that is known") << 11;
+    QTest::newRow("an unknown number") << 12;
+}
+
+void TestParameterDefinitions::askingTwiceGivesTheVeryRow()
+{
+    QFETCH(int, number);
+    const auto definitions = definitionsOf("11;Name;rpm;1;2;3;Unsigned;1;r;0;aus;");
+    const Z7ParamDefinition *row = &definitions->row(number);
+    definitions->parseLine(QStringLiteral("11;Name;rpm;1;2;3;Unsigned;1;r;0;aus;"));
+    QCOMPARE(&definitions->row(number), row);
+}
+
+void TestParameterDefinitions::aRowThatIsHeldStaysAsItWas()
+{
+    const auto definitions = definitionsOf("11;first;V;1;2;3;Signed;1;r;0;aus;");
+    const Z7ParamDefinition &row = definitions->row(11);
+    const Z7DeviceParamSet &set = definitions->emptyParameterSet();
+    for (int i = 0; i < 100; ++i)
+        definitions->parseLine(QStringLiteral("11;second;V;%1;2;3;Unsigned;1;r;0;an;").arg(i));
+    QCOMPARE(row.name, QStringLiteral("first"));
+    QCOMPARE(row.optionText(0), QStringLiteral("aus"));
+    QCOMPARE(set.value(11).isUnsigned, 0);
+    QCOMPARE(definitions->row(11).name, QStringLiteral("second"));
+    QCOMPARE(definitions->emptyParameterSet().value(11).isUnsigned, 1);
 }
 
 QTEST_APPLESS_MAIN(TestParameterDefinitions)
