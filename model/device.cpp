@@ -75,7 +75,9 @@ void Z7DeviceParamSet::insert(const Z7DeviceParam &param)
 
 void Z7DeviceParamSet::remove(const Z7DeviceParam &param)
 {
-    params.remove(param.number);
+    // The record may be the very one that goes.
+    const int number = param.number;
+    params.remove(number);
 }
 
 bool Z7DeviceParamSet::contains(int number) const

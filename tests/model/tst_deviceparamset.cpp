@@ -52,6 +52,9 @@ private slots:
     void aSecondParameterOfANumberReplacesTheFirst();
     void removingGoesByTheNumberAlone();
     void removingWhatIsNotThereIsNoError();
+    void aRecordOfTheSetsOwnCanBeRemoved();
+    void aRecordOfTheSetsOwnCanBePutBack_data();
+    void aRecordOfTheSetsOwnCanBePutBack();
     void aMissingParameterReadsAsADefaultOne();
     void lookingForAParameterDoesNotAddIt();
     void aParameterIsFoundInItsPlace();
@@ -144,6 +147,32 @@ void TestDeviceParamSet::removingWhatIsNotThereIsNoError()
     Z7DeviceParamSet set = setOf({param(11)});
     set.remove(param(12));
     QCOMPARE(set.params.keys(), QList<int>({11}));
+}
+
+void TestDeviceParamSet::aRecordOfTheSetsOwnCanBeRemoved()
+{
+    Z7DeviceParamSet set = setOf({param(11), param(12)});
+    set.remove(*set.find(11));
+    QCOMPARE(set.params.keys(), QList<int>({12}));
+}
+
+void TestDeviceParamSet::aRecordOfTheSetsOwnCanBePutBack_data()
+{
+    QTest::addColumn<bool>("isShared");
+    QTest::newRow("of a set alone") << false;
+    QTest::newRow("of a set that shares its records with a copy") << true;
+}
+
+void TestDeviceParamSet::aRecordOfTheSetsOwnCanBePutBack()
+{
+    QFETCH(bool, isShared);
+    Z7Device drive;
+    drive.setParameterSet(setOf({param(11, 500), param(12, 600)}));
+    const Z7Device copy = isShared ? drive : Z7Device();
+    drive.parameterSet.insert(*drive.parameterSet.find(11));
+    drive.updateParam(*drive.parameterSet.find(12));
+    QCOMPARE(drive.parameterSet.value(11).value, 500);
+    QCOMPARE(drive.parameterSet.value(12).value, 600);
 }
 
 void TestDeviceParamSet::aMissingParameterReadsAsADefaultOne()
