@@ -160,9 +160,9 @@ void Z7MainController::fillPage(Z7DataWidget *page, int deviceId)
 {
     forgetAllCallbacks();
     const Z7Device record = m_devices.value(deviceId);
-    page->setSoftwareVersion(record.softwareVersion);
+    page->softwareVersion = record.softwareVersion;
     page->initPage();
-    if (page->wantsAllDevices()) {
+    if (page->multiDevice) {
         for (const Z7Device &device : qAsConst(m_devices))
             page->DeviceUpdate(device);
         page->deviceUpdateFinished();
@@ -170,7 +170,7 @@ void Z7MainController::fillPage(Z7DataWidget *page, int deviceId)
         page->DeviceUpdate(record);
     }
     if (deviceId != m_currentDevice) {
-        if (page->wantsAllDevices())
+        if (page->multiDevice)
             emit NoDeviceSelected();
         else
             emit NewDeviceSelected(record);
@@ -203,7 +203,7 @@ void Z7MainController::updatePolling()
     addCallback(DevicePolling, m_deviceControl);
     addCallback(DevicePolling, currentPage());
     const Z7Device record = currentDeviceRecord();
-    const bool readsAll = shown->wantsAllParameters() || !record.parametersComplete;
+    const bool readsAll = shown->allParameters || !record.parametersComplete;
     const Z7DeviceParamSet polled =
         readsAll ? record.parameterSet : Z7DeviceParamSet(record.softwareVersion, shown->paramIds());
     m_commInterface.setPollingStack(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, polled));
@@ -347,7 +347,7 @@ void Z7MainController::DownloadData()
     if (!shown || !hasCurrentDevice())
         return;
     const Z7Device record = currentDeviceRecord();
-    const Z7DeviceParamSet wanted = shown->wantsAllParameters()
+    const Z7DeviceParamSet wanted = shown->allParameters
         ? record.parameterSet
         : Z7DeviceParamSet(record.softwareVersion, shown->paramIds());
     transfer(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, wanted), {m_deviceControl, shown});

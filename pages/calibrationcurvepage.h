@@ -57,7 +57,7 @@ protected:
     /// Where a page adds what it has above the curve.
     QVBoxLayout *upperLayout() const;
 
-private slots:
+public slots:
     void ParamChanged(int nParamID);
 
 private:

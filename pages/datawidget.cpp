@@ -62,6 +62,12 @@ void Z7DataWidget::applyUserParams(const Z7DeviceParamSet &params)
     }
 }
 
+void Z7DataWidget::showUserValues(const Z7DeviceParamSet &own)
+{
+    clearUserValues();
+    applyUserParams(own);
+}
+
 Z7ParamDefinitions *Z7DataWidget::paramDefinitions() const
 {
     return Z7Services::instance()->definitions(softwareVersion);

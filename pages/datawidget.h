@@ -44,11 +44,18 @@ public:
     /// Hands those of the user's changes to newUserParam that the page is about, in ascending order.
     void applyUserParams(const Z7DeviceParamSet &params);
 
+    /// Makes the fields show these pending changes of the shown drive and no others, without reporting them:
+    /// what another drive's file or discard has left in the fields goes.
+    virtual void showUserValues(const Z7DeviceParamSet &own);
+
     const QList<int> &paramIds() const { return m_paramIds; }
-    bool wantsAllParameters() const { return allParameters; }
-    bool wantsAllDevices() const { return multiDevice; }
-    /// Selects the definitions; set by the controller before each initPage.
-    void setSoftwareVersion(const QString &version) { softwareVersion = version; }
+    /// Definitions of the drive's software version; owned by the services.
+    Z7ParamDefinitions *paramDefinitions() const;
+
+    bool allParameters = false; ///< the page is about every parameter of the drive
+    bool multiDevice = false; ///< the page is given all drives at each showing
+    Z7Device device; ///< the record last delivered
+    QString softwareVersion; ///< selects the definitions; written by the controller before each initPage
 
 signals:
     void parameterModified(Z7DeviceParam param);
@@ -56,15 +63,15 @@ signals:
     void stopAllDeviceCommunication();
     void sendBootloaderInitCommand();
     void sendChangeAdress(int NewAdress);
+    /// The external firmware programmer has the bus, from the accepted bootloader command until it is not
+    /// running any more; nothing else may go on it meanwhile.
+    void programmerUsesBus(bool uses);
 
 public slots:
     /// All workers have stopped. Every page hears it.
     virtual void AllDeviceCommunicationStopped();
 
 protected:
-    /// Definitions of the drive's software version; owned by the services.
-    Z7ParamDefinitions *paramDefinitions() const;
-
     /// What the definitions say of one value of a parameter, in the user's language; empty if they say
     /// nothing.
     QString optionText(int number, int value) const;
@@ -74,11 +81,6 @@ protected:
     /// Reports what the user has typed for a parameter: an empty text withdraws the change, a number makes
     /// it, and anything else leaves what was last accepted in force.
     void reportUserText(int number, const QString &text);
-
-    bool allParameters = false; ///< the page is about every parameter of the drive
-    bool multiDevice = false; ///< the page is given all drives at each showing
-    Z7Device device; ///< the record last delivered
-    QString softwareVersion;
 
 private:
     QList<int> m_paramIds; ///< in order of registration

@@ -37,7 +37,6 @@ public:
 public slots:
     void AllDeviceCommunicationStopped() override;
 
-private slots:
     void selectBinFile();
     /// Checks what an update needs, asks the user and stops the communication.
     void startUpload();

@@ -102,9 +102,6 @@ void LabelledDataWidget::initParamWidgets(ParamField &field)
 
 void LabelledDataWidget::newDeviceParam(const Z7DeviceParam &param)
 {
-    // A page that was never shown for a drive has no limits and no mapper yet.
-    if (!m_mapper)
-        return;
     for (ParamField &field : m_fields) {
         if (field.number == param.number)
             showDeviceValue(field, param.value);
@@ -113,9 +110,12 @@ void LabelledDataWidget::newDeviceParam(const Z7DeviceParam &param)
 
 void LabelledDataWidget::showDeviceValue(ParamField &field, int value)
 {
-    const Z7ParamDefinitions *definitions = paramDefinitions();
     field.deviceValue->setText(QString::number(value));
+    // A page that was never shown for a drive has no limits and no mapper yet.
+    if (!m_mapper)
+        return;
     auto *validator = qobject_cast<QIntValidator *>(const_cast<QValidator *>(field.user->validator()));
+    const Z7ParamDefinitions *definitions = paramDefinitions();
     validator->setRange(definitions->paramMin(field.number), definitions->paramMax(field.number));
     if (field.connections < mostConnections) {
         connect(field.user, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));

@@ -40,7 +40,7 @@ protected:
     /// to `mappingNumber`, which is no parameter, and what is typed in one field appears in the other.
     void addSecondField(int number, int mappingNumber);
 
-private slots:
+public slots:
     void ParamChanged(int nParamID);
 
 private:

@@ -213,6 +213,23 @@ void ParameterTableDialog::clearUserValues()
     }
 }
 
+void ParameterTableDialog::showUserValues(const Z7DeviceParamSet &own)
+{
+    // Another drive's file makes rows behind all others.
+    int rows = m_ui->ParameterTable->rowCount();
+    for (; rows > 0 && isForeignRow(rows - 1, own); --rows)
+        m_paramRows.remove(numberInCell(rows - 1, NumberColumn));
+    m_ui->ParameterTable->setRowCount(rows);
+    Z7DataWidget::showUserValues(own);
+}
+
+bool ParameterTableDialog::isForeignRow(int row, const Z7DeviceParamSet &own) const
+{
+    const int number = numberInCell(row, NumberColumn);
+    return m_ui->ParameterTable->item(row, DeviceColumn)->text().isEmpty()
+        && !device.parameterSet.contains(number) && !own.contains(number);
+}
+
 void ParameterTableDialog::deviceUpdateFinished()
 {
     for (const int column : {NumberColumn, NameColumn, UnitColumn})

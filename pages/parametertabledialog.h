@@ -32,12 +32,14 @@ public:
     void deviceUpdateFinished() override;
     void newDeviceParam(const Z7DeviceParam &param) override;
     void newUserParam(const Z7DeviceParam &param) override;
+    void showUserValues(const Z7DeviceParamSet &own) override;
 
-private slots:
+public slots:
     void TextChanged(int row);
 
 private:
     int rowForParam(int number);
+    bool isForeignRow(int row, const Z7DeviceParamSet &own) const;
     void addCells(int row);
     void addUserField(int row, int number);
     void formatRow(int row);

@@ -23,8 +23,10 @@ public:
     void deviceUpdateFinished() override { }
     void newDeviceParam(const Z7DeviceParam &param) override;
     void newUserParam(const Z7DeviceParam &param) override { Q_UNUSED(param) }
+    /// An address that the user has typed is no pending change, and stays.
+    void showUserValues(const Z7DeviceParamSet &own) override { Q_UNUSED(own) }
 
-private slots:
+public slots:
     /// Sends an address from 1 to 255; anything else gets a message box and is not sent.
     void updateAdress();
 

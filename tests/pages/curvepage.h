@@ -83,7 +83,7 @@ public:
     /// What the controller does to show a page for a drive.
     void showFor(const Z7Device &drive, const Z7DeviceParamSet &changes = Z7DeviceParamSet())
     {
-        page->setSoftwareVersion(drive.softwareVersion);
+        page->softwareVersion = drive.softwareVersion;
         page->initPage();
         page->DeviceUpdate(drive);
         page->clearUserValues();

@@ -53,7 +53,7 @@ public:
     /// What the controller does to show a page for a drive.
     void showFor(const Z7Device &shown)
     {
-        setSoftwareVersion(shown.softwareVersion);
+        softwareVersion = shown.softwareVersion;
         initPage();
         DeviceUpdate(shown);
         clearUserValues();

@@ -25,7 +25,7 @@ public:
     /// What the controller does to show the page for a drive.
     void showFor(const Z7Device &drive)
     {
-        page->setSoftwareVersion(drive.softwareVersion);
+        page->softwareVersion = drive.softwareVersion;
         page->initPage();
         page->DeviceUpdate(drive);
         page->clearUserValues();

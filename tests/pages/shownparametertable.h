@@ -23,7 +23,7 @@ public:
 
     void showFor(const Z7Device &drive)
     {
-        page.setSoftwareVersion(drive.softwareVersion);
+        page.softwareVersion = drive.softwareVersion;
         page.initPage();
         page.DeviceUpdate(drive);
         page.clearUserValues();

@@ -12,11 +12,7 @@ namespace {
 class NotingPage : public Z7DataWidget
 {
 public:
-    using Z7DataWidget::allParameters;
-    using Z7DataWidget::device;
-    using Z7DataWidget::paramDefinitions;
-
-    void clearUserValues() override { }
+    void clearUserValues() override { notes.append(QStringLiteral("cleared")); }
     void initPage() override { }
     void deviceUpdateFinished() override { notes.append(QStringLiteral("finished")); }
     void newDeviceParam(const Z7DeviceParam &param) override
@@ -60,6 +56,7 @@ private slots:
 
     void userChangesAreHandedOutInAscendingOrder();
     void userChangesOfOtherPagesAreNotHandedOut();
+    void changesOfTheShownDriveTakeThePlaceOfAllOthers();
 
     void softwareVersionSelectsTheDefinitions();
     void unknownVersionHasNoNames();
@@ -73,8 +70,8 @@ void TestDataWidget::pageBeginsWithoutParentAndWithoutParameters()
     const NotingPage page;
     QVERIFY(!page.parentWidget());
     QVERIFY(page.paramIds().isEmpty());
-    QVERIFY(!page.wantsAllParameters());
-    QVERIFY(!page.wantsAllDevices());
+    QVERIFY(!page.allParameters);
+    QVERIFY(!page.multiDevice);
     QCOMPARE(page.device.softwareVersion, Z7Device::unknownVersion());
 }
 
@@ -177,21 +174,29 @@ void TestDataWidget::userChangesOfOtherPagesAreNotHandedOut()
     QCOMPARE(page.notes, QStringList {"user 30=300"});
 }
 
+void TestDataWidget::changesOfTheShownDriveTakeThePlaceOfAllOthers()
+{
+    NotingPage page;
+    page.addParamId(30);
+    page.showUserValues(paramSet({readParam(30, 300), readParam(31, 310)}));
+    QCOMPARE(page.notes, (QStringList {"cleared", "user 30=300"}));
+}
+
 void TestDataWidget::softwareVersionSelectsTheDefinitions()
 {
     defineParameters("V123", {"11;Rampe;ms;0;0;10;Unsigned;1;rw;0;"});
     defineParameters("V200", {"11;Steigung;s;0;0;10;Unsigned;1;rw;0;"});
     NotingPage page;
-    page.setSoftwareVersion("V123");
+    page.softwareVersion = "V123";
     QCOMPARE(page.paramDefinitions()->paramName(11), QStringLiteral("Rampe"));
-    page.setSoftwareVersion("V200");
+    page.softwareVersion = "V200";
     QCOMPARE(page.paramDefinitions()->paramName(11), QStringLiteral("Steigung"));
 }
 
 void TestDataWidget::unknownVersionHasNoNames()
 {
     NotingPage page;
-    page.setSoftwareVersion("V999");
+    page.softwareVersion = "V999";
     QCOMPARE(page.paramDefinitions()->paramName(11), QString());
 }
 

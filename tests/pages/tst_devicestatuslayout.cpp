@@ -175,7 +175,7 @@ void TestDeviceStatusLayout::pageHasNothingToEdit()
 {
     QVERIFY(shown->page->findChildren<QLineEdit *>().isEmpty());
     QVERIFY(shown->page->paramIds().isEmpty());
-    QVERIFY(!shown->page->wantsAllParameters());
+    QVERIFY(!shown->page->allParameters);
 }
 
 QTEST_MAIN(TestDeviceStatusLayout)

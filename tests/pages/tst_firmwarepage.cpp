@@ -142,8 +142,8 @@ void TestFirmwarePage::fileAndOutputCanOnlyBeRead()
 
 void TestFirmwarePage::pageWantsEveryDriveAndNoParameter()
 {
-    QVERIFY(page->shown.page->wantsAllDevices());
-    QVERIFY(!page->shown.page->wantsAllParameters());
+    QVERIFY(page->shown.page->multiDevice);
+    QVERIFY(!page->shown.page->allParameters);
     QCOMPARE(page->shown.page->paramIds(), QList<int>());
 }
 

@@ -29,6 +29,7 @@ private slots:
     void parameterOfAnotherPageChangesNothing();
     void recordWithoutAParameterLeavesItsValue();
 
+    void valueOfADriveIsShownBeforeTheFirstShowing();
     void limitsAreOpenUntilTheFirstDeviceValue();
     void limitsAreOpenAgainAtTheNextShowing();
     void limitsFollowTheDefinitionOfTheDrivesVersion();
@@ -160,10 +161,19 @@ void TestLabelledFields::recordWithoutAParameterLeavesItsValue()
     QCOMPARE(page.deviceLabel("Revolution")->text(), QStringLiteral("8"));
 }
 
+void TestLabelledFields::valueOfADriveIsShownBeforeTheFirstShowing()
+{
+    LabelledPage page;
+    page.DeviceUpdate(pageDrive());
+    QCOMPARE(page.deviceLabel("Param0x03")->text(), QStringLiteral("250"));
+    QCOMPARE(page.deviceLabel("Param0x1E", "_2")->text(), QStringLiteral("-1500"));
+    QVERIFY(!page.field("Param0x03")->validator());
+}
+
 void TestLabelledFields::limitsAreOpenUntilTheFirstDeviceValue()
 {
     LabelledPage page;
-    page.setSoftwareVersion("V123");
+    page.softwareVersion = "V123";
     page.initPage();
     QCOMPARE(page.validator("Param0x03")->bottom(), INT_MIN);
     QCOMPARE(page.validator("Param0x03")->top(), INT_MAX);
@@ -195,7 +205,7 @@ void TestLabelledFields::fieldOfAReadOnlyVersionIsBackForAWritableOne()
     defineParameters("V300", {"83;Hours;h;0;0;9;Unsigned;1;rw;0;"});
     LabelledPage page;
     page.showFor(pageDrive());
-    page.setSoftwareVersion("V300");
+    page.softwareVersion = "V300";
     page.initPage();
     QVERIFY(page.field("Param0x53")->isVisible());
 }

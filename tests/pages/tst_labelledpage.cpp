@@ -34,6 +34,7 @@ private slots:
     void userValueThatIsNoneIsIgnored();
     void userValueOfAnotherPageLeavesTheFields();
     void typingIntoARestoredFieldIsReported();
+    void fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive();
     void clearingEmptiesEveryFieldWithoutAReport();
     void clearingReachesTheHiddenFieldOfAReadOnlyParameter();
     void userValueStaysWhileDeviceValuesChange();
@@ -222,6 +223,16 @@ void TestLabelledPage::typingIntoARestoredFieldIsReported()
     page->newUserParam(readParam(3, 20));
     type(page->field("Param0x03"), "1");
     QCOMPARE(lastReported(*modified).value, 201);
+}
+
+void TestLabelledPage::fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive()
+{
+    page->applyUserParams(paramSet({readParam(3, 111), readParam(60, 11)}));
+    page->showUserValues(paramSet({readParam(3, 200)}));
+    QCOMPARE(page->field("Param0x03")->text(), QStringLiteral("200"));
+    QCOMPARE(page->field("Revolution")->text(), QString());
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
 }
 
 void TestLabelledPage::clearingEmptiesEveryFieldWithoutAReport()

@@ -4,6 +4,7 @@
 #include "pages/pagefactory.h"
 #include "tests/support/workingfolder.h"
 
+#include <QMetaMethod>
 #include <QTest>
 
 class TestPageFactory : public QObject
@@ -15,6 +16,8 @@ private slots:
     void eachNumberHasItsPage();
     void numberOfNoPageGivesNone_data();
     void numberOfNoPageGivesNone();
+    void slotsOfAPageCanBeCalledFromOutside_data();
+    void slotsOfAPageCanBeCalledFromOutside();
     void onlyTheTableWantsAllParameters();
     void onlyTheFirmwarePageWantsAllDrives();
 
@@ -60,16 +63,45 @@ void TestPageFactory::numberOfNoPageGivesNone()
     QVERIFY(!createDataPage(number));
 }
 
+void TestPageFactory::slotsOfAPageCanBeCalledFromOutside_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QByteArray>("slot");
+    const auto row = [](const char *name, PageNumber::Number number, const char *slot) {
+        QTest::newRow(name) << int(number) << QByteArray(slot);
+    };
+    row("edit of a labelled page", PageNumber::Positioning, "ParamChanged(int)");
+    row("edit of the operating modes", PageNumber::OperationsMode, "ParamChanged(int)");
+    row("edit of a curve", PageNumber::CalibrationCurrent, "ParamChanged(int)");
+    row("edit in the table", PageNumber::ParameterTable, "TextChanged(int)");
+    row("change of the address", PageNumber::RS485, "updateAdress()");
+    row("choice of a firmware image", PageNumber::FirmwareUpload, "selectBinFile()");
+    row("start of an update", PageNumber::FirmwareUpload, "startUpload()");
+    row("start of the programmer", PageNumber::FirmwareUpload, "startUploadProc()");
+    row("output of the programmer", PageNumber::FirmwareUpload, "uploadProcReadyRead()");
+    row("end of the programmer", PageNumber::FirmwareUpload, "uploadProcFinished()");
+}
+
+void TestPageFactory::slotsOfAPageCanBeCalledFromOutside()
+{
+    QFETCH(int, number);
+    QFETCH(QByteArray, slot);
+    const QMetaObject *pageClass = createDataPage(number)->metaObject();
+    const QMetaMethod method = pageClass->method(pageClass->indexOfSlot(slot));
+    QCOMPARE(method.methodSignature(), slot);
+    QCOMPARE(method.access(), QMetaMethod::Public);
+}
+
 void TestPageFactory::onlyTheTableWantsAllParameters()
 {
     for (int number = 0; number <= PageNumber::Last; ++number)
-        QCOMPARE(createDataPage(number)->wantsAllParameters(), number == 9);
+        QCOMPARE(createDataPage(number)->allParameters, number == 9);
 }
 
 void TestPageFactory::onlyTheFirmwarePageWantsAllDrives()
 {
     for (int number = 0; number <= PageNumber::Last; ++number)
-        QCOMPARE(createDataPage(number)->wantsAllDevices(), number == 10);
+        QCOMPARE(createDataPage(number)->multiDevice, number == 10);
 }
 
 QTEST_MAIN(TestPageFactory)

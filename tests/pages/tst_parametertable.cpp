@@ -57,7 +57,7 @@ void TestParameterTable::init()
 
 void TestParameterTable::tableWantsEveryParameterOfTheDrive()
 {
-    QVERIFY(ParameterTableDialog().wantsAllParameters());
+    QVERIFY(ParameterTableDialog().allParameters);
     QVERIFY(ParameterTableDialog().hasParam(4711));
 }
 

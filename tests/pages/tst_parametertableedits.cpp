@@ -33,6 +33,10 @@ private slots:
     void typingIntoARestoredFieldIsReported();
     void userValueThatIsNoneMakesNoRow();
     void userValueOfAnUnreadParameterMakesARow();
+    void rowsOfAnotherDrivesFileGoAgain();
+    void rowOfAnOwnChangeStaysWhenAnotherDrivesFileGoes();
+    void rowThatTheDriveOnceReportedStaysWhenAnotherDrivesFileGoes();
+    void parameterOfARemovedRowComesBackWithItsFirstValue();
     void clearingEmptiesEveryFieldWithoutAReport();
     void valueReachesTheDisabledFieldOfAReadOnlyParameter();
 
@@ -153,6 +157,49 @@ void TestParameterTableEdits::userValueOfAnUnreadParameterMakesARow()
     QCOMPARE(shown->field(50)->text(), QStringLiteral("3"));
     QCOMPARE(shown->text(50, Name), QStringLiteral("Funktion"));
     QCOMPARE(modified->count(), 0);
+}
+
+void TestParameterTableEdits::rowsOfAnotherDrivesFileGoAgain()
+{
+    shown->page.applyUserParams(paramSet({readParam(11, 111), readParam(50, 3), readParam(51, 4)}));
+    shown->page.showUserValues(paramSet({readParam(30, -7)}));
+    QCOMPARE(shown->column(Number), (QStringList {"11", "30", "83"}));
+    QCOMPARE(shown->field(11)->text(), QString());
+    QCOMPARE(shown->ground(11, Number), QColor(Qt::white));
+    QCOMPARE(shown->field(30)->text(), QStringLiteral("-7"));
+    QCOMPARE(shown->ground(30, Number), darkGrey);
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::rowOfAnOwnChangeStaysWhenAnotherDrivesFileGoes()
+{
+    const Z7DeviceParamSet own = paramSet({readParam(50, 3)});
+    shown->page.applyUserParams(own);
+    shown->page.applyUserParams(paramSet({readParam(50, 9), readParam(51, 4)}));
+    shown->page.showUserValues(own);
+    QCOMPARE(shown->column(Number), (QStringList {"11", "30", "83", "50"}));
+    QCOMPARE(shown->field(50)->text(), QStringLiteral("3"));
+}
+
+void TestParameterTableEdits::rowThatTheDriveOnceReportedStaysWhenAnotherDrivesFileGoes()
+{
+    shown->page.DeviceUpdate(tableDrive({readParam(11, 251)}));
+    shown->page.applyUserParams(paramSet({readParam(50, 3)}));
+    shown->page.showUserValues(Z7DeviceParamSet());
+    QCOMPARE(shown->column(Number), (QStringList {"11", "30", "83"}));
+    QCOMPARE(shown->text(83, DeviceValue), QStringLiteral("777"));
+}
+
+void TestParameterTableEdits::parameterOfARemovedRowComesBackWithItsFirstValue()
+{
+    shown->page.applyUserParams(paramSet({readParam(50, 3)}));
+    shown->page.showUserValues(Z7DeviceParamSet());
+    shown->page.DeviceUpdate(tableDrive({readParam(50, 8)}));
+    QCOMPARE(shown->column(Number), (QStringList {"11", "30", "83", "50"}));
+    QCOMPARE(shown->text(50, DeviceValue), QStringLiteral("8"));
+    type(shown->field(50), "9");
+    QCOMPARE(lastReported(*modified).number, 50);
 }
 
 void TestParameterTableEdits::clearingEmptiesEveryFieldWithoutAReport()

@@ -26,6 +26,7 @@ private slots:
     void onePressSendsOnceHoweverOftenThePageWasShown();
     void typedAddressIsNoPendingChange();
     void pendingChangeIsNotShown();
+    void typedAddressOutlivesTheChangesOfAnotherDrive();
     void fieldKeepsTheAddressThatWasSent();
     void anotherShowingEmptiesTheField();
     void limitsOfTheDefinitionPlayNoPart();
@@ -164,6 +165,14 @@ void TestRs485Page::pendingChangeIsNotShown()
 {
     shown->page->applyUserParams(paramSet({readParam(0x52, 9)}));
     QCOMPARE(field->text(), QString());
+}
+
+void TestRs485Page::typedAddressOutlivesTheChangesOfAnotherDrive()
+{
+    type(field, "77");
+    shown->page->applyUserParams(paramSet({readParam(0x52, 9)}));
+    shown->page->showUserValues(Z7DeviceParamSet());
+    QCOMPARE(field->text(), QStringLiteral("77"));
 }
 
 void TestRs485Page::fieldKeepsTheAddressThatWasSent()
