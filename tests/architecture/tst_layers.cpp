@@ -29,7 +29,7 @@ const QVector<Layer> layers {
     {"pages", words("forms model control/services")},
     {"control", words("pages comm model control/services protocol")},
     {"shell", words("forms control pages comm model control/services protocol")},
-    {"main.cpp", words("shell")},
+    {"shell/main.cpp", words("shell")},
     {"simulator", {}},
 };
 
@@ -218,7 +218,7 @@ void TestLayers::aForbiddenIncludeIsFound_data()
     row("a form to the shell", "forms/network.ui", "<header>shell/pageicon.h</header>");
     row("the shell to the simulator", "shell/wizard/wizardrows.cpp", R"(#include "simulator/bus.h")");
     row("the simulator to protocol", "simulator/frames.cpp", R"(#include "protocol/telegram.h")");
-    row("the program to anything but the shell", "main.cpp", R"(#include "control/maincontroller.h")");
+    row("the program to anything but the shell", "shell/main.cpp", R"(#include "control/maincontroller.h")");
     row("a header without its folder", "pages/rs485dialog.cpp", R"(#include "datawidget.h")");
     row("a header by a way round", "model/device.cpp", R"(#include "../pages/datawidget.h")");
     row("in angle brackets", "model/device.cpp", "#include <pages/datawidget.h>");
