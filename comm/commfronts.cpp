@@ -41,6 +41,13 @@ bool Z7CommInterfaceFront::beginPass(const Z7Device &device)
     return true;
 }
 
+void Z7CommInterfaceFront::refuse(Z7Device device)
+{
+    device.setDeviceError(TelegramError::TransactionAborted);
+    if (beginPass(device))
+        postTransactionTerminated();
+}
+
 void Z7CommInterfaceFront::stop()
 {
     if (m_passUnderWay)

@@ -44,6 +44,10 @@ public:
     void stop();
     bool isPassUnderWay() const { return m_passUnderWay; }
 
+    /// Ends a pass before it has begun: the record comes back as aborted, whatever error it had. Needs a
+    /// front without a pass under way.
+    void refuse(Z7Device device);
+
     /// For the end of the program: cancels the pass, waits until the thread has ended, and drops its news.
     void stopAndWait();
 

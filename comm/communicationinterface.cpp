@@ -46,7 +46,7 @@ void Z7CommunicationInterface::connectFront(const Z7CommInterfaceFront &front)
         SLOT(threadTransactionTerminated(Z7CommInterface::ThreadID)));
 }
 
-Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID)
+const Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID) const
 {
     if (threadID == ScanDevice)
         return m_scanFront;
@@ -57,17 +57,26 @@ Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID)
 
 void Z7CommunicationInterface::transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack)
 {
+    if (m_busLent && !m_transferFront.isPassUnderWay()) {
+        m_transferFront.refuse(stack->device());
+        return;
+    }
     m_transferStack = std::move(stack);
     m_transferStack->reset();
     // The error of the last pass must not end the new one before its first telegram.
     m_transferStack->setError(TelegramError::None);
     m_device = m_transferStack->device();
-    if (m_currentThread != TransferTelegramStack)
+    // On a lent bus it waits, so as to be refused at the end of the pass that is in its way.
+    if (m_currentThread != TransferTelegramStack || m_busLent)
         startOrQueue(TransferTelegramStack);
 }
 
 void Z7CommunicationInterface::scanDevice(const Z7Device &device)
 {
+    if (m_busLent && !m_scanFront.isPassUnderWay()) {
+        m_scanFront.refuse(device);
+        return;
+    }
     m_device = device;
     startOrQueue(ScanDevice);
 }
@@ -122,6 +131,8 @@ void Z7CommunicationInterface::startThread(int threadID)
 void Z7CommunicationInterface::schedulePolling(int threadID)
 {
     m_currentThread = threadID;
+    if (m_busLent)
+        return;
     const int interval = pollingInterval();
     if (interval >= 1) {
         m_pollingPause.start(interval);
@@ -133,7 +144,7 @@ void Z7CommunicationInterface::schedulePolling(int threadID)
 
 void Z7CommunicationInterface::startPollingThread()
 {
-    if (!m_pollingStack || m_pollingFront.isPassUnderWay())
+    if (m_busLent || !m_pollingStack || m_pollingFront.isPassUnderWay())
         return;
     m_retiredPollingStack.reset();
     adoptRecords();
@@ -143,7 +154,7 @@ void Z7CommunicationInterface::startPollingThread()
 
 void Z7CommunicationInterface::autoEnablePolling()
 {
-    if (pollingInterval() < 1 || !m_pollingStack || m_nextThread != noThread)
+    if (m_busLent || pollingInterval() < 1 || !m_pollingStack || m_nextThread != noThread)
         return;
     m_pollingEnabled = true;
     m_pollingTimer.stop();
@@ -179,14 +190,18 @@ void Z7CommunicationInterface::threadTransactionProgress(ThreadID threadID)
 
 void Z7CommunicationInterface::threadTransactionTerminated(ThreadID threadID)
 {
-    if (m_currentThread == threadID) {
+    const bool wasInCharge = m_currentThread == threadID;
+    if (wasInCharge) {
         m_currentThread = noThread;
         // A pause still armed would start a pass beside whatever comes next.
         m_pollingPause.stop();
         emit allCommunicationTerminated();
     }
+    if (m_busLent)
+        refuseNextThread();
     // A listener may have answered with a request and taken the bus. Then all that follows waits for its end.
-    if (m_nextThread != noThread) {
+    // A refused request never had the bus, and nothing was waiting for it.
+    if (m_nextThread != noThread && (wasInCharge || !m_busLent)) {
         startNextThreadID();
         return;
     }
@@ -201,6 +216,29 @@ void Z7CommunicationInterface::threadTransactionTerminated(ThreadID threadID)
         emit allCommunicationTerminated();
 }
 
+void Z7CommunicationInterface::refuseNextThread()
+{
+    if (m_nextThread == TransferTelegramStack) {
+        m_nextThread = noThread;
+        const auto stack = std::move(m_transferStack);
+        m_transferFront.refuse(stack->device());
+    } else if (m_nextThread == ScanDevice) {
+        m_nextThread = noThread;
+        m_scanFront.refuse(m_device);
+    }
+}
+
+void Z7CommunicationInterface::setBusLent(bool lent)
+{
+    if (m_busLent == lent)
+        return;
+    m_busLent = lent;
+    m_pollingPause.stop();
+    const bool isPollingWaiting = m_pollingEnabled && m_currentThread == DevicePolling;
+    if (isPollingWaiting && !m_pollingFront.isPassUnderWay())
+        schedulePolling(DevicePolling);
+}
+
 void Z7CommunicationInterface::schedulePollingOnFreeBus()
 {
     if (m_currentThread == noThread)
@@ -209,10 +247,8 @@ void Z7CommunicationInterface::schedulePollingOnFreeBus()
 
 void Z7CommunicationInterface::startNextThreadID()
 {
-    if (m_nextThread == noThread || m_currentThread != noThread)
-        return;
-    startThread(m_nextThread);
-    m_nextThread = noThread;
+    if (m_nextThread != noThread && m_currentThread == noThread)
+        startThread(std::exchange(m_nextThread, noThread));
 }
 
 void Z7CommunicationInterface::cancelCommunication()

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// Decides which worker thread may use the bus: one at a time, with one successor waiting.
@@ -16,6 +17,9 @@
 /// A free bus starts a request at once; a transfer is waited for; a scan or polling is stopped first. Polling
 /// comes back by itself, `pollingInterval` ms after whatever ended before it. Main thread only. Failures
 /// travel in the error of the records.
+///
+/// The bus can be lent to another program, the firmware programmer, and until it is given back no thread
+/// starts (setBusLent).
 class Z7CommunicationInterface : public QObject
 {
     Q_OBJECT
@@ -37,6 +41,16 @@ public:
     /// True while a transfer runs, or any request waits for the thread in charge to end: then the record of a
     /// polling pass that ends now is that of a pass cut short.
     bool isRequestWaiting() const;
+
+    /// Lends the bus to another program, or takes it back. Whatever uses the bus now goes on to its end, so
+    /// who lends it cancels all communication first.
+    ///
+    /// While it is lent polling waits, with a stack that is set meanwhile too, and goes on one
+    /// `pollingInterval` after the return. A transfer or scan does not wait, since it would come as a
+    /// surprise later: one that is asked for ends before the call returns, and one that was waiting ends with
+    /// the pass before it. Each gives its record with error 19 and its transactionTerminated. One that finds
+    /// a pass of its own thread under way is answered at the end of that pass.
+    void setBusLent(bool lent);
 
     /// For the end of the program: returns when no thread runs any more, after two time-outs and the gap, or
     /// the bound on a babbling line, at the most. Nothing is reported.
@@ -65,12 +79,18 @@ private slots:
 
 private:
     void connectFront(const Z7CommInterfaceFront &front);
-    Z7CommInterfaceFront &front(int threadID);
+    const Z7CommInterfaceFront &front(int threadID) const;
+    Z7CommInterfaceFront &front(int threadID)
+    {
+        return const_cast<Z7CommInterfaceFront &>(std::as_const(*this).front(threadID));
+    }
     /// Starts the thread on a free bus; otherwise lets it follow the thread in charge, stopping all but a
     /// transfer.
     void startOrQueue(int threadID);
     void startThread(int threadID);
     void stopThread(int threadID) { front(threadID).stop(); }
+    /// On a lent bus: ends the request that is waiting. Polling goes on waiting.
+    void refuseNextThread();
     void schedulePolling(int threadID);
     void schedulePollingOnFreeBus();
     void adoptRecords();
@@ -88,8 +108,9 @@ private:
     QList<Z7Device> m_recordsToAdopt;
 
     QTimer m_pollingTimer; ///< runs while the options hold polling off
-    QTimer m_pollingPause; ///< single shot; only runs while polling is in charge of the bus
+    QTimer m_pollingPause; ///< single shot; only runs while polling is in charge of a bus that is not lent
     bool m_pollingEnabled = false;
+    bool m_busLent = false;
     int m_nextThread = Z7CommInterface::noThread;
     int m_currentThread = Z7CommInterface::noThread;
 
