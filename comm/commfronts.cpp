@@ -37,6 +37,7 @@ bool Z7CommInterfaceFront::beginPass(const Z7Device &device)
     if (m_passUnderWay)
         return false;
     m_passUnderWay = true;
+    ++m_passesBegun;
     m_responded = false;
     return true;
 }
