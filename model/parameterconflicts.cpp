@@ -23,6 +23,17 @@ int valueAfterWrite(int number, const Z7DeviceParamSet &user, const Z7DevicePara
     return param ? param->value : 0;
 }
 
+/// The text with %1, %2 and %3 filled in. A translation may lack a placeholder or have one twice: QString
+/// gives the values to the lowest placeholders that are there, so all three are put behind the text and cut
+/// off again.
+QString filledText(const QString &text, int a, int b, int c)
+{
+    const QString texts[] = {QString::number(a), QString::number(b), QString::number(c)};
+    const int tail = texts[0].size() + texts[1].size() + texts[2].size();
+    const QString filled = (text + QStringLiteral("%1%2%3")).arg(texts[0], texts[1], texts[2]);
+    return filled.left(filled.size() - tail);
+}
+
 } // namespace
 
 QString paramConflicts(const Z7DeviceParamSet &user, const Z7DeviceParamSet &device)
@@ -36,7 +47,7 @@ QString paramConflicts(const Z7DeviceParamSet &user, const Z7DeviceParamSet &dev
             continue;
         if (!conflicts.isEmpty())
             conflicts += QStringLiteral(", ");
-        conflicts += languageText("ErrorCodes", rule.key, rule.text).arg(a).arg(b).arg(c);
+        conflicts += filledText(languageText("ErrorCodes", rule.key, rule.text), a, b, c);
     }
     return conflicts;
 }

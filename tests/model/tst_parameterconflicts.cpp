@@ -41,6 +41,8 @@ private slots:
     void aValueThatNobodyHasReadCountsAllTheSame();
     void aDeletedChangeFallsBackToTheDrivesValue();
     void theSentenceComesFromTheLanguageFile();
+    void aTranslationMayLackOrRepeatAPlaceholder_data();
+    void aTranslationMayLackOrRepeatAPlaceholder();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -114,6 +116,29 @@ void TestParameterConflicts::theSentenceComesFromTheLanguageFile()
         "%3\n");
     QCOMPARE(
         conflicts({{11, 3}, {12, 2}, {13, 1}, {38, 6}}, {}), QStringLiteral("speed 1 2 3, current 6 0 0"));
+}
+
+void TestParameterConflicts::aTranslationMayLackOrRepeatAPlaceholder_data()
+{
+    QTest::addColumn<QByteArray>("translation");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("lacks the first") << QByteArray("then %2, last %3") << "then 20, last 10";
+    QTest::newRow("lacks the middle") << QByteArray("first %1, last %3") << "first 30, last 10";
+    QTest::newRow("lacks the last") << QByteArray("first %1, then %2") << "first 30, then 20";
+    QTest::newRow("has the last alone") << QByteArray("last %3") << "last 10";
+    QTest::newRow("has none") << QByteArray("speeds do not rise") << "speeds do not rise";
+    QTest::newRow("is empty") << QByteArray() << "";
+    QTest::newRow("repeats one") << QByteArray("%2 < %1, %2 > %3") << "20 < 30, 20 > 10";
+    QTest::newRow("has a percent sign of its own") << QByteArray("20 %: %1 %2 %3 %") << "20 %: 30 20 10 %";
+    QTest::newRow("has a placeholder too many") << QByteArray("%1 %2 %3 %4") << "30 20 10 %4";
+}
+
+void TestParameterConflicts::aTranslationMayLackOrRepeatAPlaceholder()
+{
+    QFETCH(QByteArray, translation);
+    WorkingFolder::write(QStringLiteral("deutsch.z7lang"),
+        "[ErrorCodes]\nConflictingParamsRotation=\"" + translation + "\"\n");
+    QTEST(conflicts({{11, 30}, {12, 20}, {13, 10}}, {}), "text");
 }
 
 QTEST_APPLESS_MAIN(TestParameterConflicts)
