@@ -24,9 +24,33 @@ Z7ParamDefinitions *definitionsOf(const Z7Device &device)
     return Z7Services::instance()->definitions(device.softwareVersion);
 }
 
+/// Stands in where there is no window.
+class NoMainContent : public IMainContent
+{
+public:
+    void rebuildTree(const QList<int> &deviceIds) override { Q_UNUSED(deviceIds) }
+    void enableDataButtons() override { }
+    void disableDataButtons() override { }
+    void setConflictLine(const QString &text) override { Q_UNUSED(text) }
+};
+
+IMainContent *noMainContent()
+{
+    static NoMainContent content;
+    return &content;
+}
+
+/// True for a page that keeps the record of the selected drive alone.
+bool keepsToOneDrive(const IDeviceDataCallback *listener)
+{
+    const auto *page = dynamic_cast<const Z7DataWidget *>(listener);
+    return page && !page->multiDevice;
+}
+
 } // namespace
 
 Z7MainController::Z7MainController()
+    : m_mainContent(noMainContent())
 {
     registerDeviceTypes();
     connect(&m_commInterface, SIGNAL(DeviceUpdate(Z7CommInterface::ThreadID, Z7Device)),
@@ -60,6 +84,12 @@ void Z7MainController::createPage(int number)
     connect(source, SIGNAL(sendBootloaderInitCommand()), this, SLOT(sendBootloaderInitCommand()),
         Qt::UniqueConnection);
     connect(source, SIGNAL(sendChangeAdress(int)), this, SLOT(sendChangeAdress(int)), Qt::UniqueConnection);
+    connect(source, SIGNAL(programmerUsesBus(bool)), this, SLOT(lendBus(bool)), Qt::UniqueConnection);
+}
+
+void Z7MainController::setMainContent(IMainContent *mainContent)
+{
+    m_mainContent = mainContent ? mainContent : noMainContent();
 }
 
 Z7DataWidget *Z7MainController::page(int number) const
@@ -112,6 +142,18 @@ void Z7MainController::refuseDevice(const Z7Device &device)
         QMessageBox::Ok);
 }
 
+const Z7Device *Z7MainController::findDevice(int id) const
+{
+    const auto device = m_devices.constFind(id);
+    return device == m_devices.constEnd() ? nullptr : &device.value();
+}
+
+bool Z7MainController::isAccessGranted(int deviceId) const
+{
+    const Z7Device *device = findDevice(deviceId);
+    return device && device->accessGranted;
+}
+
 bool Z7MainController::currentUserParams(Z7DeviceParamSet &out) const
 {
     const auto changes = m_userParams.constFind(m_currentDevice);
@@ -131,7 +173,8 @@ bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget
     if (number != m_currentPage || !shown->parentWidget()) {
         takeOutPage(currentPage());
         shown->setParent(contentWidget);
-        layout->addWidget(shown);
+        if (layout)
+            layout->addWidget(shown);
         m_currentPage = number;
     }
     if (m_devices.contains(deviceId)) {
@@ -217,12 +260,33 @@ void Z7MainController::PostDeviceUpdate(ThreadID threadID, Z7Device device)
 {
     if (threadID == TransferTelegramStack)
         addCallback(threadID, std::exchange(m_bootloaderListener, nullptr));
-    if (m_devices.contains(device.deviceId()))
+    const bool isListed = m_devices.contains(device.deviceId());
+    const bool hasMoved = !isListed && device.addressChanged && m_devices.contains(device.previousDeviceId());
+    if (isListed)
         replaceDevice(device);
-    else if (device.addressChanged && m_devices.contains(device.previousDeviceId()))
+    else if (hasMoved)
         moveToNewAddress(device);
-    callListeners(threadID, [&device](IDeviceDataCallback *listener) { listener->DeviceUpdate(device); });
+    tellListeners(threadID, device, hasMoved);
+    m_callbacks.passReported(threadID);
     rebuildTree();
+}
+
+/// A page that was shown for another drive while the pass was under way must not take this record for that
+/// of its own drive: its values would be edited there, and written to it.
+void Z7MainController::tellListeners(ThreadID threadID, const Z7Device &device, bool hasMoved)
+{
+    m_callbacks.call(threadID, [&](IDeviceDataCallback *listener) {
+        const bool isForeign = !hasMoved && isRecordOfAnotherDrive(device) && keepsToOneDrive(listener)
+            && m_callbacks.joinedLate(threadID, listener);
+        if (!isForeign)
+            listener->DeviceUpdate(device);
+    });
+}
+
+bool Z7MainController::isRecordOfAnotherDrive(const Z7Device &device) const
+{
+    const int id = device.deviceId();
+    return id != m_currentDevice && m_devices.contains(id);
 }
 
 void Z7MainController::replaceDevice(const Z7Device &device)
@@ -236,8 +300,8 @@ void Z7MainController::replaceDevice(const Z7Device &device)
         stored.parameterSet = storedParameters;
     stored.fullReadPending = wasFullRead;
     // A pass that was cut short for a request has not read everything. The request goes first, and
-    // the full read after it.
-    if (!wasFullRead || m_commInterface.isRequestWaiting())
+    // the full read after it. While the bus is lent, no pass runs at all.
+    if (!wasFullRead || m_commInterface.isRequestWaiting() || m_busIsLent)
         return;
     stored.fullReadPending = false;
     stored.parametersComplete = true;
@@ -246,31 +310,35 @@ void Z7MainController::replaceDevice(const Z7Device &device)
 
 void Z7MainController::moveToNewAddress(const Z7Device &device)
 {
+    const int id = device.deviceId();
     m_devices.remove(device.previousDeviceId());
-    m_currentDevice = device.deviceId();
-    m_devices.insert(m_currentDevice, device);
+    // The user may have gone to another drive meanwhile, and works on that one.
+    if (!hasCurrentDevice())
+        m_currentDevice = id;
+    m_devices.insert(id, device);
     // From now on the old address may be another drive's.
-    m_devices[m_currentDevice].addressChanged = false;
+    m_devices[id].addressChanged = false;
     rebuildTree();
     updatePolling();
 }
 
 void Z7MainController::PostTransactionStarted(ThreadID threadID, int maxProgress, Z7Device device)
 {
-    callListeners(threadID, [maxProgress, &device](IDeviceDataCallback *listener) {
+    m_callbacks.passStarted(threadID);
+    m_callbacks.call(threadID, [maxProgress, &device](IDeviceDataCallback *listener) {
         listener->transactionStarted(maxProgress, device);
     });
 }
 
 void Z7MainController::PostTransactionTerminated(ThreadID threadID)
 {
-    callListeners(threadID, [](IDeviceDataCallback *listener) { listener->transactionTerminated(); });
-    m_callbacks[threadID].clear();
+    m_callbacks.call(threadID, [](IDeviceDataCallback *listener) { listener->transactionTerminated(); });
+    m_callbacks.transactionTerminated(threadID);
 }
 
 void Z7MainController::PostTransactionProgress(ThreadID threadID)
 {
-    callListeners(threadID, [](IDeviceDataCallback *listener) { listener->transactionProgress(); });
+    m_callbacks.call(threadID, [](IDeviceDataCallback *listener) { listener->transactionProgress(); });
 }
 
 void Z7MainController::allCommunicationStopped()
@@ -281,34 +349,20 @@ void Z7MainController::allCommunicationStopped()
 
 void Z7MainController::addCallback(ThreadID threadID, IDeviceDataCallback *callback)
 {
-    Callbacks &listeners = m_callbacks[threadID];
-    if (callback && !listeners.contains(callback))
-        listeners.append(callback);
+    m_callbacks.add(threadID, callback, m_commInterface.isPassUnderWay(threadID));
 }
 
 void Z7MainController::removeCallback(IDeviceDataCallback *callback)
 {
-    for (Callbacks &listeners : m_callbacks)
-        listeners.removeAll(callback);
+    m_callbacks.remove(callback);
 }
 
 void Z7MainController::forgetAllCallbacks()
 {
-    m_callbacks.clear();
+    m_callbacks.removeAll();
     // The control bar will not hear the end of what it was watching.
     if (m_deviceControl)
         m_deviceControl->transactionTerminated();
-}
-
-template<typename Call>
-void Z7MainController::callListeners(ThreadID threadID, Call call)
-{
-    const Callbacks listeners = m_callbacks.value(threadID);
-    for (IDeviceDataCallback *listener : listeners) {
-        // A listener that was called before may have shown another page or removed this one.
-        if (m_callbacks.value(threadID).contains(listener))
-            call(listener);
-    }
 }
 
 // --- operations on the bus ---
@@ -324,7 +378,8 @@ void Z7MainController::readDeviceStatus(const Z7Device &device, IDeviceDataCallb
     transfer(std::make_unique<Z7DeviceStatusTelegramStack>(device), {m_deviceControl, callback});
 }
 
-void Z7MainController::transfer(std::unique_ptr<Z7TelegramStack> stack, const Callbacks &listeners)
+void Z7MainController::transfer(
+    std::unique_ptr<Z7TelegramStack> stack, const QList<IDeviceDataCallback *> &listeners)
 {
     for (IDeviceDataCallback *listener : listeners)
         addCallback(TransferTelegramStack, listener);
@@ -339,6 +394,12 @@ void Z7MainController::cancelCommunication()
     m_commInterface.cancelCommunication();
     // No record may come that would make the tree take clicks again.
     rebuildTree();
+}
+
+void Z7MainController::lendBus(bool toProgrammer)
+{
+    m_busIsLent = toProgrammer;
+    m_commInterface.setBusLent(toProgrammer);
 }
 
 void Z7MainController::DownloadData()
@@ -476,6 +537,7 @@ void Z7MainController::setUserParams(int deviceId, const Z7DeviceParamSet &set)
         shown->applyUserParams(set);
     showConflicts();
     rebuildTree();
+    showOwnUserParams(deviceId);
 }
 
 void Z7MainController::resetChanges(int deviceId)
@@ -485,6 +547,15 @@ void Z7MainController::resetChanges(int deviceId)
     showConflicts();
     if (Z7DataWidget *shown = currentPage())
         shown->clearUserValues();
+    showOwnUserParams(deviceId);
+}
+
+/// What was done to another drive's changes has gone through the fields of the shown page.
+void Z7MainController::showOwnUserParams(int changedDeviceId)
+{
+    Z7DataWidget *shown = currentPage();
+    if (shown && changedDeviceId != m_currentDevice)
+        shown->showUserValues(m_userParams.value(m_currentDevice));
 }
 
 void Z7MainController::setDefaults(int deviceId)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "comm/communicationinterface.h"
+#include "control/transactionlisteners.h"
 #include "model/device.h"
 
 #include <QList>
@@ -33,9 +34,9 @@ public:
 
     /// Creates the page of that number, 0 to 16, if it is missing, and connects its signals.
     void createPage(int number);
-    /// Neither is owned. Both are set once, before the first drive, and outlive the last record.
+    /// Neither is owned; both outlive the last record. Without one, nobody hears what it would be told.
     void setDeviceControl(IDeviceDataCallback *deviceControl) { m_deviceControl = deviceControl; }
-    void setMainContent(IMainContent *mainContent) { m_mainContent = mainContent; }
+    void setMainContent(IMainContent *mainContent);
 
     /// Takes over the drives that the wizard has connected. A drive without parameter definitions is refused
     /// with a message. The user's changes stay, so those of a drive that comes back are still there.
@@ -43,6 +44,8 @@ public:
     QList<Z7Device> connectedDevices() const { return m_devices.values(); }
     QList<int> deviceIds() const { return m_devices.keys(); }
     Z7Device device(int id) const { return m_devices.value(id); }
+    /// The record in the list, valid until the next record or list comes; null if the drive is not listed.
+    const Z7Device *findDevice(int id) const;
     Z7Device currentDeviceRecord() const { return m_devices.value(m_currentDevice); }
     /// True while a drive of the list is selected.
     bool hasCurrentDevice() const { return m_devices.contains(m_currentDevice); }
@@ -51,7 +54,7 @@ public:
 
     /// Shows a page for a drive: as child of `contentWidget`, in `layout`. False if there is no such page.
     bool showPage(int number, int deviceId, QWidget *contentWidget, QLayout *layout);
-    bool isAccessGranted(int deviceId) const { return m_devices.value(deviceId).accessGranted; }
+    bool isAccessGranted(int deviceId) const;
     /// True if a change of this drive that the page is about differs from the drive's value.
     bool hasModifiedParams(int pageNumber, int deviceId) const;
 
@@ -62,7 +65,8 @@ public:
     /// Forgets a listener that goes away before its transaction has ended.
     void removeCallback(IDeviceDataCallback *callback);
 
-    /// Replaces the pending changes of a drive; an empty set does nothing.
+    /// Replaces the pending changes of a drive; an empty set does nothing. The shown page ends up with those
+    /// of its own drive, here as in resetChanges().
     void setUserParams(int deviceId, const Z7DeviceParamSet &set);
     void resetChanges(int deviceId);
     /// Makes the factory value of every writable parameter a pending change.
@@ -95,20 +99,21 @@ public slots:
     void SetNewPasswordData(int newPassword);
     void postUserModifiedParameter(Z7DeviceParam param);
     void postUserDeletedParameter(Z7DeviceParam param);
+    /// While an external programmer has the bus, nothing else goes on it: the live update waits, and what is
+    /// asked for ends at once with error 19.
+    void lendBus(bool toProgrammer);
 
 private:
-    using Callbacks = QList<IDeviceDataCallback *>;
-
     Z7DataWidget *page(int number) const;
     Z7DataWidget *currentPage() const { return page(m_currentPage); }
     bool hasUserChanges() const;
     bool confirmConflicts() const;
-    void transfer(std::unique_ptr<Z7TelegramStack> stack, const Callbacks &listeners);
+    void transfer(std::unique_ptr<Z7TelegramStack> stack, const QList<IDeviceDataCallback *> &listeners);
 
     void addCallback(Z7CommInterface::ThreadID threadID, IDeviceDataCallback *callback);
     void forgetAllCallbacks();
-    template<typename Call>
-    void callListeners(Z7CommInterface::ThreadID threadID, Call call);
+    void tellListeners(Z7CommInterface::ThreadID threadID, const Z7Device &device, bool hasMoved);
+    bool isRecordOfAnotherDrive(const Z7Device &device) const;
 
     void addDevice(const Z7Device &device);
     void refuseDevice(const Z7Device &device);
@@ -117,6 +122,7 @@ private:
     void updatePolling();
     void takeOutPage(Z7DataWidget *page);
     void fillPage(Z7DataWidget *page, int deviceId);
+    void showOwnUserParams(int changedDeviceId);
 
     void rebuildTree();
     void showConflicts();
@@ -126,11 +132,12 @@ private:
     std::map<int, std::unique_ptr<Z7DataWidget>> m_pages;
     QMap<int, Z7Device> m_devices; ///< by device id
     QMap<int, Z7DeviceParamSet> m_userParams; ///< by device id
-    QMap<Z7CommInterface::ThreadID, Callbacks> m_callbacks; ///< until the transaction ends
+    TransactionListeners m_callbacks;
     /// Hears the record of the bootloader command, whatever page is shown by then.
     IDeviceDataCallback *m_bootloaderListener = nullptr;
     IDeviceDataCallback *m_deviceControl = nullptr;
-    IMainContent *m_mainContent = nullptr;
+    IMainContent *m_mainContent; ///< never null
+    bool m_busIsLent = false;
     /// Behind the pages, so that it goes, with its threads, before the listeners do.
     Z7CommunicationInterface m_commInterface;
 };
