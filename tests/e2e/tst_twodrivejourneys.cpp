@@ -1,0 +1,178 @@
+// A person at one of two drives: what belongs to the other is neither shown nor written here.
+
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "shell/deviceselectiondialog.h"
+#include "tests/e2e/journey.h"
+#include "tests/e2e/person.h"
+#include "tests/e2e/telegrams.h"
+#include "tests/e2e/testbench.h"
+#include "tests/support/filedialogs.h"
+#include "tests/support/messageboxes.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QtTest>
+
+using namespace Telegrams;
+
+namespace {
+
+const QString port = QStringLiteral("ttyUSB0");
+const QString table = QStringLiteral("Parametertabelle");
+constexpr int setPoint = 23;
+/// Longer than any reply that a test delays.
+constexpr int patientTimeoutMs = 5000;
+
+QString driveName(int address)
+{
+    return QStringLiteral("Port0 - Z7.%1").arg(address);
+}
+
+z7sim::DriveConfig longDrive(int address)
+{
+    z7sim::DriveConfig drive = TestBench::shortDrive(address);
+    drive.version = "V123";
+    return drive;
+}
+
+/// Drive 1 of version V123 with its many parameters, drive 3 with few, and a person connected to both.
+struct Desk
+{
+    Desk()
+        : bus(bench.plugIn(port, {longDrive(1), TestBench::shortDrive(3)}))
+    {
+        Z7Services::instance()->options()->setTimeout(patientTimeoutMs);
+    }
+
+    bool connectBoth() const
+    {
+        return journey.connectManually(port, 1, 0) && journey.connectManually(port, 3, 0);
+    }
+    bool showTable(int address) const
+    {
+        return journey.showPage(driveName(address), table) && Person::waitUntil([this, address] {
+            return journey.row(setPoint).deviceValue == QString::number(bus.memory(address, setPoint));
+        });
+    }
+    bool waitForRequest(const QString &request) const
+    {
+        return Person::waitUntil([this, &request] { return requests(bus.log()).contains(request); });
+    }
+    bool pickOnly(int row) const
+    {
+        const auto *dialog = journey.window().findChildren<DeviceSelectionDialog *>().constLast();
+        auto *list = dialog->findChild<QListWidget *>("lstDevices");
+        list->setCurrentRow(row);
+        QTest::keyClick(list, Qt::Key_Space);
+        return Person::press(*dialog, "BtnOK");
+    }
+
+    TestBench bench;
+    z7sim::SimulatedBus &bus;
+    Journey journey;
+};
+
+} // namespace
+
+class TestTwoDriveJourneys : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tableClickedDuringAPassOfTheOtherDriveHasOnlyItsOwnRows();
+    void editsGoToTheDriveThatIsShownWhenTheOtherHasMoved();
+    void fileForTheOtherDriveLeavesTheShownTable();
+    void discardOnTheOtherDriveLeavesTheShownTable();
+};
+
+void TestTwoDriveJourneys::tableClickedDuringAPassOfTheOtherDriveHasOnlyItsOwnRows()
+{
+    const Desk desk;
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectBoth());
+    QVERIFY(desk.showTable(1));
+    desk.bus.clearLog();
+    QVERIFY(desk.waitForRequest(read(1, setPoint)));
+
+    QVERIFY(journey.showPage(driveName(3), table));
+    desk.bus.clearLog();
+    QVERIFY(desk.waitForRequest(read(3, TestBench::shortNumbers.constLast())));
+    QTRY_COMPARE(journey.row(setPoint).deviceValue, QString::number(desk.bus.memory(3, setPoint)));
+    QCOMPARE(journey.rowCount(), TestBench::shortNumbers.size());
+
+    QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
+    QVERIFY(journey.press("BtnUpload"));
+    QTRY_COMPARE(desk.bus.memory(3, setPoint), 321);
+    QVERIFY(desk.bus.memory(1, setPoint) != 321);
+}
+
+void TestTwoDriveJourneys::editsGoToTheDriveThatIsShownWhenTheOtherHasMoved()
+{
+    const Desk desk;
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectBoth());
+    QVERIFY(journey.showPage(driveName(1), QStringLiteral("RS485")));
+    QTRY_COMPARE(Person::textOf(journey.window(), "lParam0x52Device"), QStringLiteral("1"));
+    // The drive takes its new address at once and tells so late.
+    desk.bus.command("fault 1 late ms=1000 count=1 command=0x03");
+    QVERIFY(Person::type(journey.window().findChild<QLineEdit *>("edParam0x52User"), QStringLiteral("77")));
+    QVERIFY(Person::press(journey.window(), "BtnChangeAdress"));
+    QVERIFY(desk.waitForRequest(write(1, 0x52, 77)));
+    QVERIFY(journey.showPage(driveName(3), table));
+
+    // It is logged on to again once one of its pages is shown.
+    QTRY_VERIFY(journey.drives().contains(driveName(77) + ", inactive"));
+    QTRY_COMPARE(journey.row(setPoint).deviceValue, QString::number(desk.bus.memory(3, setPoint)));
+    QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
+    QCOMPARE(journey.mark(driveName(3), table), QStringLiteral("active_modified"));
+    QCOMPARE(journey.mark(driveName(77), table), QStringLiteral("inactive"));
+    QVERIFY(journey.press("BtnUpload"));
+    QTRY_COMPARE(desk.bus.memory(3, setPoint), 321);
+    QVERIFY(desk.bus.memory(77, setPoint) != 321);
+}
+
+void TestTwoDriveJourneys::fileForTheOtherDriveLeavesTheShownTable()
+{
+    const Desk desk;
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectBoth());
+    WorkingFolder::write("set.z7param",
+        "<Z7Device><DeviceInfo SoftwareVersion=\"V101\"/><Z7-Parameter><parameter id=\"23\" val=\"-777\"/>"
+        "<parameter id=\"4711\" val=\"1\"/></Z7-Parameter></Z7Device>");
+    QVERIFY(desk.showTable(1));
+    const int rows = journey.rowCount();
+    QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
+    {
+        const FileDialogUser user("set.z7param");
+        QVERIFY(Person::press(journey.window(), "BtnOpen"));
+    }
+    QVERIFY(desk.pickOnly(0)); // drive 3 alone has the version of the file
+    QCOMPARE(journey.row(setPoint).userValue, QStringLiteral("321"));
+    QCOMPARE(journey.rowCount(), rows);
+
+    QVERIFY(desk.showTable(3));
+    QCOMPARE(journey.row(setPoint).userValue, QStringLiteral("-777"));
+    QVERIFY(journey.press("BtnUpload"));
+    QTRY_COMPARE(desk.bus.memory(3, setPoint), -777);
+}
+
+void TestTwoDriveJourneys::discardOnTheOtherDriveLeavesTheShownTable()
+{
+    const Desk desk;
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectBoth());
+    for (const int address : {3, 1}) {
+        QVERIFY(desk.showTable(address));
+        QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
+    }
+    QVERIFY(Person::press(journey.window(), "BtnResetChanges"));
+    QVERIFY(desk.pickOnly(1));
+    QTRY_COMPARE(journey.mark(driveName(3), table), QStringLiteral("active"));
+    QCOMPARE(journey.row(setPoint).userValue, QStringLiteral("321"));
+    QCOMPARE(journey.mark(driveName(1), table), QStringLiteral("active_modified"));
+}
+
+QTEST_MAIN(TestTwoDriveJourneys)
+
+#include "tst_twodrivejourneys.moc"
