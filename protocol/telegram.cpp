@@ -49,11 +49,11 @@ void Z7Telegram::parseReply(const QByteArray &bytes)
 void Z7Telegram::judgeReply()
 {
     if (!hasReplyByte(1)) {
-        setError(TelegramError::InvalidReplyLength);
+        noteError(TelegramError::InvalidReplyLength);
         return;
     }
     if (replyByte(1) != byteAt(m_request, 1)) {
-        setError(TelegramError::InvalidReplyData);
+        noteError(TelegramError::InvalidReplyData);
         return;
     }
     if (replyByte(0) == ((byteAt(m_request, 0) + replyFlag) & 0xFF))
@@ -67,9 +67,9 @@ void Z7Telegram::judgeReply()
 void Z7Telegram::judgeNormalReply()
 {
     if (!isChecksumRight())
-        setError(TelegramError::WrongChecksum);
+        noteError(TelegramError::WrongChecksum);
     else if (m_reply.size() != expectedReplyLength())
-        setError(TelegramError::InvalidReplyLength);
+        noteError(TelegramError::InvalidReplyLength);
     else
         decodeReply();
 }
@@ -77,15 +77,15 @@ void Z7Telegram::judgeNormalReply()
 void Z7Telegram::judgeShortErrorReply()
 {
     if (m_reply.size() != shortErrorLength) {
-        setError(TelegramError::InvalidReplyLength);
+        noteError(TelegramError::InvalidReplyLength);
         return;
     }
     if (!isChecksumRight()) {
-        setError(TelegramError::WrongChecksum);
+        noteError(TelegramError::WrongChecksum);
         return;
     }
     // The error bits stand in the last byte, the very byte that has just been compared as checksum.
-    setError(shortErrorNumber(replyByte(shortErrorLength - 1)));
+    noteError(shortErrorNumber(replyByte(shortErrorLength - 1)));
     if (m_error == TelegramError::None)
         decodeReply();
 }

@@ -50,7 +50,7 @@ public:
     /// Length in bytes of the normal reply, checksum included.
     virtual int expectedReplyLength() const = 0;
 
-    /// Checks the content of the stored reply and sets error() where it tells of a failure.
+    /// Checks the content of the stored reply and sets error() where it tells of a failure; clears none.
     /// Also runs on replies of other lengths than expected, so it asks before it reads a byte.
     virtual void decodeReply() = 0;
 
@@ -85,7 +85,12 @@ protected:
     {
     }
 
-    void setError(int error) { m_error = error; }
+    /// Notes a failure. 0 clears none: an error stands until the next reply.
+    void noteError(int error)
+    {
+        if (error != TelegramError::None)
+            m_error = error;
+    }
 
     /// Builds the request: command, low byte of the address, payload, checksum.
     void buildRequest(int address, const QByteArray &payload = QByteArray());

@@ -35,7 +35,7 @@ Z7Telegram_ParameterRead::Z7Telegram_ParameterRead(int address, int number)
 
 void Z7Telegram_ParameterRead::decodeReply()
 {
-    setError(parameterNumberError(*this));
+    noteError(parameterNumberError(*this));
 }
 
 Z7Telegram_ParameterWrite::Z7Telegram_ParameterWrite(int address, int number, int value)
@@ -46,7 +46,7 @@ Z7Telegram_ParameterWrite::Z7Telegram_ParameterWrite(int address, int number, in
 
 void Z7Telegram_ParameterWrite::decodeReply()
 {
-    setError(parameterNumberError(*this));
+    noteError(parameterNumberError(*this));
 }
 
 Z7Telegram_StatusRead::Z7Telegram_StatusRead(int address)
@@ -87,11 +87,11 @@ QByteArray Z7Telegram_PasswordCommand::passwordField(int password)
 void Z7Telegram_PasswordCommand::decodeReply()
 {
     if (!hasReplyByte(2))
-        setError(TelegramError::InvalidReplyLength);
+        noteError(TelegramError::InvalidReplyLength);
     else if (replyByte(2) & passwordRefused)
-        setError(TelegramError::InvalidPassword);
+        noteError(TelegramError::InvalidPassword);
     else
-        setError(statusError(replyByte(2)));
+        noteError(statusError(replyByte(2)));
 }
 
 int Z7Telegram_PasswordCommand::statusError(int status) const

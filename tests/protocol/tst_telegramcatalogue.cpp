@@ -83,6 +83,8 @@ private slots:
     void aReplyTooShortToHoldItsContentIsOfInvalidLength_data();
     void aReplyTooShortToHoldItsContentIsOfInvalidLength();
     void anyStatusReplyIsTaken();
+    void aLookAtTheContentClearsNoError_data();
+    void aLookAtTheContentClearsNoError();
 
     void theVersionIsALetterAndThreeSignedNumbers_data();
     void theVersionIsALetterAndThreeSignedNumbers();
@@ -271,6 +273,33 @@ void TestTelegramCatalogue::anyStatusReplyIsTaken()
     const TelegramPtr telegram = makeStatusRead();
     telegram->parseReply(bytes("85 03 FF FF D3")); // every status bit, every communication bit
     QCOMPARE(telegram->error(), 0);
+}
+
+// Their content tells of no failure, but their last byte is not the checksum.
+void TestTelegramCatalogue::aLookAtTheContentClearsNoError_data()
+{
+    QTest::addColumn<TelegramPtr>("telegram");
+    QTest::addColumn<QByteArray>("reply");
+
+    QTest::newRow("read") << makeRead(0x0B) << bytes("84 03 00 0B 01 F4 00 00");
+    QTest::newRow("write") << makeWrite(0x0B, 500) << bytes("83 03 00 0B 01 F4 00 00 00 00");
+    QTest::newRow("status") << makeStatusRead() << bytes("85 03 80 00 00");
+    QTest::newRow("software version") << makeSoftwareID() << versionReply('V', 1, 2, 3).replace(34, 1, "x");
+    QTest::newRow("store") << makeStore() << bytes("82 03 00 00");
+    QTest::newRow("access") << makeCustomerAccess() << bytes("89 03 00 00");
+    QTest::newRow("factory reset") << makeFactoryReset() << bytes("86 03 00 00");
+    QTest::newRow("bootloader") << makeBootloaderInit() << bytes("8B 03 00 00");
+    QTest::newRow("new password") << makePasswordReset() << bytes("8C 03 00 00");
+}
+
+void TestTelegramCatalogue::aLookAtTheContentClearsNoError()
+{
+    QFETCH(TelegramPtr, telegram);
+    QFETCH(QByteArray, reply);
+    telegram->parseReply(reply);
+    QCOMPARE(telegram->error(), 8);
+    telegram->decodeReply();
+    QCOMPARE(telegram->error(), 8);
 }
 
 void TestTelegramCatalogue::theVersionIsALetterAndThreeSignedNumbers_data()
