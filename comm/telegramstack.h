@@ -21,7 +21,8 @@ public:
     /// Prepares the stack for a pass: what its reads told before counts no more. The record's error stays.
     virtual void reset();
 
-    /// The reaction to one answered telegram. Runs after an error too, and may take the record's error back.
+    /// The reaction to one answered telegram, by its command; one of a foreign command changes nothing. Runs
+    /// after an error too, and may take the record's error back.
     virtual void telegramFinished(const Z7Telegram *telegram) = 0;
 
     bool isEmpty() const { return m_pendingTelegrams.empty(); }

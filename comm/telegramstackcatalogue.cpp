@@ -235,6 +235,8 @@ Z7CheckProtocolTelegramStack::Z7CheckProtocolTelegramStack(const Z7Device &devic
 
 void Z7CheckProtocolTelegramStack::telegramFinished(const Z7Telegram *telegram)
 {
+    if (telegram->command() != TelegramCommand::CustomerAccess)
+        return;
     if (telegram->error() == TelegramError::None)
         m_device.setAccessGranted(true);
     else if (telegram->error() == TelegramError::InvalidPassword)
@@ -264,7 +266,8 @@ void Z7TelegramstackChangeAdress::telegramFinished(const Z7Telegram *telegram)
 {
     if (telegram->command() == TelegramCommand::CustomerAccess)
         accessFinished(telegram);
-    else if (telegram->error() == TelegramError::None)
+    else if (telegram->command() == TelegramCommand::ParameterWrite
+        && telegram->error() == TelegramError::None)
         addressWritten(telegram);
 }
 
@@ -296,7 +299,7 @@ Z7TelegramstackFactoryReset::Z7TelegramstackFactoryReset(const Z7Device &device)
 
 void Z7TelegramstackFactoryReset::telegramFinished(const Z7Telegram *telegram)
 {
-    if (telegram->error() != TelegramError::None)
+    if (telegram->command() == TelegramCommand::FactoryReset && telegram->error() != TelegramError::None)
         setError(telegram->error());
 }
 
@@ -308,6 +311,8 @@ Z7TelegramstackPasswordReset::Z7TelegramstackPasswordReset(const Z7Device &devic
 
 void Z7TelegramstackPasswordReset::telegramFinished(const Z7Telegram *telegram)
 {
+    if (telegram->command() != TelegramCommand::PasswordReset)
+        return;
     if (telegram->error() != TelegramError::None) {
         setError(telegram->error());
         return;
@@ -325,6 +330,6 @@ Z7TelegramstackBootloaderInit::Z7TelegramstackBootloaderInit(const Z7Device &dev
 
 void Z7TelegramstackBootloaderInit::telegramFinished(const Z7Telegram *telegram)
 {
-    if (telegram->error() == TelegramError::None)
+    if (telegram->command() == TelegramCommand::BootloaderInit && telegram->error() == TelegramError::None)
         m_device.bootloaderActive = true;
 }
