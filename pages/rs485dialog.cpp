@@ -44,8 +44,7 @@ void RS485Dialog::initPage()
     m_ui->lNewAdress->setText(rs485Text("NewAdress", "Neue Adresse:"));
     m_ui->BtnChangeAdress->setText(rs485Text("ChangeAdress", "Adresse ändern"));
     // The page is shown many times, and one press is one change.
-    connect(
-        m_ui->BtnChangeAdress, &QPushButton::clicked, this, &RS485Dialog::updateAdress, Qt::UniqueConnection);
+    connect(m_ui->BtnChangeAdress, SIGNAL(clicked()), this, SLOT(updateAdress()), Qt::UniqueConnection);
 
     m_ui->lParam0x52Device->setEnabled(false);
     m_ui->lParam0x52Device->setAlignment(Qt::AlignRight);

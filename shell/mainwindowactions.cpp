@@ -3,12 +3,12 @@
 #include "control/services/language.h"
 #include "control/services/services.h"
 #include "model/parameterfile.h"
+#include "pages/setpassworddialog.h"
 #include "shell/aboutdialog.h"
 #include "shell/deviceselectiondialog.h"
 #include "shell/mainwindow.h"
 #include "shell/maker.h"
 #include "shell/optionsdialog.h"
-#include "shell/setpassworddialog.h"
 #include "shell/topmenuwidget.h"
 #include "shell/wizard/connectionsdialog.h"
 

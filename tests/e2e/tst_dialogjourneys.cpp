@@ -1,7 +1,7 @@
 // What a person does with drives through the tool bar: passwords, parameter files, factory settings, changes.
 
+#include "pages/setpassworddialog.h"
 #include "shell/deviceselectiondialog.h"
-#include "shell/setpassworddialog.h"
 #include "tests/e2e/journey.h"
 #include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"

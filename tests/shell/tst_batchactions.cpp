@@ -1,6 +1,6 @@
 // Actions on drives behind the tool buttons: discarding changes, default values, factory reset, password.
 
-#include "shell/setpassworddialog.h"
+#include "pages/setpassworddialog.h"
 #include "tests/shell/connectedwindow.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/workingfolder.h"

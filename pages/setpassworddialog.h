@@ -25,7 +25,7 @@ public:
 signals:
     void sendNewPassword(int nPassword);
 
-private slots:
+public slots:
     void checkPassword();
 
 private:

@@ -1,4 +1,4 @@
-#include "shell/setpassworddialog.h"
+#include "pages/setpassworddialog.h"
 
 #include "control/services/language.h"
 #include "pages/integervalidator.h"

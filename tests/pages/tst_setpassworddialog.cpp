@@ -1,9 +1,10 @@
 // Changing a drive's password: what is asked for, what is taken and what is refused.
 
-#include "shell/setpassworddialog.h"
-#include "tests/shell/shelltest.h"
+#include "pages/setpassworddialog.h"
+#include "tests/pages/pagetests.h"
 #include "tests/support/workingfolder.h"
 
+#include <QIcon>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,11 +13,14 @@
 
 #include <optional>
 
-using namespace ShellTest;
-
 namespace {
 
 const char *const fields[] = {"edOldPassword", "edNewPassword_1", "edNewPassword_2"};
+
+QImage image(const QIcon &icon)
+{
+    return icon.pixmap(QSize(16, 16)).toImage();
+}
 
 } // namespace
 
@@ -64,9 +68,18 @@ private:
     void enter(const QStringList &input) const
     {
         fillIn(input);
-        press(*dialog, "BtnOK");
+        press("BtnOK");
     }
-    QString fieldText(const char *name) const { return child<QLineEdit>(*dialog, name).text(); }
+    void press(const char *name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
+    template<typename Widget = QWidget>
+    Widget *child(const char *name) const
+    {
+        return dialog->findChild<Widget *>(QString::fromLatin1(name));
+    }
+    QPushButton *button(const char *name) const { return child<QPushButton>(name); }
+    QLineEdit *field(const char *name) const { return child<QLineEdit>(name); }
+    QString fieldText(const char *name) const { return field(name)->text(); }
+    QString textOf(const char *label) const { return child<QLabel>(label)->text(); }
 
     std::optional<WorkingFolder> folder;
     std::optional<SetPasswordDialog> dialog;
@@ -97,20 +110,22 @@ void TestSetPasswordDialog::open(int password, const QString &drive)
 /// The password in force, the new one and its repetition.
 void TestSetPasswordDialog::fillIn(const QStringList &input) const
 {
-    for (int field = 0; field < input.size(); ++field)
-        type(*dialog, fields[field], input.at(field));
+    for (int i = 0; i < input.size(); ++i) {
+        emptyByHand(field(fields[i]));
+        type(field(fields[i]), input.at(i));
+    }
 }
 
 void TestSetPasswordDialog::textsStandAtTheirPlaces()
 {
     open(0);
     QCOMPARE(dialog->windowTitle(), QStringLiteral("Passwort ändern"));
-    QCOMPARE(textOf(*dialog, "LIntro"), QStringLiteral("Neues Passwort setzen für Motor Port1 - Z7.3"));
-    QCOMPARE(textOf(*dialog, "lOldPassword"), QStringLiteral("Passwort"));
-    QCOMPARE(textOf(*dialog, "lNewPassword_1"), QStringLiteral("Neues Passwort"));
-    QCOMPARE(textOf(*dialog, "lNewPassword_2"), QStringLiteral("Passwort - Wiederholung"));
-    QCOMPARE(child<QPushButton>(*dialog, "BtnOK").text(), QStringLiteral("OK"));
-    QCOMPARE(child<QPushButton>(*dialog, "BtnAbort").text(), QStringLiteral("Abbrechen"));
+    QCOMPARE(textOf("LIntro"), QStringLiteral("Neues Passwort setzen für Motor Port1 - Z7.3"));
+    QCOMPARE(textOf("lOldPassword"), QStringLiteral("Passwort"));
+    QCOMPARE(textOf("lNewPassword_1"), QStringLiteral("Neues Passwort"));
+    QCOMPARE(textOf("lNewPassword_2"), QStringLiteral("Passwort - Wiederholung"));
+    QCOMPARE(button("BtnOK")->text(), QStringLiteral("OK"));
+    QCOMPARE(button("BtnAbort")->text(), QStringLiteral("Abbrechen"));
 }
 
 void TestSetPasswordDialog::textsComeFromTheLanguageFile()
@@ -120,52 +135,52 @@ void TestSetPasswordDialog::textsComeFromTheLanguageFile()
         "[Common]\nOK=f\nAbort=g\n");
     open(0);
     QCOMPARE(dialog->windowTitle(), QStringLiteral("a"));
-    QCOMPARE(textOf(*dialog, "LIntro"), QStringLiteral("for Port1 - Z7.3"));
-    QCOMPARE(textOf(*dialog, "lOldPassword"), QStringLiteral("c"));
-    QCOMPARE(textOf(*dialog, "lNewPassword_1"), QStringLiteral("d"));
-    QCOMPARE(textOf(*dialog, "lNewPassword_2"), QStringLiteral("e"));
-    QCOMPARE(child<QPushButton>(*dialog, "BtnOK").text(), QStringLiteral("f"));
-    QCOMPARE(child<QPushButton>(*dialog, "BtnAbort").text(), QStringLiteral("g"));
+    QCOMPARE(textOf("LIntro"), QStringLiteral("for Port1 - Z7.3"));
+    QCOMPARE(textOf("lOldPassword"), QStringLiteral("c"));
+    QCOMPARE(textOf("lNewPassword_1"), QStringLiteral("d"));
+    QCOMPARE(textOf("lNewPassword_2"), QStringLiteral("e"));
+    QCOMPARE(button("BtnOK")->text(), QStringLiteral("f"));
+    QCOMPARE(button("BtnAbort")->text(), QStringLiteral("g"));
 }
 
 void TestSetPasswordDialog::introductionNamesTheDriveOfEachOpening()
 {
     open(0, QStringLiteral("Port0 - Z7.3"));
     open(0, QStringLiteral("Port12 - Z7.4"));
-    QCOMPARE(textOf(*dialog, "LIntro"), QStringLiteral("Neues Passwort setzen für Motor Port12 - Z7.4"));
+    QCOMPARE(textOf("LIntro"), QStringLiteral("Neues Passwort setzen für Motor Port12 - Z7.4"));
 }
 
 void TestSetPasswordDialog::buttonsHaveTheirIcons_data()
 {
     QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QByteArray>("icon");
-    QTest::newRow("abort") << QByteArray("BtnAbort") << QByteArray(":/images/cancel-icon_16px.png");
-    QTest::newRow("ok") << QByteArray("BtnOK") << QByteArray(":/images/tick-icon_16px.png");
+    QTest::addColumn<QString>("icon");
+    QTest::newRow("abort") << QByteArray("BtnAbort") << ":/images/cancel-icon_16px.png";
+    QTest::newRow("ok") << QByteArray("BtnOK") << ":/images/tick-icon_16px.png";
 }
 
 void TestSetPasswordDialog::buttonsHaveTheirIcons()
 {
     QFETCH(QByteArray, button);
-    QFETCH(QByteArray, icon);
-    QVERIFY(!image(icon.constData(), 16).isNull());
-    QCOMPARE(image(child<QPushButton>(*dialog, button.constData()).icon(), 16), image(icon.constData(), 16));
+    QFETCH(QString, icon);
+    QVERIFY(!image(QIcon(icon)).isNull());
+    QCOMPARE(image(child<QPushButton>(button.constData())->icon()), image(QIcon(icon)));
 }
 
 void TestSetPasswordDialog::framesAndErrorHaveTheirColours()
 {
-    QCOMPARE(child(*dialog, "fTop").palette().color(QPalette::Window), QColor(72, 131, 181));
+    QCOMPARE(child("fTop")->palette().color(QPalette::Window), QColor(72, 131, 181));
     QCOMPARE(dialog->palette().color(QPalette::Window), QColor(240, 240, 240));
-    QCOMPARE(child(*dialog, "lError").palette().color(QPalette::WindowText), QColor(Qt::red));
+    QCOMPARE(child("lError")->palette().color(QPalette::WindowText), QColor(Qt::red));
 }
 
 void TestSetPasswordDialog::fieldsDoNotMoveWhenTheErrorAppears()
 {
     open(1);
-    const QPoint before = child(*dialog, "edOldPassword").pos();
-    press(*dialog, "BtnOK");
-    QVERIFY(sees(*dialog, "lError"));
+    const QPoint before = child("edOldPassword")->pos();
+    press("BtnOK");
+    QVERIFY(child("lError")->isVisible());
     QCoreApplication::processEvents();
-    QCOMPARE(child(*dialog, "edOldPassword").pos(), before);
+    QCOMPARE(child("edOldPassword")->pos(), before);
 }
 
 void TestSetPasswordDialog::passwordIsVisibleAsItIsTyped()
@@ -173,8 +188,8 @@ void TestSetPasswordDialog::passwordIsVisibleAsItIsTyped()
     open(0);
     fillIn({"123", "456", "789"});
     QStringList shown;
-    for (const char *field : fields)
-        shown.append(child<QLineEdit>(*dialog, field).displayText());
+    for (const char *name : fields)
+        shown.append(field(name)->displayText());
     QCOMPARE(shown, (QStringList {"123", "456", "789"}));
 }
 
@@ -204,18 +219,18 @@ void TestSetPasswordDialog::onlyWholeNumbersCanBeTyped()
     QFETCH(QString, text);
     open(0);
     fillIn({typed, typed, typed});
-    for (const char *field : fields)
-        QCOMPARE(fieldText(field), text);
+    for (const char *name : fields)
+        QCOMPARE(fieldText(name), text);
 }
 
 void TestSetPasswordDialog::everyOpeningStartsWithEmptyFields()
 {
     open(0);
     fillIn({"1", "2", "3"});
-    press(*dialog, "BtnAbort");
+    press("BtnAbort");
     open(0);
-    for (const char *field : fields)
-        QCOMPARE(fieldText(field), QString());
+    for (const char *name : fields)
+        QCOMPARE(fieldText(name), QString());
 }
 
 void TestSetPasswordDialog::openingAgainGathersNoValidators()
@@ -223,8 +238,8 @@ void TestSetPasswordDialog::openingAgainGathersNoValidators()
     for (int opening = 0; opening < 3; ++opening)
         open(0);
     QCOMPARE(dialog->findChildren<QIntValidator *>().size(), 3);
-    for (const char *field : fields)
-        QCOMPARE(child<QLineEdit>(*dialog, field).validator()->parent(), &*dialog);
+    for (const char *name : fields)
+        QCOMPARE(field(name)->validator()->parent(), &*dialog);
 }
 
 void TestSetPasswordDialog::goodInputIsReportedAndCloses_data()
@@ -259,7 +274,7 @@ void TestSetPasswordDialog::enterConfirms()
 {
     open(1);
     fillIn({"1", "2", "2"});
-    QTest::keyClick(&child<QLineEdit>(*dialog, "edNewPassword_2"), Qt::Key_Return);
+    QTest::keyClick(field("edNewPassword_2"), Qt::Key_Return);
     QCOMPARE(*sent, (QList<QVariantList> {{2}}));
 }
 
@@ -289,9 +304,8 @@ void TestSetPasswordDialog::badInputIsRefused()
     enter(input);
     QCOMPARE(sent->count(), 0);
     QVERIFY(dialog->isVisible());
-    QVERIFY(sees(*dialog, "lError"));
-    QCOMPARE(
-        textOf(*dialog, "lError"), QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
+    QVERIFY(child("lError")->isVisible());
+    QCOMPARE(textOf("lError"), QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
 }
 
 void TestSetPasswordDialog::refusedInputLeavesEmptyFieldsAndOneMessage()
@@ -299,10 +313,9 @@ void TestSetPasswordDialog::refusedInputLeavesEmptyFieldsAndOneMessage()
     open(1);
     open(1);
     enter({"2", "3", "3"});
-    for (const char *field : fields)
-        QCOMPARE(fieldText(field), QString());
-    QCOMPARE(
-        textOf(*dialog, "lError"), QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
+    for (const char *name : fields)
+        QCOMPARE(fieldText(name), QString());
+    QCOMPARE(textOf("lError"), QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
 }
 
 void TestSetPasswordDialog::messageComesFromTheLanguageFile()
@@ -310,7 +323,7 @@ void TestSetPasswordDialog::messageComesFromTheLanguageFile()
     folder->writeText("deutsch.z7lang", "[DialogSetPassword]\nErrorWrongPassword=Try again\n");
     open(1);
     enter({"2", "3", "3"});
-    QCOMPARE(textOf(*dialog, "lError"), QStringLiteral("Try again"));
+    QCOMPARE(textOf("lError"), QStringLiteral("Try again"));
 }
 
 void TestSetPasswordDialog::inputAfterARefusalIsTaken()
@@ -326,10 +339,10 @@ void TestSetPasswordDialog::errorIsGoneAtTheNextOpening()
 {
     open(4711);
     enter({"1", "2", "2"});
-    press(*dialog, "BtnAbort");
+    press("BtnAbort");
     open(4711);
-    QVERIFY(!sees(*dialog, "lError"));
-    QCOMPARE(textOf(*dialog, "lError"), QString());
+    QVERIFY(!child("lError")->isVisible());
+    QCOMPARE(textOf("lError"), QString());
 }
 
 void TestSetPasswordDialog::unpreparedDialogKnowsNoPassword()
@@ -372,7 +385,7 @@ void TestSetPasswordDialog::abortReportsNothingAndCloses()
 {
     open(1);
     fillIn({"1", "2", "2"});
-    press(*dialog, "BtnAbort");
+    press("BtnAbort");
     QCOMPARE(sent->count(), 0);
     QVERIFY(!dialog->isVisible());
 }
