@@ -224,7 +224,7 @@ void CalibrationCurvePage::clearUserValues()
     for (const Coordinates *axis : {&m_x, &m_y}) {
         for (const Coordinate &field : *axis) {
             if (field.number != fixedEnd)
-                field.user->clear();
+                PageStyle::emptyField(field.user);
         }
     }
     m_x.front().user->setText(QString::number(lowestX));

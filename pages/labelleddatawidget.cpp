@@ -141,7 +141,7 @@ void LabelledDataWidget::clearUserValues()
 {
     const QSignalBlocker blocker(m_mapper);
     for (const ParamField &field : qAsConst(m_fields))
-        field.user->clear();
+        PageStyle::emptyField(field.user);
 }
 
 void LabelledDataWidget::ParamChanged(int nParamID)

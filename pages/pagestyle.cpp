@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QIcon>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPalette>
 #include <QPixmapCache>
 #include <QWidget>
@@ -66,6 +67,12 @@ void setTextOrHide(QLabel *label, const QString &text)
     label->setText(text);
     if (text.isEmpty())
         label->hide();
+}
+
+void emptyField(QLineEdit *field)
+{
+    // clear() is an edit that can be undone; a text that is set drops the history, also where it is the same.
+    field->setText(QString());
 }
 
 QFont boldFont()

@@ -5,6 +5,7 @@
 
 class QColor;
 class QLabel;
+class QLineEdit;
 class QWidget;
 
 /// The colours that the window, the pages and the dialogs share.
@@ -35,6 +36,9 @@ void keepPlaceWhenHidden(QWidget *widget);
 /// Sets a text that a page may have or not, and takes the label away if it has none. The label never comes
 /// back by this: a text that appears only at a later showing stays hidden.
 void setTextOrHide(QLabel *label, const QString &text);
+
+/// Empties a field for good: the keys for undo and redo bring nothing back of what stood in it.
+void emptyField(QLineEdit *field);
 
 QFont boldFont();
 

@@ -208,7 +208,7 @@ void ParameterTableDialog::clearUserValues()
 {
     const QSignalBlocker blocker(m_mapper);
     for (int row = 0; row < m_ui->ParameterTable->rowCount(); ++row) {
-        userField(row)->clear();
+        PageStyle::emptyField(userField(row));
         formatRow(row);
     }
 }

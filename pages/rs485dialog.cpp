@@ -56,7 +56,7 @@ void RS485Dialog::initPage()
 
 void RS485Dialog::clearUserValues()
 {
-    m_ui->edParam0x52User->clear();
+    PageStyle::emptyField(m_ui->edParam0x52User);
 }
 
 void RS485Dialog::newDeviceParam(const Z7DeviceParam &param)

@@ -65,7 +65,7 @@ void SetPasswordDialog::setTexts(const QString &deviceName)
 void SetPasswordDialog::clearFields()
 {
     for (QLineEdit *field : {m_ui->edOldPassword, m_ui->edNewPassword_1, m_ui->edNewPassword_2})
-        field->clear();
+        PageStyle::emptyField(field);
 }
 
 bool SetPasswordDialog::isInputGood() const

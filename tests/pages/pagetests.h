@@ -54,6 +54,19 @@ inline void type(QLineEdit *field, const QString &text)
     QTest::keyClicks(field, text);
 }
 
+/// What stands in a field once a person has pressed the keys for undo and redo: another text than before if
+/// any of them has brought one back.
+inline QString textAfterUndo(QLineEdit *field)
+{
+    const QString before = field->text();
+    for (const QKeySequence::StandardKey key : {QKeySequence::Undo, QKeySequence::Undo, QKeySequence::Redo}) {
+        QTest::keySequence(field, key);
+        if (field->text() != before)
+            break;
+    }
+    return field->text();
+}
+
 /// The parameter that a page reported last; a default record if it reported none.
 inline Z7DeviceParam lastReported(const QSignalSpy &spy)
 {

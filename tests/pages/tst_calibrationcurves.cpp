@@ -49,6 +49,8 @@ private slots:
     void userValueOfAnotherPageLeavesTheFields();
     void typingIntoARestoredFieldIsReported();
     void clearingEmptiesTheFieldsWithoutAReport();
+    void clearedPointCannotBeBroughtBack_data() { addPlaces(); }
+    void clearedPointCannotBeBroughtBack();
     void clearingLeavesTheDevicesValues();
     void userValueStaysWhileDeviceValuesChange();
 
@@ -301,6 +303,16 @@ void TestCalibrationCurves::clearingEmptiesTheFieldsWithoutAReport()
     QCOMPARE(curve->reports(), 0);
     type(curve->field("Y1"), "2");
     QCOMPARE(curve->modified.count(), 1);
+}
+
+void TestCalibrationCurves::clearedPointCannotBeBroughtBack()
+{
+    curve->showFor(curve->drive());
+    type(curve->field(place()), "7");
+    curve->showFor(curve->drive());
+    curve->modified.clear();
+    QCOMPARE(textAfterUndo(curve->field(place())), QString());
+    QCOMPARE(curve->reports(), 0);
 }
 
 void TestCalibrationCurves::clearingLeavesTheDevicesValues()

@@ -34,6 +34,9 @@ private slots:
     void userValueThatIsNoneIsIgnored();
     void userValueOfAnotherPageLeavesTheFields();
     void typingIntoARestoredFieldIsReported();
+    void pendingValueOfAnotherDriveCannotBeBroughtBack_data();
+    void pendingValueOfAnotherDriveCannotBeBroughtBack();
+    void valueOfAHiddenFieldCannotBeBroughtBackOnceItIsShown();
     void fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive();
     void clearingEmptiesEveryFieldWithoutAReport();
     void clearingReachesTheHiddenFieldOfAReadOnlyParameter();
@@ -223,6 +226,51 @@ void TestLabelledPage::typingIntoARestoredFieldIsReported()
     page->newUserParam(readParam(3, 20));
     type(page->field("Param0x03"), "1");
     QCOMPARE(lastReported(*modified).value, 201);
+}
+
+void TestLabelledPage::pendingValueOfAnotherDriveCannotBeBroughtBack_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("emptied");
+    QTest::addColumn<QList<int>>("own");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("typed") << "77" << false << QList<int> {} << "";
+    QTest::newRow("typed and deleted by hand") << "77" << true << QList<int> {} << "";
+    QTest::newRow("a lone sign") << "-" << false << QList<int> {} << "";
+    QTest::newRow("typed where this drive has a change") << "77" << false << QList<int> {5} << "5";
+    QTest::newRow("typed where this drive has the same") << "77" << false << QList<int> {77} << "77";
+}
+
+void TestLabelledPage::pendingValueOfAnotherDriveCannotBeBroughtBack()
+{
+    QFETCH(QString, typed);
+    QFETCH(bool, emptied);
+    QFETCH(QList<int>, own);
+    QFETCH(QString, shown);
+    QLineEdit *field = page->field("Param0x1E");
+    type(field, typed);
+    if (emptied)
+        emptyByHand(field);
+    page->showFor(pageDrive());
+    for (const int value : own)
+        page->newUserParam(readParam(30, value));
+    modified->clear();
+    deleted->clear();
+    QCOMPARE(textAfterUndo(field), shown);
+    QCOMPARE(page->field("Param0x1E", "_2")->text(), shown);
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestLabelledPage::valueOfAHiddenFieldCannotBeBroughtBackOnceItIsShown()
+{
+    page->newUserParam(readParam(83, 778));
+    defineParameters("V300", {"83;Hours;h;0;0;9;Unsigned;1;rw;0;"});
+    Z7Device other = deviceWith({readParam(83, 4)});
+    other.setSoftwareVersion("V300");
+    page->showFor(other);
+    QVERIFY(page->field("Param0x53")->isVisible());
+    QCOMPARE(textAfterUndo(page->field("Param0x53")), QString());
 }
 
 void TestLabelledPage::fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive()

@@ -67,6 +67,8 @@ private slots:
     void restoredModeIsNotReported_data() { modeFields(); }
     void restoredModeIsNotReported();
     void clearedModesAreNotReported();
+    void clearedModeCannotBeBroughtBack_data() { modeFields(); }
+    void clearedModeCannotBeBroughtBack();
     void anotherShowingEmptiesTheWords();
 
 private:
@@ -378,6 +380,18 @@ void TestModePages::clearedModesAreNotReported()
     for (const QLineEdit *field : shown.page->findChildren<QLineEdit *>())
         QCOMPARE(field->text(), QString());
     QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
+}
+
+void TestModePages::clearedModeCannotBeBroughtBack()
+{
+    QFETCH(QString, widgets);
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    QLineEdit *field = shown.field("ed" + widgets + "User");
+    QCOMPARE(textAfterUndo(field), QString());
+    type(field, "2");
+    shown.showFor(modeDrive());
+    QCOMPARE(textAfterUndo(field), QString());
 }
 
 void TestModePages::anotherShowingEmptiesTheWords()

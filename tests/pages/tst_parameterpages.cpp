@@ -105,6 +105,10 @@ private slots:
 
     void userValueComesBackIntoItsField_data() { everyParameter(); }
     void userValueComesBackIntoItsField();
+    void textOfTheFormCannotBeBroughtBack_data() { everyParameter(); }
+    void textOfTheFormCannotBeBroughtBack();
+    void valueOfAnotherDriveCannotBeBroughtBack_data() { everyParameter(); }
+    void valueOfAnotherDriveCannotBeBroughtBack();
     void clearingEmptiesEveryField_data() { everyLabelledPage(); }
     void clearingEmptiesEveryField();
 
@@ -296,6 +300,30 @@ void TestParameterPages::userValueComesBackIntoItsField()
         filled += field->text() == "-7";
     QCOMPARE(filled, number == 0x36 ? 2 : 1);
     QCOMPARE(shown.field("ed" + stemOf(page, number) + "User")->text(), QStringLiteral("-7"));
+    QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
+}
+
+void TestParameterPages::textOfTheFormCannotBeBroughtBack()
+{
+    QFETCH(int, page);
+    QFETCH(int, number);
+    ShownPage shown(page);
+    shown.showFor(driveWith({readParam(number, 5)}));
+    QCOMPARE(textAfterUndo(shown.field("ed" + stemOf(page, number) + "User")), QString());
+}
+
+void TestParameterPages::valueOfAnotherDriveCannotBeBroughtBack()
+{
+    QFETCH(int, page);
+    QFETCH(int, number);
+    ShownPage shown(page);
+    defineAll(shown.page->paramIds());
+    shown.showFor(driveWith({readParam(number, 5)}));
+    QLineEdit *field = shown.field("ed" + stemOf(page, number) + "User");
+    type(field, "77");
+    shown.showFor(driveWith({readParam(number, 5)}));
+    shown.modified.clear();
+    QCOMPARE(textAfterUndo(field), QString());
     QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
 }
 

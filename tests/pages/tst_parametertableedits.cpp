@@ -33,6 +33,8 @@ private slots:
     void typingIntoARestoredFieldIsReported();
     void userValueThatIsNoneMakesNoRow();
     void userValueOfAnUnreadParameterMakesARow();
+    void clearedValueCannotBeBroughtBack();
+    void valueThatAnotherOneReplacedCannotBeBroughtBack();
     void rowsOfAnotherDrivesFileGoAgain();
     void rowOfAnOwnChangeStaysWhenAnotherDrivesFileGoes();
     void rowThatTheDriveOnceReportedStaysWhenAnotherDrivesFileGoes();
@@ -157,6 +159,27 @@ void TestParameterTableEdits::userValueOfAnUnreadParameterMakesARow()
     QCOMPARE(shown->field(50)->text(), QStringLiteral("3"));
     QCOMPARE(shown->text(50, Name), QStringLiteral("Funktion"));
     QCOMPARE(modified->count(), 0);
+}
+
+void TestParameterTableEdits::clearedValueCannotBeBroughtBack()
+{
+    type(shown->field(11), "200");
+    type(shown->field(30), "7");
+    emptyByHand(shown->field(30));
+    shown->page.clearUserValues();
+    modified->clear();
+    deleted->clear();
+    for (const int number : {11, 30})
+        QCOMPARE(textAfterUndo(shown->field(number)), QString());
+    QCOMPARE(modified->count(), 0);
+    QCOMPARE(deleted->count(), 0);
+}
+
+void TestParameterTableEdits::valueThatAnotherOneReplacedCannotBeBroughtBack()
+{
+    type(shown->field(11), "200");
+    shown->page.newUserParam(readParam(11, 300));
+    QCOMPARE(textAfterUndo(shown->field(11)), QStringLiteral("300"));
 }
 
 void TestParameterTableEdits::rowsOfAnotherDrivesFileGoAgain()

@@ -29,6 +29,7 @@ private slots:
     void typedAddressOutlivesTheChangesOfAnotherDrive();
     void fieldKeepsTheAddressThatWasSent();
     void anotherShowingEmptiesTheField();
+    void addressOfAnotherShowingCannotBeBroughtBack();
     void limitsOfTheDefinitionPlayNoPart();
 
 private:
@@ -187,6 +188,14 @@ void TestRs485Page::anotherShowingEmptiesTheField()
     type(field, "77");
     shown->showFor(driveWith({readParam(0x52, 3)}));
     QCOMPARE(field->text(), QString());
+}
+
+void TestRs485Page::addressOfAnotherShowingCannotBeBroughtBack()
+{
+    QCOMPARE(textAfterUndo(field), QString());
+    type(field, "77");
+    shown->showFor(driveWith({readParam(0x52, 3)}));
+    QCOMPARE(textAfterUndo(field), QString());
 }
 
 void TestRs485Page::limitsOfTheDefinitionPlayNoPart()

@@ -44,6 +44,7 @@ private slots:
     void onlyWholeNumbersCanBeTyped_data();
     void onlyWholeNumbersCanBeTyped();
     void everyOpeningStartsWithEmptyFields();
+    void passwordsOfTheLastOpeningCannotBeBroughtBack();
     void openingAgainGathersNoValidators();
 
     void goodInputIsReportedAndCloses_data();
@@ -53,6 +54,7 @@ private slots:
     void badInputIsRefused();
     void refusedInputLeavesEmptyFieldsAndOneMessage();
     void messageComesFromTheLanguageFile();
+    void refusedPasswordsCannotBeBroughtBack();
     void inputAfterARefusalIsTaken();
     void errorIsGoneAtTheNextOpening();
     void unpreparedDialogKnowsNoPassword();
@@ -233,6 +235,17 @@ void TestSetPasswordDialog::everyOpeningStartsWithEmptyFields()
         QCOMPARE(fieldText(name), QString());
 }
 
+void TestSetPasswordDialog::passwordsOfTheLastOpeningCannotBeBroughtBack()
+{
+    open(0);
+    fillIn({"1", "2", "3"});
+    emptyByHand(field("edNewPassword_2"));
+    press("BtnAbort");
+    open(0);
+    for (const char *name : fields)
+        QCOMPARE(textAfterUndo(field(name)), QString());
+}
+
 void TestSetPasswordDialog::openingAgainGathersNoValidators()
 {
     for (int opening = 0; opening < 3; ++opening)
@@ -324,6 +337,14 @@ void TestSetPasswordDialog::messageComesFromTheLanguageFile()
     open(1);
     enter({"2", "3", "3"});
     QCOMPARE(textOf("lError"), QStringLiteral("Try again"));
+}
+
+void TestSetPasswordDialog::refusedPasswordsCannotBeBroughtBack()
+{
+    open(4711);
+    enter({"4712", "2", "3"});
+    for (const char *name : fields)
+        QCOMPARE(textAfterUndo(field(name)), QString());
 }
 
 void TestSetPasswordDialog::inputAfterARefusalIsTaken()
