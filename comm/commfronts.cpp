@@ -31,10 +31,16 @@ Z7CommInterfaceFront::Z7CommInterfaceFront(
 
 Z7CommInterfaceFront::~Z7CommInterfaceFront() = default;
 
+bool Z7CommInterfaceFront::isPassUnderWay() const
+{
+    // Whoever calls postTransactionTerminated too early does not take the stack from the thread.
+    return m_passUnderWay || m_thread->isRunning();
+}
+
 bool Z7CommInterfaceFront::beginPass(const Z7Device &device)
 {
     m_device = device;
-    if (m_passUnderWay)
+    if (isPassUnderWay())
         return false;
     m_passUnderWay = true;
     ++m_passesBegun;
@@ -51,7 +57,7 @@ void Z7CommInterfaceFront::refuse(Z7Device device)
 
 void Z7CommInterfaceFront::stop()
 {
-    if (m_passUnderWay)
+    if (isPassUnderWay())
         m_thread->cancel();
     else
         postTransactionTerminated();
@@ -112,7 +118,7 @@ Z7CommInterfaceTransferTelegramStack::Z7CommInterfaceTransferTelegramStack()
 
 void Z7CommInterfaceTransferTelegramStack::start(std::unique_ptr<Z7TelegramStack> stack)
 {
-    if (beginPass(stack->device()))
+    if (stack && beginPass(stack->device()))
         thread<CommThreadTransferTelegramStack>()->start(std::move(stack), options()->timeout());
 }
 
@@ -123,6 +129,8 @@ Z7CommInterfaceDevicePolling::Z7CommInterfaceDevicePolling()
 
 void Z7CommInterfaceDevicePolling::start(Z7TelegramStack *stack)
 {
+    if (!stack)
+        return;
     if (!isPassUnderWay())
         stack->restart();
     if (beginPass(stack->device()))

@@ -42,7 +42,7 @@ public:
 
     /// Ends the pass; with none under way the front reports it as terminated at once.
     void stop();
-    bool isPassUnderWay() const { return m_passUnderWay; }
+    bool isPassUnderWay() const;
     /// How many passes this front has begun, refused ones included.
     int passesBegun() const { return m_passesBegun; }
 

@@ -67,7 +67,8 @@ void CommThreadTransferTelegramStack::run()
 {
     std::unique_ptr<Z7TelegramStack> stack;
     const int timeoutMs = fetchStart([this, &stack] { stack = std::move(m_stack); });
-    runStack(*stack, timeoutMs, ClosePort::AfterReport);
+    if (stack)
+        runStack(*stack, timeoutMs, ClosePort::AfterReport);
 }
 
 void CommThreadDevicePolling::start(Z7TelegramStack *stack, int timeoutMs)
@@ -79,7 +80,8 @@ void CommThreadDevicePolling::run()
 {
     Z7TelegramStack *stack = nullptr;
     const int timeoutMs = fetchStart([this, &stack] { stack = m_stack; });
-    runStack(*stack, timeoutMs, ClosePort::BeforeReport);
+    if (stack)
+        runStack(*stack, timeoutMs, ClosePort::BeforeReport);
 }
 
 void CommThreadScanDevice::start(const Z7Device &device, int timeoutMs)

@@ -72,7 +72,7 @@ private:
     std::atomic<bool> m_cancelled {false};
 };
 
-/// Base of the two threads that run a telegram stack.
+/// Base of the two threads that run a telegram stack. Without a stack a pass ends silently.
 class CommThreadTelegramStack : public CommThread
 {
     Q_OBJECT

@@ -57,6 +57,8 @@ const Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID) const
 
 void Z7CommunicationInterface::transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack)
 {
+    if (!stack)
+        return;
     if (m_busLent && !m_transferFront.isPassUnderWay()) {
         m_transferFront.refuse(stack->device());
         return;
@@ -83,6 +85,8 @@ void Z7CommunicationInterface::scanDevice(const Z7Device &device)
 
 void Z7CommunicationInterface::setPollingStack(std::unique_ptr<Z7TelegramStack> stack)
 {
+    if (!stack)
+        return;
     if (m_pollingStack) {
         if (m_retiredPollingStack && m_pollingFront.isPassUnderWay())
             m_overtakenPollingStacks.push_back(std::move(m_retiredPollingStack));

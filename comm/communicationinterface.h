@@ -29,11 +29,11 @@ public:
     /// Ends all communication and waits for it.
     ~Z7CommunicationInterface() override;
 
-    /// Runs a stack once. A second transfer during a transfer is never started.
+    /// Runs a stack once. A second transfer during a transfer is never started. Null asks for nothing.
     void transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack);
     /// Sweeps the port of this record for drives.
     void scanDevice(const Z7Device &device);
-    /// Installs the stack of the live update and turns polling on.
+    /// Installs the stack of the live update and turns polling on. Null changes nothing.
     void setPollingStack(std::unique_ptr<Z7TelegramStack> stack);
     /// Ends everything, polling too; allCommunicationTerminated tells when.
     void cancelCommunication();

@@ -42,6 +42,8 @@ void Z7TelegramStack::reset()
 
 void Z7TelegramStack::processReply(const QByteArray &reply)
 {
+    if (isEmpty())
+        return;
     m_doneTelegrams.push_front(std::move(m_pendingTelegrams.front()));
     m_pendingTelegrams.pop_front();
     Z7Telegram *telegram = m_doneTelegrams.front().get();

@@ -33,8 +33,8 @@ public:
     const Z7Device &device() const { return m_device; }
     void setError(int number) { m_device.setDeviceError(number); }
 
-    /// Needs a current telegram. Hands the reply to it, puts its error into the record and calls
-    /// telegramFinished.
+    /// Hands the reply to the current telegram, puts its error into the record and calls telegramFinished.
+    /// Without a current telegram nothing happens.
     void processReply(const QByteArray &reply);
 
     /// Brings the telegrams back into the order of the constructor and clears the record's error.

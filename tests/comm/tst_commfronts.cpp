@@ -23,6 +23,7 @@ private slots:
 
     void passLastsUntilItsEndIsReported();
     void startDuringAPassDoesNothing();
+    void passReportedAsEndedBeforeItsTimeStillHasTheStack();
     void everyPollingPassSendsTheWholeStack();
     void stopCutsAPassShort();
 
@@ -141,6 +142,22 @@ void TestCommFronts::startDuringAPassDoesNothing()
     front.start(std::make_unique<Probe>(DriveBus::drive3()));
     QTRY_VERIFY(news->has("transfer terminated"));
     QCOMPARE(news->count("transfer started"), 1);
+    QCOMPARE(bus->requests().size(), 14);
+}
+
+void TestCommFronts::passReportedAsEndedBeforeItsTimeStillHasTheStack()
+{
+    Status stack(DriveBus::drive3());
+    Z7CommInterfaceDevicePolling front;
+    news = std::make_unique<CommNews>(front);
+    front.start(&stack);
+    QTRY_VERIFY(news->has("polling progress"));
+    front.postTransactionTerminated();
+    QVERIFY(front.isPassUnderWay());
+    front.start(&stack); // the thread is using it
+    QTRY_VERIFY(news->has("polling record 0"));
+    QTRY_VERIFY(!front.isPassUnderWay());
+    QCOMPARE(news->count("polling started"), 1);
     QCOMPARE(bus->requests().size(), 14);
 }
 

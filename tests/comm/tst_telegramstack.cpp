@@ -34,6 +34,8 @@ private slots:
     void telegramsAreSentInTheOrderInWhichTheyWereAppended();
     void anAnsweredTelegramMakesRoomForTheNext();
     void afterTheLastReplyTheStackIsEmpty();
+    void anEmptyStackTakesAReplyForNothing();
+    void aStackWithoutTelegramsHasNothingToBringBack();
 
     void theReplyReachesTheCurrentTelegram();
     void theErrorOfAReplyComesIntoTheRecord_data();
@@ -86,6 +88,27 @@ void TestTelegramStack::afterTheLastReplyTheStackIsEmpty()
     stack.processReply(valueOf1);
     QVERIFY(stack.isEmpty());
     QCOMPARE(stack.currentTelegram(), nullptr);
+}
+
+void TestTelegramStack::anEmptyStackTakesAReplyForNothing()
+{
+    RecordingStack stack({1});
+    stack.processReply(valueOf1);
+    stack.processReply(wrongNumber);
+    QCOMPARE(stack.finished.size(), 1);
+    QCOMPARE(stack.device().error, 0);
+    stack.restart();
+    QCOMPARE(takeRequests(stack), readsOf1To4.mid(0, 1));
+}
+
+void TestTelegramStack::aStackWithoutTelegramsHasNothingToBringBack()
+{
+    RecordingStack stack({});
+    stack.processReply(valueOf1);
+    stack.restart();
+    stack.reset();
+    stack.adoptDevice(drive3());
+    QVERIFY(stack.isEmpty());
 }
 
 void TestTelegramStack::theReplyReachesTheCurrentTelegram()

@@ -1,0 +1,157 @@
+// Calls that the window never makes: they find nothing to do, and nothing falls over.
+
+#include "comm/commthreads.h"
+#include "tests/comm/schedulerbench.h"
+
+#include <QtTest>
+
+using namespace Z7CommInterface;
+
+using ThreadPtr = std::shared_ptr<CommThread>;
+Q_DECLARE_METATYPE(ThreadPtr)
+
+class TestOddCalls : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { bench = std::make_unique<SchedulerBench>(); }
+    void cleanup() { bench.reset(); }
+
+    void threadWithoutAStackEndsItsPass_data();
+    void threadWithoutAStackEndsItsPass();
+    void frontWithoutAStackBeginsNoPass();
+
+    void schedulerWithoutAStackStartsNothing();
+    void noStackLeavesTheWaitingTransferAndThePolling();
+    void slotsOfTheSchedulerWithoutAStackStartNothing();
+    void endOfAnUnknownThreadIsPassedOn();
+    void endOfAThreadThatDoesNotRunIsPassedOn_data();
+    void endOfAThreadThatDoesNotRunIsPassedOn();
+    void endThatComesDuringAPassStartsNoSecondOne();
+    void pollingStartedBySlotDuringAPassRunsNoSecondOne();
+
+private:
+    void verifyBusStillWorks();
+
+    std::unique_ptr<SchedulerBench> bench;
+};
+
+/// Whatever was called before: a transfer runs and comes to its end.
+void TestOddCalls::verifyBusStillWorks()
+{
+    bench->news.clear();
+    bench->transfer<Probe>();
+    QTRY_VERIFY(bench->has("transfer terminated"));
+    QVERIFY(bench->has("transfer record 0"));
+}
+
+void TestOddCalls::threadWithoutAStackEndsItsPass_data()
+{
+    QTest::addColumn<ThreadPtr>("thread");
+    QTest::newRow("transfer") << ThreadPtr(std::make_shared<CommThreadTransferTelegramStack>());
+    QTest::newRow("polling") << ThreadPtr(std::make_shared<CommThreadDevicePolling>());
+}
+
+void TestOddCalls::threadWithoutAStackEndsItsPass()
+{
+    QFETCH(ThreadPtr, thread);
+    CommNews news(*thread);
+    QMetaObject::invokeMethod(thread.get(), "start"); // the slot of every thread
+    QTRY_VERIFY(news.has("ended"));
+    QCOMPARE(news.events(), QStringList {"ended"});
+}
+
+void TestOddCalls::frontWithoutAStackBeginsNoPass()
+{
+    Z7CommInterfaceTransferTelegramStack transfer;
+    transfer.start(nullptr);
+    QVERIFY(!transfer.isPassUnderWay());
+    Z7CommInterfaceDevicePolling polling;
+    polling.start(nullptr);
+    QVERIFY(!polling.isPassUnderWay());
+}
+
+void TestOddCalls::schedulerWithoutAStackStartsNothing()
+{
+    bench->scheduler->transferTelegramStack(nullptr);
+    bench->scheduler->setPollingStack(nullptr);
+    bench->scheduler->setBusLent(true);
+    bench->scheduler->transferTelegramStack(nullptr);
+    bench->scheduler->setPollingStack(nullptr);
+    bench->scheduler->setBusLent(false);
+    QCOMPARE(bench->news.events(), QStringList());
+    verifyBusStillWorks();
+}
+
+void TestOddCalls::noStackLeavesTheWaitingTransferAndThePolling()
+{
+    REACH_POLLING_PASS(bench);
+    bench->transfer<Probe>();
+    bench->scheduler->transferTelegramStack(nullptr);
+    bench->scheduler->setPollingStack(nullptr);
+    QTRY_VERIFY(bench->has("transfer record 0"));
+    QTRY_VERIFY(bench->has("polling started 14"));
+}
+
+void TestOddCalls::slotsOfTheSchedulerWithoutAStackStartNothing()
+{
+    bench->scheduler->startPollingThread();
+    bench->scheduler->startNextThreadID();
+    QMetaObject::invokeMethod(bench->scheduler.get(), "autoEnablePolling");
+    bench->scheduler->threadDeviceUpdate(DevicePolling, DriveBus::drive3());
+    QCOMPARE(bench->news.events(), QStringList {"polling record 0"});
+    verifyBusStillWorks();
+}
+
+void TestOddCalls::endOfAnUnknownThreadIsPassedOn()
+{
+    Z7CommunicationInterface scheduler;
+    const QSignalSpy terminated(&scheduler, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)));
+    for (const int unknown : {3, 255})
+        scheduler.threadTransactionTerminated(static_cast<ThreadID>(unknown));
+    QCOMPARE(terminated.size(), 2);
+}
+
+void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn_data()
+{
+    QTest::addColumn<int>("threadID");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("scan") << int(ScanDevice) << "scan";
+    QTest::newRow("transfer") << int(TransferTelegramStack) << "transfer";
+    QTest::newRow("polling") << int(DevicePolling) << "polling";
+}
+
+void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn()
+{
+    QFETCH(int, threadID);
+    QFETCH(QString, name);
+    bench->scheduler->threadTransactionTerminated(static_cast<ThreadID>(threadID));
+    QCOMPARE(bench->news.events(), QStringList({name + " terminated", "all terminated"}));
+    verifyBusStillWorks();
+}
+
+void TestOddCalls::endThatComesDuringAPassStartsNoSecondOne()
+{
+    bench->transfer<Status>();
+    bench->scheduler->threadTransactionTerminated(TransferTelegramStack);
+    bench->transfer<Probe>();
+    QTRY_VERIFY(bench->has("transfer progress 14"));
+    QTRY_VERIFY(bench->has("transfer record 0"));
+    QCOMPARE(bench->count("transfer started"), 1);
+    QTRY_VERIFY(bench->count("transfer terminated") >= 2);
+    verifyBusStillWorks();
+}
+
+void TestOddCalls::pollingStartedBySlotDuringAPassRunsNoSecondOne()
+{
+    REACH_POLLING_PASS(bench);
+    setPollingInterval(3600000);
+    bench->scheduler->startPollingThread();
+    QTRY_VERIFY(bench->has("polling record 0"));
+    QCOMPARE(bench->requestCount(), 14);
+}
+
+QTEST_GUILESS_MAIN(TestOddCalls)
+
+#include "tst_oddcalls.moc"
