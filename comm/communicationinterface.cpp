@@ -15,6 +15,13 @@ int pollingInterval()
     return Z7Services::instance()->options()->pollingInterval();
 }
 
+/// Precise, since a timer left to itself ends up to 5 % early or late.
+void setUpTimer(QTimer &timer, const QString &name)
+{
+    timer.setObjectName(name);
+    timer.setTimerType(Qt::PreciseTimer);
+}
+
 } // namespace
 
 Z7CommunicationInterface::Z7CommunicationInterface()
@@ -23,8 +30,10 @@ Z7CommunicationInterface::Z7CommunicationInterface()
              static_cast<Z7CommInterfaceFront *>(&m_transferFront),
              static_cast<Z7CommInterfaceFront *>(&m_pollingFront)})
         connectFront(*front);
+    setUpTimer(m_pollingTimer, QStringLiteral("pollingTimer"));
     m_pollingTimer.setInterval(pollingHeldOffMs);
     connect(&m_pollingTimer, SIGNAL(timeout()), SLOT(autoEnablePolling()));
+    setUpTimer(m_pollingPause, QStringLiteral("pollingPause"));
     m_pollingPause.setSingleShot(true);
     connect(&m_pollingPause, SIGNAL(timeout()), SLOT(startPollingThread()));
 }

@@ -113,8 +113,9 @@ private:
     /// so that no record changes under the thread.
     QList<Z7Device> m_recordsToAdopt;
 
-    QTimer m_pollingTimer; ///< runs while the options hold polling off
-    QTimer m_pollingPause; ///< single shot; only runs while polling is in charge of a bus that is not lent
+    QTimer m_pollingTimer {this}; ///< runs while the options hold polling off
+    QTimer m_pollingPause {
+        this}; ///< single shot; only runs while polling is in charge of a bus that is not lent
     bool m_pollingEnabled = false;
     bool m_busLent = false;
     int m_nextThread = Z7CommInterface::noThread;

@@ -31,6 +31,9 @@ private slots:
     void pollingComingBackStopsAScanUnderWay();
     void pollingDoesNotComeBackInThePlaceOfAWaitingScan();
     void newPollingStackEndsTheHoldOff();
+    void pausesAreKeptToTheMillisecond_data();
+    void pausesAreKeptToTheMillisecond();
+    void lookAtTheOptionComesEverySecond();
     void heldOffPollingWithANewStackDoesNotComeBackASecondTime();
     void slotForTheSuccessorDoesNothingWithoutOne();
 
@@ -202,6 +205,32 @@ void TestSchedulerPolling::newPollingStackEndsTheHoldOff()
     bench->poll<Probe>();
     QTRY_VERIFY(bench->has("polling started"));
     QVERIFY2(timer.elapsed() < 900, "without waiting for the next look at the option");
+}
+
+void TestSchedulerPolling::pausesAreKeptToTheMillisecond_data()
+{
+    QTest::addColumn<QString>("timer");
+    QTest::newRow("between two passes") << "pollingPause";
+    QTest::newRow("between two looks at the option") << "pollingTimer";
+}
+
+void TestSchedulerPolling::pausesAreKeptToTheMillisecond()
+{
+    QFETCH(QString, timer);
+    const auto *pause = bench->scheduler->findChild<QTimer *>(timer);
+    QVERIFY(pause);
+    QCOMPARE(pause->timerType(), Qt::PreciseTimer);
+}
+
+void TestSchedulerPolling::lookAtTheOptionComesEverySecond()
+{
+    const auto *looks = bench->scheduler->findChild<QTimer *>("pollingTimer");
+    QVERIFY(looks);
+    QVERIFY(!looks->isActive());
+    holdPollingOff();
+    QVERIFY(looks->isActive());
+    QVERIFY(!looks->isSingleShot());
+    QCOMPARE(looks->interval(), 1000);
 }
 
 void TestSchedulerPolling::heldOffPollingWithANewStackDoesNotComeBackASecondTime()
