@@ -43,7 +43,7 @@ Samples bareExchanges(const QString &path, const QByteArray &request)
 
 void ownExchanges(const QString &portName, const QByteArray &request, double floorMs, Samples &beyondFloor)
 {
-    BusPort port;
+    Z7BusPort port;
     port.open(portName);
     for (int i = 0; i < exchangesPerBlock; ++i) {
         QElapsedTimer timer;

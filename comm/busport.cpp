@@ -23,7 +23,7 @@ int boundedTimeout(int timeoutMs)
 
 } // namespace
 
-int BusPort::open(const QString &portName)
+int Z7BusPort::open(const QString &portName)
 {
     m_port.close();
     m_port.setPortName(portName);
@@ -35,7 +35,7 @@ int BusPort::open(const QString &portName)
     return settingsTaken ? TelegramError::None : TelegramError::PortSettingsRefused;
 }
 
-bool BusPort::send(const QByteArray &request, int timeoutMs)
+bool Z7BusPort::send(const QByteArray &request, int timeoutMs)
 {
     if (!m_port.isOpen())
         return false;
@@ -43,12 +43,12 @@ bool BusPort::send(const QByteArray &request, int timeoutMs)
     return m_port.waitForBytesWritten(boundedTimeout(timeoutMs));
 }
 
-bool BusPort::waitForReply(int timeoutMs)
+bool Z7BusPort::waitForReply(int timeoutMs)
 {
     return m_port.waitForReadyRead(boundedTimeout(timeoutMs));
 }
 
-QByteArray BusPort::readReply()
+QByteArray Z7BusPort::readReply()
 {
     QElapsedTimer sinceFirstByte;
     sinceFirstByte.start();

@@ -10,7 +10,7 @@ class Z7TelegramStack;
 /// It belongs to one pass of one worker thread, which alone may call it, and is used through its blocking
 /// calls, so that telegrams follow each other at the rate of the bus. Nothing purges its buffers: late bytes
 /// belong to the next reply. Time-outs are in ms and bounded to 0 to 10,000.
-class BusPort
+class Z7BusPort
 {
 public:
     /// Opens the port and returns 0, or error number 3 (not opened) or 4 (a setting refused).

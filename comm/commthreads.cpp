@@ -21,7 +21,7 @@ void CommThread::endPass()
     wait();
 }
 
-bool CommThread::exchange(BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress)
+bool CommThread::exchange(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress)
 {
     if (!port.send(stack.currentTelegram()->request(), timeoutMs)) {
         stack.setError(TelegramError::WriteNotCompleted);
@@ -39,7 +39,7 @@ bool CommThread::exchange(BusPort &port, Z7TelegramStack &stack, int timeoutMs, 
 
 void CommThreadTelegramStack::runStack(Z7TelegramStack &stack, int timeoutMs, ClosePort closePort)
 {
-    BusPort port;
+    Z7BusPort port;
     emit transactionStarted(stack.pendingCount(), stack.device());
     const QString portName = stack.device().portInfo.portName();
     const int error = portName.isEmpty() ? TelegramError::None : port.open(portName);
@@ -52,7 +52,7 @@ void CommThreadTelegramStack::runStack(Z7TelegramStack &stack, int timeoutMs, Cl
     emit updateDevice(stack.device());
 }
 
-void CommThreadTelegramStack::runTelegrams(BusPort &port, Z7TelegramStack &stack, int timeoutMs)
+void CommThreadTelegramStack::runTelegrams(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs)
 {
     while (!stack.isEmpty() && !isCancelled() && !stack.device().hasError())
         exchange(port, stack, timeoutMs, Progress::Report);
@@ -97,7 +97,7 @@ void CommThreadScanDevice::run()
     Z7Device device;
     const int timeoutMs = fetchStart([this, &device] { device = m_device; });
 
-    BusPort port;
+    Z7BusPort port;
     emit transactionStarted(lastAddress, device);
     const int error = port.open(device.portInfo.portName());
     if (error == TelegramError::None) {
@@ -108,7 +108,7 @@ void CommThreadScanDevice::run()
     emit updateDevice(device);
 }
 
-void CommThreadScanDevice::sweep(BusPort &port, Z7Device device, int timeoutMs)
+void CommThreadScanDevice::sweep(Z7BusPort &port, Z7Device device, int timeoutMs)
 {
     while (device.address <= lastAddress && !isCancelled()) {
         Z7CheckProtocolTelegramStack stack(device);
@@ -119,7 +119,7 @@ void CommThreadScanDevice::sweep(BusPort &port, Z7Device device, int timeoutMs)
     }
 }
 
-void CommThreadScanDevice::probe(BusPort &port, Z7TelegramStack &stack, int timeoutMs)
+void CommThreadScanDevice::probe(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs)
 {
     while (!stack.isEmpty() && !isCancelled()) {
         if (!exchange(port, stack, timeoutMs, Progress::Silent) || stack.device().isConnected())

@@ -9,7 +9,7 @@
 #include <atomic>
 #include <memory>
 
-class BusPort;
+class Z7BusPort;
 
 /// Base of the worker threads that talk to the drives. A thread is idle or in one pass; run() does one pass
 /// and ends.
@@ -63,7 +63,7 @@ protected:
 
     /// Sends the stack's current telegram and gives it the reply. False if there was none: error 2 where the
     /// write was not finished within `timeoutMs`, 1 where no first byte came within another `timeoutMs`.
-    bool exchange(BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress);
+    bool exchange(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress);
 
 private:
     /// Guards what a pass starts from on its way from the main thread into the pass.
@@ -85,7 +85,7 @@ protected:
     void runStack(Z7TelegramStack &stack, int timeoutMs, ClosePort closePort);
 
 private:
-    void runTelegrams(BusPort &port, Z7TelegramStack &stack, int timeoutMs);
+    void runTelegrams(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs);
 };
 
 /// Runs a transaction once and deletes its stack at the end of the pass.
@@ -138,8 +138,8 @@ protected:
     void run() override;
 
 private:
-    void sweep(BusPort &port, Z7Device device, int timeoutMs);
-    void probe(BusPort &port, Z7TelegramStack &stack, int timeoutMs);
+    void sweep(Z7BusPort &port, Z7Device device, int timeoutMs);
+    void probe(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs);
 
     Z7Device m_device;
 };

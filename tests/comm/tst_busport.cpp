@@ -96,14 +96,14 @@ private:
     int wholeRepliesOfTen();
 
     std::unique_ptr<DriveBus> bus;
-    std::unique_ptr<BusPort> port;
+    std::unique_ptr<Z7BusPort> port;
     const QByteArray accepted = "89 03 00 d9"; // reply to the right password
 };
 
 void TestBusPort::init()
 {
     bus = std::make_unique<DriveBus>();
-    port = std::make_unique<BusPort>();
+    port = std::make_unique<Z7BusPort>();
     adapter.nextSetting = None;
     adapter.refusedSetting = None;
 }
@@ -149,7 +149,7 @@ void TestBusPort::portWithoutANameGivesError3()
 
 void TestBusPort::portThatAnotherProgramHasOpenGivesError3()
 {
-    BusPort other;
+    Z7BusPort other;
     QCOMPARE(other.open(QStringLiteral("ttyUSB0")), int(TelegramError::None));
     QCOMPARE(open(), int(TelegramError::PortNotOpened));
 }
