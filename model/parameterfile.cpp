@@ -2,10 +2,11 @@
 
 #include "control/services/language.h"
 #include "control/services/services.h"
+#include "control/services/wholefile.h"
 #include "model/parameterdefinitions.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
@@ -39,15 +40,10 @@ Z7ParameterFile::Z7ParameterFile(
 
 QString Z7ParameterFile::save() const
 {
-    QSaveFile file(m_path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return cannotOpenText();
-    QXmlStreamWriter writer(&file);
+    QByteArray document;
+    QXmlStreamWriter writer(&document);
     writeDocument(writer);
-    // commit() does not notice that the last of the buffer finds no room.
-    const bool isWritten = !writer.hasError() && file.flush() && file.commit();
-    return isWritten ? QString() : cannotOpenText();
+    return WholeFile::write(m_path, document) ? QString() : cannotOpenText();
 }
 
 void Z7ParameterFile::writeDocument(QXmlStreamWriter &writer) const

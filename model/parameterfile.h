@@ -23,8 +23,8 @@ public:
     /// value, and one that was never read with 0.
     Z7ParameterFile(const QString &path, const Z7Device &savedDevice, const Z7DeviceParamSet &changes);
 
-    /// Writes the file. A file that stood there before survives a write that fails half-way, unless the
-    /// folder only allows to write over it.
+    /// Writes the file, or fails and leaves what stood there byte for byte. A link stays, and its target is
+    /// written. What is no file, a pipe or a device for instance, is not written to.
     QString save() const;
     /// Replaces the parameters by those of the file. What was read before an error stays usable. The version
     /// is not judged, nor are the values: a bad number is 0, read-only and unknown numbers are taken.

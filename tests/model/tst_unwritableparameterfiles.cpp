@@ -31,11 +31,6 @@ Z7Device driveWithParameters(int count)
     return driveWith(values);
 }
 
-QStringList filesHere()
-{
-    return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-}
-
 void writeOldFile(mode_t permissions)
 {
     WorkingFolder::write(fileName, oldContent);
@@ -109,7 +104,7 @@ void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText()
     QVERIFY(QDir().mkdir(QStringLiteral("folder")));
     WorkingFolder::write(QStringLiteral("file"), oldContent);
     QCOMPARE(save(driveWith({{11, 100}}), path), cannotOpen);
-    QCOMPARE(filesHere(), QStringList({QStringLiteral("file"), QStringLiteral("folder")}));
+    QCOMPARE(WorkingFolder::files(), QStringList({QStringLiteral("file"), QStringLiteral("folder")}));
     QCOMPARE(WorkingFolder::read(QStringLiteral("file")), oldContent);
 }
 
@@ -125,14 +120,14 @@ void TestUnwritableParameterFiles::aReadOnlyFileStaysAsItIs()
     const FolderWithPermissions folder(0777);
     QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
     QCOMPARE(WorkingFolder::read(fileName), oldContent);
-    QCOMPARE(filesHere(), QStringList(fileName));
+    QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
 void TestUnwritableParameterFiles::aReadOnlyFolderTakesNoNewFile()
 {
     const FolderWithPermissions folder(0555);
     QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
-    QCOMPARE(filesHere(), QStringList());
+    QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
 void TestUnwritableParameterFiles::aFileInAReadOnlyFolderIsWrittenInPlace()
@@ -161,7 +156,7 @@ void TestUnwritableParameterFiles::aFullDiskLeavesTheOldFileAndNoOther()
     }();
     QCOMPARE(error, cannotOpen);
     QCOMPARE(WorkingFolder::read(fileName), oldContent);
-    QCOMPARE(filesHere(), QStringList(fileName));
+    QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
 void TestUnwritableParameterFiles::aFullDiskLeavesNoHalfFile()
@@ -171,7 +166,7 @@ void TestUnwritableParameterFiles::aFullDiskLeavesNoHalfFile()
         return save(driveWith({{11, 100}}));
     }();
     QCOMPARE(error, cannotOpen);
-    QCOMPARE(filesHere(), QStringList());
+    QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
 void TestUnwritableParameterFiles::aFullDiskIsToldOfAFileThatIsWrittenInPlace_data()

@@ -36,6 +36,11 @@ public:
         QFile file(fileName);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    /// What the current folder holds, hidden files and devices too.
+    static QStringList files()
+    {
+        return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
 
 private:
     const QString m_before = QDir::currentPath();

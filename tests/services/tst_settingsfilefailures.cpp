@@ -1,0 +1,156 @@
+// Options and language files when the disk fails at the program's end: each is the old one byte for byte, or
+// the new one whole.
+
+#include "control/services/language.h"
+#include "control/services/options.h"
+#include "control/services/services.h"
+#include "tests/support/failingcalls.h"
+#include "tests/support/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+const QString optionsFile = QStringLiteral("Z7Properties.ini");
+const QString languageFile = QStringLiteral("deutsch.z7lang");
+const QByteArray oldOptions = "[OPTIONS]\ncolour=blue\ntimeout=99\n";
+const QByteArray newOptions = "[OPTIONS]\ncolour=blue\nlanguage=deutsch\ntimeout=200\n";
+const QByteArray oldTexts = "[Common]\nForgotten=Vergessen\n";
+const QByteArray newTexts = "[Common]\nForgotten=Vergessen\nOK=OK\n";
+/// Of what a file looks like of which lines are no INI.
+const QByteArray notes = "notes of the commissioning\n";
+
+/// The program from its start to its normal end; the user has changed an option.
+void runProgram()
+{
+    Z7Services::instance()->options()->setTimeout(200);
+    languageText("Common", "OK", QStringLiteral("OK"));
+    Z7Services::shutdown();
+}
+
+QStringList bothFiles()
+{
+    return {languageFile, optionsFile};
+}
+
+void addFailures(const char *name, z7_failure failure)
+{
+    for (const char *call : {"write", "fsync", "rename"})
+        QTest::addRow("%s %s", call, name) << QByteArray(call) << failure;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(z7_failure)
+
+class TestSettingsFileFailures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup() { m_folder.reset(); }
+
+    void whicheverCallFailsEachFileIsWhole_data();
+    void whicheverCallFailsEachFileIsWhole();
+    void aDiskThatFailsAltogetherLeavesTheOldFiles_data();
+    void aDiskThatFailsAltogetherLeavesTheOldFiles();
+    void aDiskThatFailsAltogetherLeavesNoNewFile_data() { aDiskThatFailsAltogetherLeavesTheOldFiles_data(); }
+    void aDiskThatFailsAltogetherLeavesNoNewFile();
+    void whicheverCallFailsADamagedFileIsThere_data() { whicheverCallFailsEachFileIsWhole_data(); }
+    void whicheverCallFailsADamagedFileIsThere();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::addColumn<z7_failure>("failure");
+    addFailures("fails once", Z7_FAILS_ONCE);
+    addFailures("fails from then on", Z7_FAILS_FROM_THEN_ON);
+    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+}
+
+void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    bool hasFailed = true;
+    for (int callsBefore = 0; hasFailed; ++callsBefore) {
+        WorkingFolder::write(optionsFile, oldOptions);
+        WorkingFolder::write(languageFile, oldTexts);
+        {
+            const FailingCalls disk(call, callsBefore, failure);
+            runProgram();
+            hasFailed = disk.haveFailed();
+        }
+        const QByteArray options = WorkingFolder::read(optionsFile);
+        const QByteArray texts = WorkingFolder::read(languageFile);
+        QVERIFY2(options == newOptions || (hasFailed && options == oldOptions), options);
+        QVERIFY2(texts == newTexts || (hasFailed && texts == oldTexts), texts);
+        QCOMPARE(WorkingFolder::files(), bothFiles());
+    }
+}
+
+void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesTheOldFiles_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::addColumn<z7_failure>("failure");
+    addFailures("fails", Z7_FAILS_FROM_THEN_ON);
+    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+}
+
+void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesTheOldFiles()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    WorkingFolder::write(optionsFile, oldOptions);
+    WorkingFolder::write(languageFile, oldTexts);
+    {
+        const FailingCalls disk(call, 0, failure);
+        runProgram();
+        QVERIFY(disk.haveFailed());
+    }
+    QCOMPARE(WorkingFolder::read(optionsFile), oldOptions);
+    QCOMPARE(WorkingFolder::read(languageFile), oldTexts);
+    QCOMPARE(WorkingFolder::files(), bothFiles());
+}
+
+void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesNoNewFile()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    const FailingCalls disk(call, 0, failure);
+    runProgram();
+    QVERIFY(disk.haveFailed());
+    QCOMPARE(WorkingFolder::files(), QStringList());
+}
+
+void TestSettingsFileFailures::whicheverCallFailsADamagedFileIsThere()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    const QString copy = languageFile + QStringLiteral(".damaged");
+    bool hasFailed = true;
+    for (int callsBefore = 0; hasFailed; ++callsBefore) {
+        WorkingFolder::write(languageFile, notes + oldTexts);
+        WorkingFolder::write(copy, notes);
+        {
+            const FailingCalls disk(call, callsBefore, failure);
+            runProgram();
+            hasFailed = disk.haveFailed();
+        }
+        const QByteArray kept = WorkingFolder::read(copy);
+        const QByteArray texts = WorkingFolder::read(languageFile);
+        const bool isWritten = texts == newTexts && kept == notes + oldTexts;
+        const bool isAsBefore = texts == notes + oldTexts && (kept == notes || kept == texts);
+        QVERIFY2(isWritten || (hasFailed && isAsBefore), kept + '|' + texts);
+    }
+}
+
+QTEST_APPLESS_MAIN(TestSettingsFileFailures)
+#include "tst_settingsfilefailures.moc"
