@@ -80,21 +80,22 @@ void LabelledDataWidget::initPage()
 
 void LabelledDataWidget::initParamWidgets(ParamField &field)
 {
-    const Z7ParamDefinitions *definitions = paramDefinitions();
-    const QString name = definitionText(definitions->paramName(field.number));
+    const Z7ParamDefinition &definition = paramDefinitions()->row(field.number);
+    // A name that is nowhere on the screen gets no entry in the language file.
     if (field.name)
-        field.name->setText(name);
-    field.user->setAccessibleName(name);
+        field.name->setText(definitionText(definition.name));
+    field.user->setAccessibleName(field.name ? field.name->text() : definition.name);
     field.deviceValue->setEnabled(false);
     field.deviceValue->setAlignment(Qt::AlignRight);
     field.user->setAlignment(Qt::AlignRight);
     // The limits come with the first value of the drive.
     delete field.user->validator();
     field.user->setValidator(new IntegerValidator(this));
-    field.user->setHidden(definitions->isReadOnly(field.number));
-    field.user->setFont(PageStyle::boldFont());
+    field.user->setHidden(definition.readOnly);
+    if (!definition.readOnly)
+        field.user->setFont(PageStyle::boldFont());
     if (field.unit) {
-        field.unit->setText(definitionText(definitions->paramUnit(field.number)));
+        field.unit->setText(definitionText(definition.unit));
         field.unit->setEnabled(false);
     }
     field.connections = 0;
@@ -115,8 +116,8 @@ void LabelledDataWidget::showDeviceValue(ParamField &field, int value)
     if (!m_mapper)
         return;
     auto *validator = qobject_cast<QIntValidator *>(const_cast<QValidator *>(field.user->validator()));
-    const Z7ParamDefinitions *definitions = paramDefinitions();
-    validator->setRange(definitions->paramMin(field.number), definitions->paramMax(field.number));
+    const Z7ParamDefinition &definition = paramDefinitions()->row(field.number);
+    validator->setRange(definition.minimum, definition.maximum);
     if (field.connections < mostConnections) {
         connect(field.user, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
         ++field.connections;

@@ -1,5 +1,7 @@
 #include "pages/operationsmodedialog.h"
 
+#include "control/services/language.h"
+#include "model/parameterdefinitions.h"
 #include "ui_operationsmodedialog.h"
 
 namespace {
@@ -30,8 +32,8 @@ void OperationsModeDialog::initPage()
 void OperationsModeDialog::newDeviceParam(const Z7DeviceParam &param)
 {
     if (QLabel *label = meaningLabel(param.number)) {
-        const QString text = optionText(param.number, param.value);
-        label->setText(text.isEmpty() ? text : QStringLiteral("(%1)").arg(text));
+        const QString text = paramDefinitions()->paramOptionText(param.number, param.value);
+        label->setText(text.isEmpty() ? text : QStringLiteral("(%1)").arg(definitionText(text)));
     }
     LabelledDataWidget::newDeviceParam(param);
 }

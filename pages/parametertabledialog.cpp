@@ -54,6 +54,15 @@ QColor differentColour()
     return {200, 200, 200};
 }
 
+bool hasSameBase(const QPalette &a, const QPalette &b)
+{
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        if (a.color(group, QPalette::Base) != b.color(group, QPalette::Base))
+            return false;
+    }
+    return true;
+}
+
 QString tableText(const char *key, const char *defaultText)
 {
     return languageText(section, key, defaultText);
@@ -264,7 +273,7 @@ void ParameterTableDialog::formatUserField(QLineEdit *field, const QColor &colou
     QPalette fieldPalette = palette();
     fieldPalette.setColor(QPalette::Base, field->isEnabled() ? colour : equalColour());
     // Setting a palette or a font repaints and lays out anew; most records change nothing.
-    if (field->palette().color(QPalette::Base) != fieldPalette.color(QPalette::Base))
+    if (!hasSameBase(field->palette(), fieldPalette))
         field->setPalette(fieldPalette);
     if (field->isEnabled() && field->font().weight() != font.weight())
         field->setFont(font);

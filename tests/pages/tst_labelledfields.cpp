@@ -19,7 +19,9 @@ private slots:
     void unitIsGreyAndComesFromTheDefinition();
     void nameComesFromTheDefinition();
     void nameAndUnitAreShownInTheUsersLanguage();
+    void nameThatNoLabelShowsIsNotLookedUp();
     void readOnlyParameterShowsNoUserField();
+    void fieldOfAReadOnlyParameterIsNotBold();
     void readOnlyParameterShowsItsDeviceValue();
 
     void deviceValueIsShownAsTheRawNumber();
@@ -95,12 +97,32 @@ void TestLabelledFields::nameAndUnitAreShownInTheUsersLanguage()
     QCOMPARE(page.label("lParam0x03Unit")->text(), QStringLiteral("millis"));
 }
 
+void TestLabelledFields::nameThatNoLabelShowsIsNotLookedUp()
+{
+    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nDrehzahl=Speed\n");
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.field("Param0x03")->accessibleName(), QStringLiteral("Rampe"));
+    QCOMPARE(page.field("Param0x1E")->accessibleName(), QStringLiteral("Drehzahl"));
+    Z7Services::shutdown();
+    const QByteArray texts = folder->read("deutsch.z7lang");
+    QVERIFY(texts.contains("Rampe="));
+    QVERIFY(!texts.contains("Umdrehungen="));
+}
+
 void TestLabelledFields::readOnlyParameterShowsNoUserField()
 {
     LabelledPage page;
     page.showFor(pageDrive());
     QVERIFY(page.field("Param0x53")->isHidden());
     QVERIFY(page.field("Param0x03")->isVisible());
+}
+
+void TestLabelledFields::fieldOfAReadOnlyParameterIsNotBold()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    QCOMPARE(page.field("Param0x53")->font().weight(), int(QFont::Normal));
 }
 
 void TestLabelledFields::readOnlyParameterShowsItsDeviceValue()

@@ -54,6 +54,7 @@ private slots:
     // The page of the modes
     void modesAndRestartStandInNumbersAndWords();
     void valueWithoutWordsHasNoBrackets();
+    void valueWhoseWordsAreTranslatedToNothingKeepsItsBrackets();
     void wordsFollowTheDriveAndNotTheUser();
     void wordsAreTranslated();
     void userValueIsBoldAndDeviceValueGrey_data() { modeFields(); }
@@ -276,6 +277,14 @@ void TestModePages::valueWithoutWordsHasNoBrackets()
     shown.page->DeviceUpdate(driveWith({readParam(1, 2), readParam(6, 2)}));
     QCOMPARE(shown.text("lTextI1"), QString());
     QCOMPARE(shown.text("lTextWiederanlauf"), QString());
+}
+
+void TestModePages::valueWhoseWordsAreTranslatedToNothingKeepsItsBrackets()
+{
+    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=\n");
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    QCOMPARE(shown.text("lTextI1"), QStringLiteral("()"));
 }
 
 void TestModePages::wordsFollowTheDriveAndNotTheUser()

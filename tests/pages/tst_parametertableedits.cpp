@@ -45,6 +45,8 @@ private slots:
     void colourTellsWhetherUserAndDriveDiffer_data();
     void colourTellsWhetherUserAndDriveDiffer();
     void wholeRowBearsTheColour();
+    void fieldBearsTheColourInEveryState_data();
+    void fieldBearsTheColourInEveryState();
     void unreadParameterComparesAgainstZero_data();
     void unreadParameterComparesAgainstZero();
     void emptiedFieldTurnsTheRowWhite();
@@ -276,6 +278,28 @@ void TestParameterTableEdits::wholeRowBearsTheColour()
         QCOMPARE(shown->ground(11, column), darkGrey);
     QCOMPARE(shown->fieldGround(11), darkGrey);
     QCOMPARE(shown->ground(30, Number), QColor(Qt::white));
+}
+
+void TestParameterTableEdits::fieldBearsTheColourInEveryState_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QColor>("colour");
+    QTest::newRow("nothing wanted") << 11 << "" << QColor(Qt::white);
+    QTest::newRow("the drive's own value") << 11 << "250" << lightGrey;
+    QTest::newRow("another value") << 11 << "251" << darkGrey;
+    QTest::newRow("read-only") << 83 << "" << lightGrey;
+}
+
+void TestParameterTableEdits::fieldBearsTheColourInEveryState()
+{
+    QFETCH(int, number);
+    QFETCH(QString, typed);
+    QFETCH(QColor, colour);
+    type(shown->field(number), typed);
+    const QPalette palette = shown->field(number)->palette();
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        QCOMPARE(palette.color(group, QPalette::Base), colour);
 }
 
 void TestParameterTableEdits::unreadParameterComparesAgainstZero_data()
