@@ -3,6 +3,7 @@
 #include "control/maincontroller.h"
 #include "control/services/language.h"
 #include "pages/pagestyle.h"
+#include "protocol/telegram.h"
 #include "shell/wizard/connectionsdialog.h"
 #include "shell/wizard/wizardrows.h"
 #include "ui_confirmconnectionwizardwidget.h"
@@ -83,6 +84,8 @@ void ConfirmConnectionWizardWidget::addRow(const Z7Device &device)
 
 void ConfirmConnectionWizardWidget::SendConnectCurrentDevice()
 {
+    if (!hasCurrentDevice())
+        return;
     m_started = false;
     m_answered = false;
     m_dialog->controller()->readDeviceStatus(m_devices.at(m_currentDevice), this);
@@ -91,7 +94,7 @@ void ConfirmConnectionWizardWidget::SendConnectCurrentDevice()
 void ConfirmConnectionWizardWidget::transactionStarted(int maxProgress, const Z7Device &device)
 {
     Q_UNUSED(maxProgress)
-    if (!isAboutCurrentDevice(device))
+    if (!hasCurrentDevice() || !isAboutCurrentDevice(device))
         return;
     m_started = true;
     m_rows.at(m_currentDevice).status->show();
@@ -106,20 +109,36 @@ bool ConfirmConnectionWizardWidget::isAboutCurrentDevice(const Z7Device &device)
 
 void ConfirmConnectionWizardWidget::DeviceUpdate(const Z7Device &device)
 {
+    if (!hasCurrentDevice() || !isAboutCurrentDevice(device))
+        return;
+    // While the bus is not to be had, a log-on ends before it has begun. Its record is the one that was asked
+    // with, access of an earlier visit included.
+    const bool isRefused = device.error == TelegramError::TransactionAborted;
     // The record of an earlier page's log-on is none of this row's.
-    if (!m_started || !isAboutCurrentDevice(device))
+    if (!m_started && !isRefused)
         return;
     m_answered = true;
+    Z7Device outcome = device;
+    if (isRefused)
+        outcome.setAccessGranted(false);
+    showOutcome(outcome);
+}
+
+void ConfirmConnectionWizardWidget::showOutcome(const Z7Device &device)
+{
     m_devices[m_currentDevice] = device;
     const Row &row = m_rows.at(m_currentDevice);
     row.check->setEnabled(device.isAccessGranted());
     row.check->setChecked(device.isAccessGranted());
+    row.status->show();
     row.status->setPixmap(PageStyle::smallPixmap(
         device.isAccessGranted() ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
 }
 
 void ConfirmConnectionWizardWidget::transactionTerminated()
 {
+    if (!hasCurrentDevice())
+        return;
     if (m_answered && m_currentDevice + 1 == m_devices.size()) {
         if (!selectedDevices().isEmpty())
             setNavigationEnabled(true, true);
@@ -135,7 +154,7 @@ QList<Z7Device> ConfirmConnectionWizardWidget::selectedDevices()
 {
     QList<Z7Device> selected;
     for (int i = 0; i < m_rows.size(); ++i) {
-        if (m_rows.at(i).check->isVisible() && m_rows.at(i).check->isChecked())
+        if (isShown(i) && m_rows.at(i).check->isVisible() && m_rows.at(i).check->isChecked())
             selected.append(m_devices.at(i));
     }
     return selected;
@@ -146,7 +165,7 @@ bool ConfirmConnectionWizardWidget::leavePage()
     forgetLogOn();
     QList<Z7Device> checked;
     for (int i = 0; i < m_rows.size(); ++i) {
-        if (m_rows.at(i).check->isChecked())
+        if (isShown(i) && m_rows.at(i).check->isChecked())
             checked.append(m_devices.at(i));
     }
     // With nothing ticked the whole list goes on.

@@ -35,12 +35,13 @@ public:
     void transactionTerminated() override;
     void transactionProgress() override { }
 
+public slots:
+    /// Logs on to the current drive.
+    void SendConnectCurrentDevice();
+
 protected:
     /// A page that the user has left waits for nothing any more and asks for nothing more.
     void hideEvent(QHideEvent *event) override;
-
-private slots:
-    void SendConnectCurrentDevice();
 
 private:
     struct Row
@@ -52,7 +53,11 @@ private:
 
     void addRow(const Z7Device &device);
     void forgetLogOn();
+    /// News may come, and slots be called, while no drive is shown.
+    bool hasCurrentDevice() const { return isShown(m_currentDevice); }
+    bool isShown(int number) const { return number < m_rows.size() && number < m_devices.size(); }
     bool isAboutCurrentDevice(const Z7Device &device) const;
+    void showOutcome(const Z7Device &device);
 
     const bool m_quickConnect;
     QVector<Row> m_rows; ///< one per drive; the widgets belong to the form
@@ -60,6 +65,6 @@ private:
     /// The log-on to the current drive has begun. A log-on of an earlier page may still hold the bus.
     bool m_started = false;
     bool m_answered = false; ///< the record of that log-on has come
-    QTimer m_pause; ///< before the next log-on
+    QTimer m_pause {this}; ///< before the next log-on
     const std::unique_ptr<Ui::ConfirmConnectionWizardWidget> m_ui;
 };

@@ -178,7 +178,7 @@ void ConnectionsDialog::startWizard(Pages pages)
 
 void ConnectionsDialog::nextWizardPage()
 {
-    if (!currentPage().leavePage())
+    if (!hasCurrentPage() || !currentPage().leavePage())
         return;
     const QList<Z7Device> devices = currentPage().devices();
     if (m_pageIndex + 1 < m_pages.size()) {
@@ -197,6 +197,8 @@ void ConnectionsDialog::nextWizardPage()
 
 void ConnectionsDialog::previousWizardPage()
 {
+    if (!hasCurrentPage() || m_pageIndex == 0)
+        return;
     const QList<Z7Device> devices = currentPage().devices();
     --m_pageIndex;
     currentPage().setDevices(devices);

@@ -39,10 +39,12 @@ public:
 public slots:
     /// Closes the dialog, unless the buttons are disabled by a running scan.
     void reject() override;
-
-private slots:
+    /// One page on, if the current one lets go; behind the last, its drives join the list. Nothing without a
+    /// wizard.
     void nextWizardPage();
+    /// One page back; nothing on the first page and without a wizard.
     void previousWizardPage();
+    /// Hands the listed drives, and those ticked on the current page, to the controller, and closes.
     void closeDialog();
     void removeSelectedConnections();
     void initScanPortWizard();

@@ -3,6 +3,7 @@
 #include "control/maincontroller.h"
 #include "control/services/language.h"
 #include "pages/pagestyle.h"
+#include "protocol/telegram.h"
 #include "shell/wizard/connectionsdialog.h"
 #include "shell/wizard/wizardrows.h"
 #include "ui_scanningwizardwidget.h"
@@ -39,8 +40,12 @@ ScanningWizardWidget::~ScanningWizardWidget()
 
 void ScanningWizardWidget::hideEvent(QHideEvent *event)
 {
-    if (!event->spontaneous())
-        forgetScan();
+    if (event->spontaneous())
+        return;
+    const bool wasScanning = isScanning();
+    forgetScan();
+    if (wasScanning)
+        endScan();
 }
 
 void ScanningWizardWidget::forgetScan()
@@ -98,6 +103,8 @@ void ScanningWizardWidget::announceScan()
 
 void ScanningWizardWidget::scanDevice()
 {
+    if (!hasCurrentPort())
+        return;
     m_scanning = true;
     m_dialog->controller()->scanDevice(m_devices.at(m_currentPort), this);
 }
@@ -106,11 +113,16 @@ void ScanningWizardWidget::abortScanning()
 {
     m_aborted = true;
     m_dialog->controller()->cancelCommunication();
+    // Between two ports there is no scan whose end could be waited for.
+    if (m_pause.isActive())
+        endScan();
 }
 
 void ScanningWizardWidget::transactionStarted(int maxProgress, const Z7Device &device)
 {
     Q_UNUSED(device)
+    if (!hasCurrentPort())
+        return;
     const Row &row = m_rows.at(m_currentPort);
     row.progress->show();
     row.abort->show();
@@ -119,13 +131,18 @@ void ScanningWizardWidget::transactionStarted(int maxProgress, const Z7Device &d
 
 void ScanningWizardWidget::transactionProgress()
 {
+    if (!hasCurrentPort())
+        return;
     QProgressBar *progress = m_rows.at(m_currentPort).progress;
     progress->setValue(progress->value() + 1);
 }
 
 void ScanningWizardWidget::DeviceUpdate(const Z7Device &device)
 {
-    if (device.isConnected())
+    if (!hasCurrentPort())
+        return;
+    // The record of a scan that the bus did not take is still the one that was asked with.
+    if (device.isConnected() && device.error != TelegramError::TransactionAborted)
         m_foundDevices.append(device);
     const int found = countFoundOnPort(device.portInfo.portName());
     const Row &row = m_rows.at(m_currentPort);
@@ -142,6 +159,8 @@ int ScanningWizardWidget::countFoundOnPort(const QString &portName) const
 
 void ScanningWizardWidget::transactionTerminated()
 {
+    if (!hasCurrentPort())
+        return;
     const Row &row = m_rows.at(m_currentPort);
     row.progress->hide();
     row.abort->hide();
@@ -150,13 +169,19 @@ void ScanningWizardWidget::transactionTerminated()
         announceScan();
         return;
     }
+    endScan();
+}
+
+void ScanningWizardWidget::endScan()
+{
+    m_pause.stop();
     m_scanning = false;
     setNavigationEnabled(true, false);
 }
 
 bool ScanningWizardWidget::leavePage()
 {
-    if (m_scanning)
+    if (isScanning())
         return false;
     m_devices = m_foundDevices;
     return !m_devices.isEmpty();

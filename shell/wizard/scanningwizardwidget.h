@@ -36,13 +36,15 @@ public:
     void transactionTerminated() override;
     void transactionProgress() override;
 
-protected:
-    /// A page that is put away scans no further port.
-    void hideEvent(QHideEvent *event) override;
-
-private slots:
+public slots:
+    /// Scans the current port.
     void scanDevice();
+    /// Ends the scan; the ports behind the current one are left out.
     void abortScanning();
+
+protected:
+    /// A page that is put away scans no further port and gives the dialog its buttons back.
+    void hideEvent(QHideEvent *event) override;
 
 private:
     struct Row
@@ -56,6 +58,10 @@ private:
     void addRow(const Z7Device &device);
     void announceScan();
     void forgetScan();
+    void endScan();
+    bool isScanning() const { return m_scanning || m_pause.isActive(); }
+    /// News may come, and slots be called, while no port is shown.
+    bool hasCurrentPort() const { return m_currentPort < m_rows.size(); }
     int countFoundOnPort(const QString &portName) const;
 
     bool m_scanning = false;
@@ -63,6 +69,6 @@ private:
     QVector<Row> m_rows; ///< one per port; the widgets belong to the form
     int m_currentPort = 0;
     QList<Z7Device> m_foundDevices;
-    QTimer m_pause; ///< before the next port
+    QTimer m_pause {this}; ///< before the next port
     const std::unique_ptr<Ui::ScanningWizardWidget> m_ui;
 };
