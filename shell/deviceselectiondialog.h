@@ -24,12 +24,13 @@ public:
     void setIntro(const QString &text);
     void addDevice(int deviceID, const QString &text);
 
+public slots:
+    /// Reports each ticked drive, from top to bottom, and closes the dialog.
+    void postSelectedDevices();
+
 signals:
     /// One of the drives that the user has ticked.
     void deviceSelected(int deviceID);
-
-private slots:
-    void postSelectedDevices();
 
 private:
     const std::unique_ptr<Ui::DeviceSelectionDialog> m_ui;

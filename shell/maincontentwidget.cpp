@@ -113,6 +113,8 @@ void MainContentWidget::setClickConnected(bool connected)
 void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
 {
     Q_UNUSED(column)
+    if (!item)
+        return;
     setClickConnected(false);
     m_ui->DeviceCommButtonFrame->setEnabled(false);
     // Showing the page may rebuild the tree, which deletes the item.

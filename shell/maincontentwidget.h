@@ -29,7 +29,8 @@ public:
     void disableDataButtons() override;
     void setConflictLine(const QString &text) override;
 
-private slots:
+public slots:
+    /// Shows the item's page for its drive; nothing without an item. `column` makes no difference.
     void MainMenuItemClicked(QTreeWidgetItem *item, int column);
 
 private:

@@ -20,8 +20,10 @@ public:
     /// Sets the texts and takes the options in force into the fields; called before each showing.
     void refresh();
 
-private slots:
+public slots:
+    /// Takes the fields over into the options, an empty one as 0, and closes the dialog.
     void saveAndCloseDialog();
+    /// Shows the note that a change takes effect at the next start.
     void languageChanged(int index);
 
 private:

@@ -24,7 +24,8 @@ public:
     bool leavePage() override;
     QList<Z7Device> selectedDevices() override { return {}; }
 
-private slots:
+public slots:
+    /// Lists the ports of the drives given to the page; the system is not asked again.
     void updatePorts();
 
 private:
