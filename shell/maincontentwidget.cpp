@@ -15,8 +15,6 @@ namespace {
 
 constexpr int pageRole = Qt::UserRole + 1;
 constexpr int deviceRole = Qt::UserRole + 2;
-/// Which of its icons an item bears now.
-constexpr int iconStateRole = Qt::UserRole + 3;
 
 /// The pages below a drive, from top to bottom.
 constexpr int drivePages[] = {
@@ -44,6 +42,23 @@ int pageOf(const QTreeWidgetItem *item)
 int deviceOf(const QTreeWidgetItem *item)
 {
     return item->data(0, deviceRole).toInt();
+}
+
+QTreeWidgetItem *makeItem(int pageNumber, int deviceId)
+{
+    auto *item = new QTreeWidgetItem;
+    item->setData(0, pageRole, pageNumber);
+    item->setData(0, deviceRole, deviceId);
+    return item;
+}
+
+/// In the order of the pages below a drive.
+QStringList drivePageTitles()
+{
+    QStringList titles;
+    for (const int pageNumber : drivePages)
+        titles.append(pageTitle(pageNumber));
+    return titles;
 }
 
 } // namespace
@@ -152,31 +167,52 @@ void MainContentWidget::rebuildTree(const QList<int> &deviceIds)
         return;
     m_rebuilding = true;
     // Where only marks change, the items stay, so that a click that has begun on one of them is not lost.
-    if (showsSameDrives(deviceIds)) {
-        refreshIcons(m_ui->MainMenuTree->invisibleRootItem());
-        m_ui->MainMenuTree->setCurrentItem(nullptr);
-    } else {
+    if (showsSameDrives(deviceIds))
+        refreshTree(deviceIds);
+    else
         refillTree(deviceIds);
-    }
     m_rebuilding = false;
     setClickConnected(true);
 }
 
+QTreeWidgetItem *MainContentWidget::networkItem() const
+{
+    QTreeWidgetItem *first = m_ui->MainMenuTree->topLevelItem(0);
+    return first && pageOf(first) == PageNumber::Network ? first : nullptr;
+}
+
 bool MainContentWidget::showsSameDrives(const QList<int> &deviceIds) const
 {
-    const bool hasNetwork = deviceIds.size() > 1;
-    const QTreeWidgetItem *parent = m_ui->MainMenuTree->invisibleRootItem();
-    if (hasNetwork && parent->childCount() == 1 && pageOf(parent->child(0)) == PageNumber::Network)
-        parent = parent->child(0);
+    const QTreeWidgetItem *network = networkItem();
+    if ((network != nullptr) != (deviceIds.size() > 1))
+        return false;
+    const QTreeWidgetItem *parent = network ? network : m_ui->MainMenuTree->invisibleRootItem();
     if (parent->childCount() != deviceIds.size())
         return false;
     for (int i = 0; i < deviceIds.size(); ++i) {
-        const QTreeWidgetItem *item = parent->child(i);
-        if (pageOf(item) != PageNumber::DeviceStatus || deviceOf(item) != deviceIds.at(i)
-            || item->text(0) != deviceName(m_controller->device(deviceIds.at(i))))
+        if (deviceOf(parent->child(i)) != deviceIds.at(i))
             return false;
     }
     return true;
+}
+
+void MainContentWidget::refreshTree(const QList<int> &deviceIds)
+{
+    QTreeWidget *tree = m_ui->MainMenuTree;
+    QTreeWidgetItem *network = networkItem();
+    const QTreeWidgetItem *parent = network ? network : tree->invisibleRootItem();
+    const QStringList titles = drivePageTitles();
+    bool isExpanded = !network || network->isExpanded();
+    if (network)
+        refreshNetwork(network);
+    for (int i = 0; i < deviceIds.size(); ++i) {
+        refreshDrive(parent->child(i), deviceIds.at(i), titles);
+        isExpanded = isExpanded && parent->child(i)->isExpanded();
+    }
+    if (!isExpanded)
+        tree->expandAll();
+    if (tree->currentIndex().isValid() || tree->selectionModel()->hasSelection())
+        tree->setCurrentItem(nullptr);
 }
 
 void MainContentWidget::refillTree(const QList<int> &deviceIds)
@@ -188,13 +224,7 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
     tree->setUpdatesEnabled(false);
     tree->setEnabled(false);
     tree->clear();
-    QTreeWidgetItem *network = nullptr;
-    if (deviceIds.size() > 1) {
-        network = makeItem(pageTitle(PageNumber::Network), PageNumber::Network, 0);
-        tree->addTopLevelItem(network);
-    }
-    for (const int deviceId : deviceIds)
-        addDrive(deviceId, network);
+    tree->addTopLevelItems(makeItems(deviceIds));
     tree->expandAll();
     tree->setEnabled(true);
     tree->doItemsLayout();
@@ -205,43 +235,47 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
         tree->setFocus();
 }
 
-void MainContentWidget::addDrive(int deviceId, QTreeWidgetItem *network)
+QList<QTreeWidgetItem *> MainContentWidget::makeItems(const QList<int> &deviceIds) const
 {
-    auto *drive = makeItem(deviceName(m_controller->device(deviceId)), PageNumber::DeviceStatus, deviceId);
-    for (const int pageNumber : drivePages)
-        drive->addChild(makeItem(pageTitle(pageNumber), pageNumber, deviceId));
-    if (network)
-        network->addChild(drive);
-    else
-        m_ui->MainMenuTree->addTopLevelItem(drive);
-}
-
-QTreeWidgetItem *MainContentWidget::makeItem(const QString &text, int pageNumber, int deviceId) const
-{
-    auto *item = new QTreeWidgetItem({text});
-    item->setData(0, pageRole, pageNumber);
-    item->setData(0, deviceRole, deviceId);
-    refreshIcon(item);
-    return item;
-}
-
-void MainContentWidget::refreshIcons(QTreeWidgetItem *parent)
-{
-    for (int i = 0; i < parent->childCount(); ++i) {
-        refreshIcon(parent->child(i));
-        refreshIcons(parent->child(i));
+    const QStringList titles = drivePageTitles();
+    QList<QTreeWidgetItem *> drives;
+    for (const int deviceId : deviceIds) {
+        QTreeWidgetItem *drive = makeItem(PageNumber::DeviceStatus, deviceId);
+        for (const int pageNumber : drivePages)
+            drive->addChild(makeItem(pageNumber, deviceId));
+        refreshDrive(drive, deviceId, titles);
+        drives.append(drive);
     }
+    if (drives.size() < 2)
+        return drives;
+    QTreeWidgetItem *network = makeItem(PageNumber::Network, 0);
+    refreshNetwork(network);
+    network->addChildren(drives);
+    return {network};
 }
 
-void MainContentWidget::refreshIcon(QTreeWidgetItem *item) const
+void MainContentWidget::refreshNetwork(QTreeWidgetItem *network) const
 {
-    const int pageNumber = pageOf(item);
-    const int deviceId = deviceOf(item);
-    const bool modified = m_controller->hasModifiedParams(pageNumber, deviceId);
+    refreshItem(network, PageNumber::Network, 0, pageTitle(PageNumber::Network), false);
+}
+
+void MainContentWidget::refreshDrive(QTreeWidgetItem *drive, int deviceId, const QStringList &titles) const
+{
     const bool active = m_controller->isAccessGranted(deviceId);
-    const int state = (modified ? 2 : 0) | (active ? 1 : 0);
-    if (item->data(0, iconStateRole) == QVariant(state))
-        return;
-    item->setData(0, iconStateRole, state);
-    item->setIcon(0, pageIcon(pageNumber, deviceId, modified, active));
+    refreshItem(
+        drive, PageNumber::DeviceStatus, deviceId, deviceName(m_controller->device(deviceId)), active);
+    for (int i = 0; i < drive->childCount(); ++i)
+        refreshItem(drive->child(i), drivePages[i], deviceId, titles.at(i), active);
+}
+
+/// Sets only what differs: every setting has the item painted anew.
+void MainContentWidget::refreshItem(
+    QTreeWidgetItem *item, int pageNumber, int deviceId, const QString &text, bool active) const
+{
+    if (item->text(0) != text)
+        item->setText(0, text);
+    const bool modified = m_controller->hasModifiedParams(pageNumber, deviceId);
+    const QIcon icon = pageIcon(pageNumber, deviceId, modified, active);
+    if (item->icon(0).cacheKey() != icon.cacheKey())
+        item->setIcon(0, icon);
 }

@@ -23,7 +23,7 @@ public:
     explicit MainContentWidget(Z7MainController *controller, QWidget *parent = nullptr);
     ~MainContentWidget() override;
 
-    /// The selection is not kept; the scroll position is.
+    /// Everything is expanded and titled anew; the selection is not kept, the scroll position is.
     void rebuildTree(const QList<int> &deviceIds) override;
     void enableDataButtons() override;
     void disableDataButtons() override;
@@ -39,11 +39,16 @@ private:
     void takeOutShownPage();
 
     bool showsSameDrives(const QList<int> &deviceIds) const;
+    void refreshTree(const QList<int> &deviceIds);
     void refillTree(const QList<int> &deviceIds);
-    void addDrive(int deviceId, QTreeWidgetItem *network);
-    QTreeWidgetItem *makeItem(const QString &text, int pageNumber, int deviceId) const;
-    void refreshIcons(QTreeWidgetItem *parent);
-    void refreshIcon(QTreeWidgetItem *item) const;
+    /// The items at the top of the tree, with all those below them; the caller owns them.
+    QList<QTreeWidgetItem *> makeItems(const QList<int> &deviceIds) const;
+    /// The item above the drives; null if there is none.
+    QTreeWidgetItem *networkItem() const;
+    void refreshNetwork(QTreeWidgetItem *network) const;
+    void refreshDrive(QTreeWidgetItem *drive, int deviceId, const QStringList &titles) const;
+    void refreshItem(
+        QTreeWidgetItem *item, int pageNumber, int deviceId, const QString &text, bool active) const;
 
     bool m_rebuilding = false;
     Z7MainController *const m_controller;

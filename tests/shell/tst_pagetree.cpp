@@ -54,6 +54,12 @@ private slots:
     void itemsKnowTheirPageAndTheirDrive();
     void itemsAreTitledFromTheLanguageFile();
     void everythingIsExpanded();
+    void collapsedItemIsExpandedByTheNextRecord_data();
+    void collapsedItemIsExpandedByTheNextRecord();
+    void expandingKeepsTheScrollPosition();
+    void clickOnADriveThatWasCollapsedIsNotLost();
+    void itemsAreTitledAnewByTheNextRecord();
+    void titleOfTheNetworkIsAskedForWithItsItem();
 
     void driveWithoutAccessHasInactiveIcons();
     void iconsFollowTheAccessOfTheDrive();
@@ -202,6 +208,68 @@ void TestPageTree::everythingIsExpanded()
     QVERIFY(top(0)->isExpanded());
     QVERIFY(band->item(DeviceStatus, first)->isExpanded());
     QVERIFY(band->item(DeviceStatus, second)->isExpanded());
+}
+
+void TestPageTree::collapsedItemIsExpandedByTheNextRecord_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("drive") << int(DeviceStatus);
+    QTest::newRow("network") << int(Network);
+}
+
+void TestPageTree::collapsedItemIsExpandedByTheNextRecord()
+{
+    QFETCH(int, page);
+    list({first, second});
+    QTreeWidgetItem *item = page == Network ? top(0) : band->item(DeviceStatus, second);
+    tree().setCurrentItem(item);
+    QTest::keyClick(&tree(), Qt::Key_Minus);
+    QVERIFY(!item->isExpanded());
+    band->bring(first);
+    QVERIFY(item->isExpanded());
+}
+
+void TestPageTree::expandingKeepsTheScrollPosition()
+{
+    list({first, second, drive(3)});
+    tree().setCurrentItem(band->item(DeviceStatus, drive(3)));
+    QTest::keyClick(&tree(), Qt::Key_Minus);
+    QScrollBar *bar = tree().verticalScrollBar();
+    QVERIFY(bar->maximum() > 5);
+    bar->setValue(5);
+    band->bring(first);
+    QCOMPARE(bar->value(), 5);
+}
+
+void TestPageTree::clickOnADriveThatWasCollapsedIsNotLost()
+{
+    list({first, second});
+    tree().setCurrentItem(band->item(DeviceStatus, second));
+    QTest::keyClick(&tree(), Qt::Key_Minus);
+    QTreeWidgetItem *item = band->item(ParameterTable, first);
+    pressAt(tree(), item);
+    band->bring(second);
+    releaseAt(tree(), item);
+    QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
+}
+
+void TestPageTree::itemsAreTitledAnewByTheNextRecord()
+{
+    list({first, second});
+    const QString name = top(0)->child(1)->text(0);
+    for (QTreeWidgetItem *item : {top(0), top(0)->child(1), band->item(ParameterTable, second)})
+        item->setText(0, QStringLiteral("?"));
+    band->bring(first);
+    QCOMPARE(top(0)->text(0), QStringLiteral("Z7-Netzwerk"));
+    QCOMPARE(top(0)->child(1)->text(0), name);
+    QCOMPARE(band->item(ParameterTable, second)->text(0), QStringLiteral("Parametertabelle"));
+}
+
+void TestPageTree::titleOfTheNetworkIsAskedForWithItsItem()
+{
+    const auto title = [] { return languageText("DialogNetworkStatus", "Title", QStringLiteral("?")); };
+    list({first});
+    QCOMPARE(title(), QStringLiteral("?"));
 }
 
 void TestPageTree::driveWithoutAccessHasInactiveIcons()
