@@ -15,6 +15,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QUrl>
 
@@ -49,10 +50,12 @@ QString nameAndVersion(const Z7Device &device)
     return QStringLiteral("%1 (%2)").arg(deviceName(device), device.softwareVersion);
 }
 
+/// Shows the failure if there is no such file: what the system starts to open one may say nothing of it.
 void openFromWorkingFolder(QWidget *window, const QString &fileName, const QString &failure)
 {
-    const QString url = QStringLiteral("file:///") + QDir::currentPath() + QLatin1Char('/') + fileName;
-    if (!QDesktopServices::openUrl(QUrl(url)))
+    const QString path = QDir::currentPath() + QLatin1Char('/') + fileName;
+    const bool isThere = QFileInfo(path).isFile();
+    if (!QDesktopServices::openUrl(QUrl(QStringLiteral("file:///") + path)) || !isThere)
         QMessageBox::critical(
             window, commonText("ApplicationTitle", "Z7ConfigTool"), failure, QMessageBox::Ok);
 }

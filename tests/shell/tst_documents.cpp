@@ -32,6 +32,9 @@ private slots:
     void documentThatOpensShowsNoBox();
     void documentThatDoesNotOpenIsReported_data();
     void documentThatDoesNotOpenIsReported();
+    void missingDocumentIsReportedWhateverTheSystemSays_data();
+    void missingDocumentIsReportedWhateverTheSystemSays();
+    void folderIsNoDocument();
     void reportComesFromTheLanguageFile_data();
     void reportComesFromTheLanguageFile();
 
@@ -109,6 +112,7 @@ void TestDocuments::documentIsLookedForInTheWorkingFolder()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, file);
+    folder->writeText(file, QString());
     const OpenedUrls viewer(QStringLiteral("file"));
     open();
     use(control);
@@ -129,6 +133,7 @@ void TestDocuments::documentIsLookedForInTheFolderOfTheMoment()
     open();
     QVERIFY(QDir().mkdir(QStringLiteral("Handbücher und mehr")));
     QDir::setCurrent(QStringLiteral("Handbücher und mehr"));
+    folder->writeText(file, QString());
     use(control);
     QCOMPARE(viewer.urls.size(), 1);
     // The address has three slashes before a path that begins with one of its own.
@@ -146,6 +151,7 @@ void TestDocuments::fileNameComesFromTheLanguageFile()
     QFETCH(QByteArray, control);
     QFETCH(QString, fileKey);
     folder->writeText("deutsch.z7lang", QStringLiteral("[Common]\n%1=other.txt\n").arg(fileKey));
+    folder->writeText("other.txt", QString());
     const OpenedUrls viewer(QStringLiteral("file"));
     open();
     use(control);
@@ -161,6 +167,8 @@ void TestDocuments::documentThatOpensShowsNoBox_data()
 void TestDocuments::documentThatOpensShowsNoBox()
 {
     QFETCH(QByteArray, control);
+    QFETCH(QString, file);
+    folder->writeText(file, QString());
     const OpenedUrls viewer(QStringLiteral("file"));
     const MessageBoxAnswerer user(QMessageBox::Ok);
     open();
@@ -180,7 +188,9 @@ void TestDocuments::documentThatDoesNotOpenIsReported_data()
 void TestDocuments::documentThatDoesNotOpenIsReported()
 {
     QFETCH(QByteArray, control);
+    QFETCH(QString, file);
     QFETCH(QString, text);
+    folder->writeText(file, QString());
     const MessageBoxAnswerer user(QMessageBox::Ok);
     open();
     use(control);
@@ -191,6 +201,36 @@ void TestDocuments::documentThatDoesNotOpenIsReported()
     QCOMPARE(user.last().icon, QMessageBox::Critical);
     QCOMPARE(user.last().buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
     QVERIFY(user.last().hasParent);
+}
+
+void TestDocuments::missingDocumentIsReportedWhateverTheSystemSays_data()
+{
+    documentRows();
+}
+
+// What the system starts to open a file fails without a word if there is none.
+void TestDocuments::missingDocumentIsReportedWhateverTheSystemSays()
+{
+    QFETCH(QByteArray, control);
+    QFETCH(QString, text);
+    const OpenedUrls viewer(QStringLiteral("file"));
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    open();
+    use(control);
+    QCOMPARE(viewer.urls.size(), 1);
+    QCOMPARE(user.count(), 1);
+    QCOMPARE(user.last().text, text);
+    QCOMPARE(user.last().icon, QMessageBox::Critical);
+}
+
+void TestDocuments::folderIsNoDocument()
+{
+    QVERIFY(QDir().mkdir(QStringLiteral("Z7Manual.pdf")));
+    const OpenedUrls viewer(QStringLiteral("file"));
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    open();
+    use("BtnPdfHelp");
+    QCOMPARE(user.count(), 1);
 }
 
 void TestDocuments::reportComesFromTheLanguageFile_data()
