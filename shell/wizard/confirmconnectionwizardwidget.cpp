@@ -26,6 +26,7 @@ ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(bool quickConnect, 
 {
     m_ui->setupUi(this);
     m_pause.setSingleShot(true);
+    m_pause.setTimerType(Qt::PreciseTimer);
     m_pause.setInterval(pauseBetweenDrivesMs);
     connect(&m_pause, SIGNAL(timeout()), SLOT(SendConnectCurrentDevice()));
 }

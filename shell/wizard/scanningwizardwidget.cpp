@@ -29,6 +29,7 @@ ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
 {
     m_ui->setupUi(this);
     m_pause.setSingleShot(true);
+    m_pause.setTimerType(Qt::PreciseTimer);
     m_pause.setInterval(pauseBetweenPortsMs);
     connect(&m_pause, SIGNAL(timeout()), SLOT(scanDevice()));
 }

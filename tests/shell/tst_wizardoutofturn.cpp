@@ -62,6 +62,8 @@ private slots:
     void nextBeforeTheFirstPortIsScannedKeepsThePorts();
     void abortBetweenTwoPortsEndsTheScan();
 
+    void pauseIsPrecise();
+
     void refusedLogOnFails_data();
     void refusedLogOnFails();
     void logOnAfterARefusedOneBegins();
@@ -279,6 +281,20 @@ void TestWizardOutOfTurn::abortBetweenTwoPortsEndsTheScan()
     dynamic_cast<ScanningWizardWidget *>(bench->page())->abortScanning();
     QVERIFY(areButtonsEnabled());
     QVERIFY(!bench->page()->findChild<QTimer *>()->isActive());
+}
+
+// A coarse timer may come 5 % early or late.
+void TestWizardOutOfTurn::pauseIsPrecise()
+{
+    const ConfirmConnectionWizardWidget confirm(false, bench->dialog);
+    const ScanningWizardWidget scanning(bench->dialog);
+    for (const QWidget *page :
+        {static_cast<const QWidget *>(&confirm), static_cast<const QWidget *>(&scanning)}) {
+        const auto *pause = page->findChild<QTimer *>();
+        QCOMPARE(pause->timerType(), Qt::PreciseTimer);
+        QCOMPARE(pause->interval(), 200);
+        QVERIFY(pause->isSingleShot());
+    }
 }
 
 void TestWizardOutOfTurn::refusedLogOnFails_data()
