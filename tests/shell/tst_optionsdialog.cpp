@@ -37,6 +37,8 @@ private slots:
     void emptyFieldIsSavedAsZero();
     void shorterNumberIsSavedAsItStands();
     void cancelDiscardsEverything();
+    void undoBringsNothingBackOfAnEarlierShowing_data();
+    void undoBringsNothingBackOfAnEarlierShowing();
     void languageFilesAreOffered();
     void languageWithoutAFileGivesWayToTheFirst();
     void cancelKeepsTheLanguage();
@@ -198,6 +200,29 @@ void TestOptionsDialog::okSavesEveryField()
     QCOMPARE(options()->defaultVendorID(), 4292);
     QCOMPARE(options()->pollingInterval(), 500);
     QCOMPARE(options()->language(), QStringLiteral("english"));
+}
+
+void TestOptionsDialog::undoBringsNothingBackOfAnEarlierShowing_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<QString>("typed");
+    for (const char *field : {"edTimeout", "edTimeoutScanning", "edPreselectVendorID", "edPollingCycle"}) {
+        QTest::addRow("%s, a number", field) << QByteArray(field) << QStringLiteral("77");
+        QTest::addRow("%s, emptied", field) << QByteArray(field) << QString();
+    }
+}
+
+void TestOptionsDialog::undoBringsNothingBackOfAnEarlierShowing()
+{
+    QFETCH(QByteArray, field);
+    QFETCH(QString, typed);
+    open();
+    const QString inForce = fieldText(field.constData());
+    type(*dialog, field.constData(), typed);
+    press(*dialog, "BtnCancel");
+    open();
+    QTest::keySequence(&child(*dialog, field.constData()), QKeySequence::Undo);
+    QCOMPARE(fieldText(field.constData()), inForce);
 }
 
 void TestOptionsDialog::emptyFieldIsSavedAsZero()
