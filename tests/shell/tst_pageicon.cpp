@@ -19,6 +19,7 @@ private slots:
     void otherNumbersHaveNoIcon();
     void theDriveMakesNoDifference();
     void noTwoStatesLookAlike();
+    void iconsAreMadeOnce();
     void iconsAreSharpOnAScreenOfDoubleDensity();
 };
 
@@ -91,6 +92,18 @@ void TestPageIcon::noTwoStatesLookAlike()
                     QVERIFY(!seen.contains(icon));
                 seen.append(icon);
             }
+        }
+    }
+}
+
+// A new icon leaves its pictures in the cache.
+void TestPageIcon::iconsAreMadeOnce()
+{
+    for (int page = -1; page <= 17; ++page) {
+        for (bool modified : {false, true}) {
+            for (bool active : {false, true})
+                QCOMPARE(pageIcon(page, 1, modified, active).cacheKey(),
+                    pageIcon(page, 2, modified, active).cacheKey());
         }
     }
 }
