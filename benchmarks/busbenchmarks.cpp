@@ -1,6 +1,6 @@
-#include "benchmarks/busbenchmarks.h"
-
 #include "benchmarks/bareport.h"
+#include "benchmarks/bars.h"
+#include "benchmarks/benchmarkgroups.h"
 #include "benchmarks/figures.h"
 #include "benchmarks/workbench.h"
 #include "comm/busport.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr int timeoutMs = 140;
 constexpr int exchangesPerBlock = 100;
-constexpr int blocks = 3;
+constexpr int blocks = 4;
 constexpr int addresses = 255;
 constexpr int scanTimeoutMs = 20;
 
@@ -28,9 +28,10 @@ double elapsedMs(const QElapsedTimer &timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-Samples bareExchanges(const QString &path, const QByteArray &request)
+constexpr auto unit = "× bare port";
+
+void bareExchanges(const QString &path, const QByteArray &request, Samples &samples)
 {
-    Samples samples;
     BarePort port(path);
     for (int i = 0; i < exchangesPerBlock; ++i) {
         QElapsedTimer timer;
@@ -38,10 +39,9 @@ Samples bareExchanges(const QString &path, const QByteArray &request)
         port.exchange(request, timeoutMs);
         samples.add(elapsedMs(timer));
     }
-    return samples;
 }
 
-void ownExchanges(const QString &portName, const QByteArray &request, double floorMs, Samples &beyondFloor)
+void ownExchanges(const QString &portName, const QByteArray &request, Samples &samples)
 {
     Z7BusPort port;
     port.open(portName);
@@ -51,22 +51,28 @@ void ownExchanges(const QString &portName, const QByteArray &request, double flo
         port.send(request, timeoutMs);
         if (port.waitForReply(timeoutMs))
             port.readReply();
-        beyondFloor.add(elapsedMs(timer) - floorMs);
+        samples.add(elapsedMs(timer));
     }
+}
+
+void printAgainstFloor(
+    const QString &what, double ownMs, double floorMs, double bar, const QString &remark = {})
+{
+    printFigure(what, ownMs / floorMs, bar, unit,
+        QStringLiteral("%1 ms, floor %2 ms%3").arg(ownMs, 0, 'f', 3).arg(floorMs, 0, 'f', 3).arg(remark));
 }
 
 void benchExchange(const QString &path, const QString &portName)
 {
     const QByteArray request = Z7Telegram_StatusRead(1).request();
-    Samples beyondFloor;
-    double floorMs = 0;
+    Samples floor;
+    Samples own;
     for (int block = 0; block < blocks; ++block) {
-        floorMs = bareExchanges(path, request).median();
-        ownExchanges(portName, request, floorMs, beyondFloor);
+        bareExchanges(path, request, floor);
+        ownExchanges(portName, request, own);
     }
-    const QString remark = QStringLiteral("floor %1 ms").arg(floorMs, 0, 'f', 3);
-    printFigure(QStringLiteral("exchange beyond the floor, median"), beyondFloor.median(), 1, "ms", remark);
-    printFigure(QStringLiteral("exchange beyond the floor, p99"), beyondFloor.p99(), 5, "ms", remark);
+    printAgainstFloor(QStringLiteral("exchange, median"), own.median(), floor.median(), Bars::exchange);
+    printAgainstFloor(QStringLiteral("exchange, p99"), own.p99(), floor.p99(), Bars::slowExchange);
 }
 
 template<typename Thread, typename Start>
@@ -82,17 +88,27 @@ double passMs(Start start)
     return elapsedMs(timer);
 }
 
+double bareSweepMs(const QString &path)
+{
+    BarePort port(path);
+    QElapsedTimer timer;
+    timer.start();
+    for (int address = 1; address <= addresses; ++address)
+        port.exchange(Z7Telegram_StatusRead(address).request(), scanTimeoutMs);
+    return elapsedMs(timer);
+}
+
 void benchSweep()
 {
     z7sim::SimulatedBus bus;
     bus.start();
     ListedPorts ports;
     ports.plugUsb(QStringLiteral("ttyUSB0"), bus.portPath());
+    const double floorMs = bareSweepMs(bus.portPath());
     const Z7Device device(QSerialPortInfo(QStringLiteral("ttyUSB0")));
     const double ms =
         passMs<CommThreadScanDevice>([&device](auto &thread) { thread.start(device, scanTimeoutMs); });
-    printFigure(QStringLiteral("sweep of 255 silent addresses"), ms / (addresses * scanTimeoutMs), 1.08,
-        QStringLiteral("× 255 × 20 ms"));
+    printAgainstFloor(QStringLiteral("sweep of 255 silent addresses"), ms, floorMs, Bars::sweep);
 }
 
 Z7Device sampleDrive()
@@ -124,12 +140,8 @@ void benchFullRead(const QString &path)
     Z7UpdateParameterSetTelegramStack stack(device, device.parameterSet);
     const double ms =
         passMs<CommThreadDevicePolling>([&stack](auto &thread) { thread.start(&stack, timeoutMs); });
-    printFigure(QStringLiteral("first full read, %1 rows").arg(device.parameterSet.params.size()),
-        ms / floorMs, 1.05, QStringLiteral("× floor"),
-        QStringLiteral("%1 ms, floor %2 ms, record error %3")
-            .arg(ms, 0, 'f', 0)
-            .arg(floorMs, 0, 'f', 0)
-            .arg(stack.device().error));
+    printAgainstFloor(QStringLiteral("first full read, %1 rows").arg(device.parameterSet.params.size()), ms,
+        floorMs, Bars::fullRead, QStringLiteral(", record error %1").arg(stack.device().error));
 }
 
 } // namespace

@@ -1,34 +1,59 @@
-// z7bench [bus] [window] [pages] [memory]: prints the table of figures, of all groups or of those named; exit
-// code 1 if one has missed its bar.
+// z7bench [GROUP...]: prints the table of figures, of all groups or of those named. The exit code is 0 if all
+// bars are held, 1 if not, and 2 if there is no such group.
 
-#include "benchmarks/busbenchmarks.h"
+#include "benchmarks/benchmarkgroups.h"
 #include "benchmarks/figures.h"
-#include "benchmarks/memorybenchmarks.h"
-#include "benchmarks/windowbenchmarks.h"
+#include "benchmarks/startbenchmarks.h"
 
 #include <QApplication>
 #include <QTextStream>
 
+namespace {
+
+struct Group
+{
+    const char *name;
+    void (*run)();
+};
+
+constexpr Group groups[] = {
+    {"bus", runBusBenchmarks},
+    {"window", runWindowBenchmarks},
+    {"pages", runPageBenchmarks},
+    {"start", runStartBenchmarks},
+    {"memory", runMemoryBenchmarks},
+    {"before", runPairedBenchmarks},
+};
+
+/// Those named, or all if none is named; empty if a name is unknown.
+QList<Group> wantedGroups(const QStringList &names)
+{
+    QList<Group> wanted;
+    for (const Group &group : groups) {
+        if (names.isEmpty() || names.contains(QLatin1String(group.name)))
+            wanted.append(group);
+    }
+    return names.isEmpty() || wanted.size() == names.size() ? wanted : QList<Group>();
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.value(1) == QLatin1String("--empty-window"))
-        return showEmptyWindow(arguments.value(2).toLongLong());
-    if (arguments.value(1) == QLatin1String("--tool-window"))
-        return showToolWindow(arguments.value(2).toLongLong());
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.value(0) == QLatin1String("--empty-window"))
+        return showEmptyWindow(arguments.value(1).toLongLong());
+    if (arguments.value(0) == QLatin1String("--tool-window"))
+        return showToolWindow(arguments.value(1).toLongLong());
 
-    QTextStream(stdout) << "| what | figure | bar | | |\n|---|---|---|---|---|\n" << Qt::flush;
-    const auto wanted = [&arguments](const char *group) {
-        return arguments.size() == 1 || arguments.contains(QLatin1String(group));
-    };
-    if (wanted("bus"))
-        runBusBenchmarks();
-    if (wanted("window"))
-        runWindowBenchmarks();
-    if (wanted("pages"))
-        runPageBenchmarks();
-    if (wanted("memory"))
-        runMemoryBenchmarks();
-    return allBarsHeld() ? 0 : 1;
+    const QList<Group> wanted = wantedGroups(arguments);
+    if (wanted.isEmpty()) {
+        QTextStream(stderr) << "There is no such group: " << arguments.join(QLatin1Char(' ')) << '\n';
+        return 2;
+    }
+    printTableHead();
+    for (const Group &group : wanted)
+        group.run();
+    return printSummary() ? 0 : 1;
 }

@@ -1,88 +1,56 @@
-#include "benchmarks/memorybenchmarks.h"
-
+#include "benchmarks/bars.h"
+#include "benchmarks/benchmarkgroups.h"
 #include "benchmarks/figures.h"
+#include "benchmarks/heap.h"
+#include "benchmarks/keystrokes.h"
+#include "benchmarks/polledrecords.h"
+#include "benchmarks/redraw.h"
 #include "benchmarks/workbench.h"
 #include "comm/communicationinterface.h"
-#include "comm/telegramstackcatalogue.h"
-#include "control/maincontroller.h"
+#include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "pages/pagefactory.h"
 #include "simulator/simulatedbus.h"
 #include "tests/support/listedports.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
-#include <QFile>
-
-#include <malloc.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr int passesBefore = 1000;
-constexpr int passesAfter = 10000;
-constexpr double barMb = 2;
+/// Few, so that a cache that fills up slowly is seen.
+constexpr int keystrokesBefore = 100;
+constexpr int steps = 10000;
 
-double residentMb()
+void printGrowth(const QString &what, double bytes, const QString &step)
 {
-    malloc_trim(0);
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    statm.open(QIODevice::ReadOnly);
-    const double pages = statm.readAll().split(' ').value(1).toDouble();
-    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024);
+    printFigure(QStringLiteral("heap growth over 10,000 steps, ") + what, bytes, Bars::heapPerStep,
+        QStringLiteral("bytes a ") + step);
 }
 
-template<typename Pass>
-double growthMb(Pass pass)
+void benchUpdates(int drives, int page)
 {
-    int done = 0;
-    const auto passUntil = [&](int count) {
-        for (; done < count; ++done)
-            pass();
-        return residentMb();
-    };
-    const double before = passUntil(passesBefore);
-    return passUntil(passesAfter) - before;
+    Workbench bench(drives);
+    bench.showPage(page);
+    PolledRecords records(bench);
+    const double growth = heapGrowth(passesBefore, steps, [&records] { records.pass(); });
+    printGrowth(
+        QStringLiteral("%1, %2 drive(s)").arg(pageTitle(page)).arg(drives), growth, QStringLiteral("update"));
+    printKeystrokes(bench, page, drives, QStringLiteral("after 11,000 updates"));
 }
 
-/// A valid reply to the request of a stack's telegram: reads answer 1, all else is accepted.
-QByteArray goodReply(const Z7Telegram &telegram)
+/// The marks in the tree change with every keystroke.
+void benchKeystrokes()
 {
-    QByteArray reply(telegram.expectedReplyLength(), '\0');
-    reply[0] = static_cast<char>(telegram.command() + 0x80);
-    reply[1] = telegram.request().at(1);
-    if (telegram.command() == 4)
-        reply.replace(2, 4, telegram.request().mid(2, 2) + QByteArray("\0\1", 2));
-    if (telegram.command() == 7)
-        reply.replace(18, 4, QByteArray("V\1\2\3", 4));
-    reply[reply.size() - 1] = static_cast<char>(telegramChecksum(reply, reply.size() - 1));
-    return reply;
-}
-
-/// What a pass does to the stack, the controller, the page, the bar and the tree, without the time on the
-/// wire.
-void benchTablePage()
-{
-    Workbench bench(3);
-    bench.showPage(PageNumber::ParameterTable);
-    Z7Device device = bench.controller().connectedDevices().constFirst();
-    device.fullReadPending = false;
-    device.parametersComplete = true;
-    Z7UpdateParameterSetTelegramStack stack(device, device.parameterSet);
-    const auto pass = [&] {
-        stack.reset();
-        stack.restart();
-        bench.controller().PostTransactionStarted(
-            Z7CommInterface::DevicePolling, stack.pendingCount(), stack.device());
-        bench.controller().PostTransactionProgress(Z7CommInterface::DevicePolling);
-        while (!stack.isEmpty())
-            stack.processReply(goodReply(*stack.currentTelegram()));
-        bench.controller().PostDeviceUpdate(Z7CommInterface::DevicePolling, stack.device());
-        QCoreApplication::processEvents();
-    };
-    printFigure(QStringLiteral("memory, table page, 1,000 to 10,000 passes"), growthMb(pass), barMb,
-        QStringLiteral("MB"));
+    Workbench bench(manyDrives);
+    bench.showPage(PageNumber::Positioning);
+    QLineEdit *field = bench.userField();
+    const double growth = heapGrowth(keystrokesBefore, steps, [field] {
+        typeKey(field);
+        settle();
+    });
+    printGrowth(QStringLiteral("keystrokes, %1 drives").arg(manyDrives), growth, QStringLiteral("keystroke"));
 }
 
 /// Whole passes with thread, port and queue, on a bus that does not answer, so that each takes a time-out of
@@ -100,19 +68,21 @@ void benchPollingThread()
     Z7CommunicationInterface interface;
     interface.setPollingStack(
         std::make_unique<Z7UpdateParameterSetTelegramStack>(device, device.parameterSet));
-    const auto pass = [&interface] {
+    const double growth = heapGrowth(passesBefore, steps, [&interface] {
         QEventLoop loop;
         QObject::connect(&interface, &Z7CommunicationInterface::DeviceUpdate, &loop, &QEventLoop::quit);
         loop.exec();
-    };
-    printFigure(QStringLiteral("memory, thread and port, 1,000 to 10,000 passes"), growthMb(pass), barMb,
-        QStringLiteral("MB"));
+    });
+    printGrowth(QStringLiteral("thread and port"), growth, QStringLiteral("pass"));
 }
 
 } // namespace
 
 void runMemoryBenchmarks()
 {
-    benchTablePage();
+    benchUpdates(1, PageNumber::ParameterTable);
+    benchUpdates(manyDrives, PageNumber::ParameterTable);
+    benchUpdates(1, PageNumber::Positioning);
+    benchKeystrokes();
     benchPollingThread();
 }

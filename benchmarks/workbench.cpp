@@ -1,8 +1,10 @@
 #include "benchmarks/workbench.h"
 
+#include "benchmarks/redraw.h"
 #include "control/maincontroller.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
+#include "pages/datawidget.h"
 #include "pages/pagefactory.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
@@ -14,6 +16,14 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
+
+void showAtProgramSize(QWidget &window)
+{
+    window.resize(1366, 768);
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        qWarning("the window does not show");
+}
 
 WorkingFolder::WorkingFolder()
     : m_previous(QDir::currentPath())
@@ -42,19 +52,8 @@ Workbench::Workbench(int drives)
         m_controller->createPage(number);
     m_controller->setMainContent(m_content);
     m_controller->setDeviceControl(m_bar);
-    QList<Z7Device> devices;
-    for (int address = 1; address <= drives; ++address) {
-        Z7Device device;
-        device.assignAddress(address);
-        device.setSoftwareVersion(QStringLiteral("V123"));
-        device.setAccessGranted(true);
-        devices.append(device);
-    }
-    m_controller->setDevices(devices);
-    m_window.resize(1366, 768);
-    m_window.show();
-    if (!QTest::qWaitForWindowExposed(&m_window))
-        qWarning("the window does not show");
+    listDrives(drives);
+    showAtProgramSize(m_window);
 }
 
 Workbench::~Workbench()
@@ -62,23 +61,62 @@ Workbench::~Workbench()
     m_controller.reset();
 }
 
-void Workbench::showPage(int number)
+void Workbench::listDrives(int count)
+{
+    QList<Z7Device> devices;
+    for (int address = 1; address <= count; ++address) {
+        Z7Device device;
+        device.assignAddress(address);
+        device.setSoftwareVersion(QStringLiteral("V123"));
+        device.setAccessGranted(true);
+        devices.append(device);
+    }
+    m_controller->setDevices(devices);
+}
+
+QTreeWidget *Workbench::tree() const
+{
+    return m_window.findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
+}
+
+QWidget *Workbench::page() const
+{
+    return m_window.findChild<Z7DataWidget *>();
+}
+
+QLineEdit *Workbench::userField() const
+{
+    const QList<QLineEdit *> fields = page()->findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields) {
+        if (field->isEnabled() && field->isVisible()) {
+            field->setFocus();
+            return field;
+        }
+    }
+    return nullptr;
+}
+
+void Workbench::clickPage(int number)
 {
     constexpr int pageRole = Qt::UserRole + 1;
-    auto *tree = m_window.findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
-    QTreeWidgetItemIterator entry(tree);
+    QTreeWidgetItemIterator entry(tree());
     while (*entry && (*entry)->data(0, pageRole).toInt() != number)
         ++entry;
-    tree->scrollToItem(*entry);
+    tree()->scrollToItem(*entry);
     QTest::mouseClick(
-        tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(*entry).center());
-    QCoreApplication::processEvents();
+        tree()->viewport(), Qt::LeftButton, Qt::NoModifier, tree()->visualItemRect(*entry).center());
+}
+
+void Workbench::showPage(int number)
+{
+    clickPage(number);
+    settle();
     // Only the program's own event loop would do this by itself; without it the rows of former showings pile
     // up.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void Workbench::deliverRecord()
+Z7Device Workbench::nextRecord()
 {
     ++m_records;
     Z7Device record = m_controller->connectedDevices().constFirst();
@@ -87,19 +125,18 @@ void Workbench::deliverRecord()
         param.valid = true;
         param.setValue(m_records % 100);
     }
+    return record;
+}
+
+void Workbench::deliver(const Z7Device &record)
+{
     m_controller->PostTransactionStarted(
         Z7CommInterface::DevicePolling, record.parameterSet.params.size(), record);
     m_controller->PostTransactionProgress(Z7CommInterface::DevicePolling);
     m_controller->PostDeviceUpdate(Z7CommInterface::DevicePolling, record);
 }
 
-QLineEdit *Workbench::userField() const
+void typeKey(QLineEdit *field)
 {
-    auto *page = m_window.findChild<QWidget *>(QStringLiteral("DataWidgetContent"));
-    const QList<QLineEdit *> fields = page->findChildren<QLineEdit *>();
-    for (QLineEdit *field : fields) {
-        if (field->isEnabled() && field->isVisible())
-            return field;
-    }
-    return nullptr;
+    QTest::keyClick(field, field->text().isEmpty() ? Qt::Key_1 : Qt::Key_Backspace);
 }
