@@ -50,3 +50,25 @@ configure_and_build() {
     cmake --preset "$preset"
     cmake --build --preset "$preset" ${1:+--target "$@"}
 }
+
+# The processes that a script has started in the background. They end the last one first: the program needs the display,
+# and both the drives.
+children=()
+
+end_children() {
+    local i
+    for ((i = ${#children[@]} - 1; i >= 0; i--)); do
+        kill "${children[i]}" 2>/dev/null || true
+        wait "${children[i]}" 2>/dev/null || true
+    done
+}
+
+# wait_for SECONDS COMMAND...: until the command succeeds.
+wait_for() {
+    local tries=$(($1 * 10))
+    shift
+    until "$@"; do
+        ((tries-- > 0)) || return 1
+        sleep 0.1
+    done
+}

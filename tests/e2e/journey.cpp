@@ -218,13 +218,13 @@ QLineEdit *Journey::field(int row) const
     return row < 0 ? nullptr : qobject_cast<QLineEdit *>(table()->cellWidget(row, UserColumn));
 }
 
-bool Journey::typeValue(int number, const QString &text) const
+bool Journey::typeValue(int number, const QString &text, int pauseMs) const
 {
     const int row = rowOf(number);
     if (row < 0)
         return false;
     table()->scrollToItem(table()->item(row, NumberColumn));
-    return Person::type(field(row), text);
+    return Person::type(field(row), text, pauseMs);
 }
 
 TableRow Journey::row(int number) const

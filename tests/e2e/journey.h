@@ -81,7 +81,7 @@ public:
     ControlBar bar() const;
 
     /// Types a value into the row of a parameter in the table; an empty text empties the field.
-    bool typeValue(int number, const QString &text) const;
+    bool typeValue(int number, const QString &text, int pauseMs = 0) const;
     TableRow row(int number) const;
     int rowCount() const;
 

@@ -60,7 +60,7 @@ bool press(QWidget *button)
     return true;
 }
 
-bool type(QLineEdit *field, const QString &text)
+bool type(QLineEdit *field, const QString &text, int pauseMs)
 {
     if (!field)
         return refuse("the edit field", "is not on the screen");
@@ -70,7 +70,7 @@ bool type(QLineEdit *field, const QString &text)
     QTest::mouseClick(field, Qt::LeftButton);
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(field, Qt::Key_Delete);
-    QTest::keyClicks(field, text);
+    QTest::keyClicks(field, text, Qt::NoModifier, pauseMs);
     return field->text() == text;
 }
 

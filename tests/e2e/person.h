@@ -28,8 +28,9 @@ QWidget *seen(const QWidget &window, const char *name);
 bool press(const QWidget &window, const char *button);
 bool press(QWidget *button);
 
-/// Replaces what stands in an edit field, with the keyboard.
-bool type(QLineEdit *field, const QString &text);
+/// Replaces what stands in an edit field, with the keyboard. With a pause in milliseconds the program runs on
+/// between the keys.
+bool type(QLineEdit *field, const QString &text, int pauseMs = 0);
 
 /// What a label shows; empty if it is hidden.
 QString textOf(const QWidget &window, const char *label);

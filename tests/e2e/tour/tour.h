@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/tour/simulatorline.h"
+#include "tests/e2e/simulatorline.h"
 #include "tests/e2e/tour/transcript.h"
 
 #include <functional>

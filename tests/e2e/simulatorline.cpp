@@ -1,4 +1,4 @@
-#include "tests/e2e/tour/simulatorline.h"
+#include "tests/e2e/simulatorline.h"
 
 #include <QFile>
 
