@@ -6,9 +6,12 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
 #include <QTimer>
+
+#include <unistd.h>
 
 namespace {
 
@@ -32,6 +35,45 @@ QString confirmationText()
         "* Achten Sie darauf, dass der Motor während des Updateprozesses nicht von anderen Eingängen Signale "
         "erhält.");
 }
+
+bool isRegularFile(const QFile &file)
+{
+    return QFileInfo(file).isFile();
+}
+
+/// The folders that are searched for programs where PATH is not set.
+QByteArray defaultSearchPath()
+{
+    QByteArray path(static_cast<int>(confstr(_CS_PATH, nullptr, 0)), '\0');
+    confstr(_CS_PATH, path.data(), static_cast<size_t>(path.size()));
+    path.chop(1);
+    return path;
+}
+
+/// Lets programs in the working folder be found, behind all others, while it lives. Afterwards PATH is what
+/// it was, so that nothing that is started later finds them.
+class WorkingFolderOnPath
+{
+public:
+    WorkingFolderOnPath()
+    {
+        // As "." the folder may have any name, also one with a colon.
+        const QByteArray searched = m_wasSet ? m_before : defaultSearchPath();
+        qputenv("PATH", searched.isEmpty() ? QByteArray(".") : searched + ":.");
+    }
+    ~WorkingFolderOnPath()
+    {
+        if (m_wasSet)
+            qputenv("PATH", m_before);
+        else
+            qunsetenv("PATH");
+    }
+    Q_DISABLE_COPY(WorkingFolderOnPath)
+
+private:
+    const bool m_wasSet = qEnvironmentVariableIsSet("PATH");
+    const QByteArray m_before = qgetenv("PATH");
+};
 
 } // namespace
 
@@ -58,7 +100,7 @@ void FirmwareUploadDialog::initPage()
     m_connectedDrives = 0;
     m_countingDrives = true;
     setTexts();
-    m_ui->edFirmwareFile->clear();
+    m_ui->edFirmwareFile->setText(QString());
     m_ui->edOutput->clear();
     refreshStatus();
 }
@@ -177,11 +219,11 @@ QString FirmwareUploadDialog::objection() const
             "Netzwerk "
             "nur ein einziger Motor erreichbar ist.")
             .arg(m_connectedDrives);
-    if (!m_firmwareFile.exists())
+    if (!isRegularFile(m_firmwareFile))
         return firmwareText(
             "UnableToOpenFirmwareFile", "Die Firmwaredatei \"%1\" kann nicht geöffnet werden.")
             .arg(m_ui->edFirmwareFile->text());
-    if (!m_programmerFile.exists())
+    if (!isRegularFile(m_programmerFile))
         return firmwareText("ProgrammerNotAvailable", "Das Ladeprogramm \"%1\" kann nicht gefunden werden.")
             .arg(m_programmerFile.fileName());
     return QString();
@@ -219,11 +261,14 @@ void FirmwareUploadDialog::startUploadProc()
             .arg(m_programmerFile.fileName(), device.portInfo.portName(), m_firmwareFile.fileName());
     QStringList arguments = QProcess::splitCommand(command);
     const QString program = arguments.takeFirst();
+    const WorkingFolderOnPath path;
     m_uploadProcess->start(program, arguments, QIODevice::ReadWrite);
 }
 
 void FirmwareUploadDialog::uploadProcReadyRead()
 {
+    if (!m_uploadProcess)
+        return;
     // A zero byte ends what is shown of this read.
     const QByteArray output = m_uploadProcess->readAllStandardOutput();
     m_ui->edOutput->appendPlainText(QString::fromLatin1(output.constData()));

@@ -41,7 +41,7 @@ public:
     QLabel *label(const QString &name) const { return child<QLabel>(name); }
     QString text(const QString &name) const { return label(name)->text(); }
 
-    const std::unique_ptr<Z7DataWidget> page;
+    std::unique_ptr<Z7DataWidget> page;
     QSignalSpy modified;
     QSignalSpy deleted;
 };

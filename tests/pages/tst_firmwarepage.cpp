@@ -3,6 +3,7 @@
 #include "tests/pages/firmwarepage.h"
 
 #include <optional>
+#include <sys/stat.h>
 
 namespace {
 
@@ -19,6 +20,16 @@ const QString programmerMissing =
 QString fileMissing(const QString &name)
 {
     return QStringLiteral("Die Firmwaredatei \"%1\" kann nicht geöffnet werden.").arg(name);
+}
+
+/// Puts a pipe, or a folder, where a file was.
+void putIntoThePlaceOf(const QString &fileName, bool isPipe)
+{
+    QVERIFY(QFile::remove(fileName));
+    if (isPipe)
+        QCOMPARE(mkfifo(qPrintable(fileName), 0600), 0);
+    else
+        QVERIFY(QDir().mkdir(fileName));
 }
 
 QString tooManyDrives(int count)
@@ -57,6 +68,11 @@ private slots:
     void updateWithoutAFileIsRefused();
     void fileRemovedAfterItsChoiceIsRefused();
     void missingProgrammerIsRefused();
+    void whatIsNoRegularFileIsNoFirmware_data();
+    void whatIsNoRegularFileIsNoFirmware();
+    void whatIsNoRegularFileIsNoProgrammer_data() { whatIsNoRegularFileIsNoFirmware_data(); }
+    void whatIsNoRegularFileIsNoProgrammer();
+    void linkToAFileIsAFile();
     void drivesAreCheckedBeforeTheFile();
     void fileIsCheckedBeforeTheProgrammer();
     void runningUpdateIsRefusedBeforeAnythingElseIsChecked();
@@ -223,6 +239,42 @@ void TestFirmwarePage::missingProgrammerIsRefused()
     page->showWithDrives(1);
     user().choose("image.bin");
     QCOMPARE(user().start(QMessageBox::Ok).text, programmerMissing);
+}
+
+void TestFirmwarePage::whatIsNoRegularFileIsNoFirmware_data()
+{
+    QTest::addColumn<bool>("isPipe");
+    QTest::newRow("folder") << false;
+    QTest::newRow("pipe") << true;
+}
+
+void TestFirmwarePage::whatIsNoRegularFileIsNoFirmware()
+{
+    QFETCH(bool, isPipe);
+    user().writeImageAndProgrammer();
+    page->showWithDrives(1);
+    user().choose("image.bin");
+    putIntoThePlaceOf("image.bin", isPipe);
+    QCOMPARE(user().start(QMessageBox::Ok).text, fileMissing(QDir::current().filePath("image.bin")));
+}
+
+void TestFirmwarePage::whatIsNoRegularFileIsNoProgrammer()
+{
+    QFETCH(bool, isPipe);
+    user().writeImageAndProgrammer();
+    putIntoThePlaceOf("Z7Programmer.exe", isPipe);
+    page->showWithDrives(1);
+    user().choose("image.bin");
+    QCOMPARE(user().start(QMessageBox::Ok).text, programmerMissing);
+}
+
+void TestFirmwarePage::linkToAFileIsAFile()
+{
+    user().writeImageAndProgrammer();
+    QVERIFY(QFile::link("image.bin", "link.bin"));
+    page->showWithDrives(1);
+    user().choose("link.bin");
+    QCOMPARE(user().start(QMessageBox::No).text, question);
 }
 
 void TestFirmwarePage::drivesAreCheckedBeforeTheFile()

@@ -36,6 +36,7 @@ private slots:
     void driveInItsBootloaderLeadsToTheProgrammer();
     void stoppedCommunicationIsIgnoredWhileTheProgrammerRuns();
     void recordBeforeTheBootloaderCommandMeansNothing();
+    void outputBeforeTheFirstUpdateIsNone();
 
     void driveThatStaysOutOfItsBootloaderEndsTheUpdate_data();
     void driveThatStaysOutOfItsBootloaderEndsTheUpdate();
@@ -129,6 +130,14 @@ void TestFirmwareStages::recordBeforeTheBootloaderCommandMeansNothing()
     QCOMPARE(user().log(), lastEntry(Stage::stopping));
 }
 
+void TestFirmwareStages::outputBeforeTheFirstUpdateIsNone()
+{
+    page->showWithDrives(1);
+    // No hand reaches this: there is no programmer yet.
+    QVERIFY(QMetaObject::invokeMethod(page->shown.page.get(), "uploadProcReadyRead"));
+    QCOMPARE(user().log(), lastEntry(Stage::idle));
+}
+
 void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsTheUpdate_data()
 {
     QTest::addColumn<int>("error");
@@ -152,6 +161,7 @@ void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsTheUpdate()
     QCOMPARE(user().stage(), Stage::idle);
     QCOMPARE(user().process(), QStringLiteral("Bereit"));
     QVERIFY(user().isReady());
+    QCOMPARE(page->busNews(), QStringList());
 }
 
 void TestFirmwareStages::errorBeatsTheBootloaderMark()
