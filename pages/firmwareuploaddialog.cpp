@@ -93,7 +93,20 @@ FirmwareUploadDialog::FirmwareUploadDialog(QWidget *parent)
     m_ui->edFirmwareFile->setReadOnly(true);
 }
 
-FirmwareUploadDialog::~FirmwareUploadDialog() = default;
+FirmwareUploadDialog::~FirmwareUploadDialog()
+{
+    if (m_uploadProcess)
+        waitForProgrammer();
+}
+
+void FirmwareUploadDialog::waitForProgrammer()
+{
+    // The texts and the listeners of the page may be gone already.
+    m_uploadProcess->disconnect(this);
+    // Somebody has to read on, or the programmer gets stuck at a full pipe. The process ends this too.
+    while (m_uploadProcess->waitForReadyRead(m_patienceMs))
+        m_uploadProcess->readAllStandardOutput();
+}
 
 void FirmwareUploadDialog::initPage()
 {
@@ -158,6 +171,7 @@ void FirmwareUploadDialog::DeviceUpdate(const Z7Device &d)
         return;
     if (d.bootloaderActive && !d.hasError()) {
         m_uploadStatus = StatusUploadProcessRunning;
+        takeBus();
         QTimer::singleShot(bootloaderDelayMs, this, SLOT(startUploadProc()));
     } else {
         showBootloaderError();
@@ -196,6 +210,7 @@ void FirmwareUploadDialog::startUpload()
     }
     if (!m_uploadProcess) {
         m_uploadProcess = new QProcess(this);
+        m_uploadProcess->setStandardErrorFile(QProcess::nullDevice());
         connect(m_uploadProcess, SIGNAL(readyReadStandardOutput()), SLOT(uploadProcReadyRead()));
         connect(m_uploadProcess, SIGNAL(finished(int, QProcess::ExitStatus)), SLOT(uploadProcFinished()));
     }
@@ -254,15 +269,37 @@ void FirmwareUploadDialog::AllDeviceCommunicationStopped()
 void FirmwareUploadDialog::startUploadProc()
 {
     refreshStatus();
-    if (!m_uploadProcess)
-        return;
+    if (!m_uploadProcess || !startProgrammer())
+        giveBusBack();
+}
+
+bool FirmwareUploadDialog::startProgrammer()
+{
     const QString command =
         QStringLiteral("%1 -i%2 -a\"%3\"")
             .arg(m_programmerFile.fileName(), device.portInfo.portName(), m_firmwareFile.fileName());
     QStringList arguments = QProcess::splitCommand(command);
     const QString program = arguments.takeFirst();
-    const WorkingFolderOnPath path;
-    m_uploadProcess->start(program, arguments, QIODevice::ReadWrite);
+    {
+        const WorkingFolderOnPath path;
+        m_uploadProcess->start(program, arguments, QIODevice::ReadWrite);
+    }
+    m_uploadProcess->waitForStarted();
+    return m_uploadProcess->state() != QProcess::NotRunning;
+}
+
+void FirmwareUploadDialog::takeBus()
+{
+    m_programmerUsesBus = true;
+    emit programmerUsesBus(true);
+}
+
+void FirmwareUploadDialog::giveBusBack()
+{
+    if (!m_programmerUsesBus)
+        return;
+    m_programmerUsesBus = false;
+    emit programmerUsesBus(false);
 }
 
 void FirmwareUploadDialog::uploadProcReadyRead()
@@ -279,4 +316,5 @@ void FirmwareUploadDialog::uploadProcFinished()
     m_uploadStatus = StatusIdle;
     refreshStatus();
     setBusy(false);
+    giveBusBack();
 }

@@ -3,6 +3,7 @@
 #include "pages/datawidget.h"
 
 #include <QFile>
+#include <QPointer>
 
 #include <memory>
 
@@ -18,6 +19,11 @@ class FirmwareUploadDialog;
 ///
 /// The page goes on with an update whatever page is shown meanwhile. It does not bring the communication back
 /// afterwards: the drive has restarted, and the user connects anew.
+///
+/// A transfer that is cut off leaves the motor without firmware, so the destructor waits for a programmer at
+/// work: until it has ended, or has printed nothing for ten minutes and is ended. A programmer that has not
+/// been started by then is not started any more: the motor stands in its bootloader with its firmware whole,
+/// and runs it again after the next power-on.
 class FirmwareUploadDialog : public Z7DataWidget
 {
     Q_OBJECT
@@ -25,6 +31,9 @@ class FirmwareUploadDialog : public Z7DataWidget
 public:
     explicit FirmwareUploadDialog(QWidget *parent = nullptr);
     ~FirmwareUploadDialog() override;
+
+    /// How long the destructor bears a programmer that prints nothing, in milliseconds.
+    void setProgrammerPatience(int ms) { m_patienceMs = ms; }
 
     void clearUserValues() override { }
     void initPage() override;
@@ -36,7 +45,6 @@ public:
 
 public slots:
     void AllDeviceCommunicationStopped() override;
-
     void selectBinFile();
     /// Checks what an update needs, asks the user and stops the communication.
     void startUpload();
@@ -62,12 +70,20 @@ private:
     QString objection() const;
     bool confirmUpload();
     void showBootloaderError();
+    /// Returns when the programmer runs or has failed to; false if it does not run.
+    bool startProgrammer();
+    void takeBus();
+    /// Tells it once, and only if the bus was taken.
+    void giveBusBack();
+    void waitForProgrammer();
 
     UploadStatus m_uploadStatus = StatusIdle;
     int m_connectedDrives = 0; ///< listed at the last showing
     bool m_countingDrives = false; ///< from initPage() to deviceUpdateFinished()
     QFile m_programmerFile;
     QFile m_firmwareFile;
-    QProcess *m_uploadProcess = nullptr; ///< made at the first start, for the rest of the run
+    QPointer<QProcess> m_uploadProcess; ///< made at the first start, for the rest of the run
+    bool m_programmerUsesBus = false;
+    int m_patienceMs = 10 * 60 * 1000;
     const std::unique_ptr<Ui::FirmwareUploadDialog> m_ui;
 };

@@ -1,5 +1,7 @@
 // The external programmer, played by small scripts that each test puts into the working folder.
 
+#include "control/services/language.h"
+#include "pages/firmwareuploaddialog.h"
 #include "tests/pages/firmwarepage.h"
 #include "tests/support/listedports.h"
 
@@ -14,17 +16,20 @@ namespace {
 constexpr int settlingMs = 200;
 constexpr int mostLines = 10000;
 
-/// Lets a programmer that was started in the working folder be found, and takes the way back at the end.
-class SearchPath
-{
-public:
-    SearchPath() { qputenv("PATH", QDir::currentPath().toLocal8Bit() + ':' + m_before); }
-    ~SearchPath() { qputenv("PATH", m_before); }
-    Q_DISABLE_COPY(SearchPath)
+const QStringList takenAndGivenBack {"taken", "given back"};
 
-private:
-    const QByteArray m_before = qgetenv("PATH");
-};
+void setSearchPath(const QByteArray &path)
+{
+    if (path.isNull())
+        qunsetenv("PATH");
+    else
+        qputenv("PATH", path);
+}
+
+bool isRunning(const QByteArray &process)
+{
+    return !process.isEmpty() && QFile::exists("/proc/" + process);
+}
 
 } // namespace
 
@@ -42,9 +47,21 @@ private slots:
     void programmerStartsOnceTheDriveHasSettled();
     void updateWithoutASettledDriveStartsNoProgrammer();
 
+    void searchPathIsTheSameAfterTheStart_data();
+    void searchPathIsTheSameAfterTheStart();
+    void programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder_data();
+    void programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder();
+    void programmerIsFoundInAFolderThatNoSearchPathCanName();
+
+    void programmerHasTheBusFromTheAcceptedCommandToItsEnd();
+    void programmerThatCannotStartGivesTheBusBack_data();
+    void programmerThatCannotStartGivesTheBusBack();
+    void eachUpdateTakesTheBusAndGivesItBack();
+
     void standardOutputIsAppended();
     void umlautsAreSingleBytes();
     void standardErrorIsNotShown();
+    void standardErrorIsNotKept();
     void zeroByteCutsThatReadAlone();
     void outputIsNeverInterpreted();
     void outputGoesOnInTheFieldClearedByAnotherShowing();
@@ -55,7 +72,13 @@ private slots:
     void programmerThatCannotBeExecutedIsADeadEnd();
     void secondUpdateRunsTheProgrammerAgain();
     void endlessOutputKeepsTheNewestLinesAndThePageResponsive();
-    void pageCanGoWhileTheProgrammerRuns();
+
+    void closedProgramOutlivesAProgrammerThatStillTransfers_data();
+    void closedProgramOutlivesAProgrammerThatStillTransfers();
+    void closedProgramGivesASilentProgrammerUp();
+    void eachOutputMakesTheClosedProgramPatientAnew();
+    void closedProgramStartsNoProgrammer();
+    void closedProgramTouchesNoServices();
 
 private:
     const FirmwareUser &user() const { return page->user; }
@@ -66,10 +89,15 @@ private:
     /// What the programmer has printed: the output behind the entry of its stage.
     QString printed() const { return user().log().section(Stage::programming + "\n\n", 1); }
     bool isOver() const { return user().stage() == Stage::idle && user().isReady(); }
+    /// How long a closed program bears a silent programmer.
+    void setPatience(int ms) const
+    {
+        qobject_cast<FirmwareUploadDialog *>(page->shown.page.get())->setProgrammerPatience(ms);
+    }
 
+    const QByteArray searchPath = qgetenv("PATH");
     std::optional<ListedPorts> ports;
     std::optional<FirmwarePage> page;
-    std::optional<SearchPath> path;
 };
 
 void TestFirmwareProgrammer::init()
@@ -77,12 +105,11 @@ void TestFirmwareProgrammer::init()
     ports.emplace();
     ports->plugUsb("ttyUSB0", QString());
     page.emplace();
-    path.emplace();
 }
 
 void TestFirmwareProgrammer::cleanup()
 {
-    path.reset();
+    setSearchPath(searchPath);
     page.reset();
     ports.reset();
 }
@@ -170,6 +197,122 @@ void TestFirmwareProgrammer::updateWithoutASettledDriveStartsNoProgrammer()
     QCOMPARE(user().stage(), Stage::idle);
 }
 
+void TestFirmwareProgrammer::searchPathIsTheSameAfterTheStart_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::newRow("as a rule") << searchPath;
+    QTest::newRow("with empty entries") << QByteArray(":/usr/bin::");
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("unset") << QByteArray();
+}
+
+void TestFirmwareProgrammer::searchPathIsTheSameAfterTheStart()
+{
+    QFETCH(QByteArray, path);
+    page->startUpToBootloaderCommand();
+    writeProgrammer("echo started > started");
+    setSearchPath(path);
+    startProgrammer();
+    QTRY_VERIFY(isOver());
+    QCOMPARE(qgetenv("PATH"), path);
+    QCOMPARE(qEnvironmentVariableIsSet("PATH"), !path.isNull());
+    QVERIFY(QFile::exists("started"));
+}
+
+void TestFirmwareProgrammer::programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder_data()
+{
+    QTest::addColumn<bool>("canBeExecuted");
+    QTest::newRow("programmer") << true;
+    QTest::newRow("unless it cannot be executed") << false;
+}
+
+void TestFirmwareProgrammer::programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder()
+{
+    QFETCH(bool, canBeExecuted);
+    page->startUpToBootloaderCommand();
+    QVERIFY(QDir().mkdir("installed"));
+    writeProgrammer("printf installed");
+    QVERIFY(QFile::rename("Z7Programmer.exe", "installed/Z7Programmer.exe"));
+    if (!canBeExecuted)
+        QFile::setPermissions("installed/Z7Programmer.exe", QFile::ReadOwner);
+    writeProgrammer("printf lying");
+    setSearchPath(searchPath + ':' + QFile::encodeName(QDir::current().filePath("installed")));
+    startProgrammer();
+    QTRY_VERIFY(isOver());
+    QCOMPARE(printed().section('\n', 0, 0), canBeExecuted ? QString("installed") : QString("lying"));
+}
+
+void TestFirmwareProgrammer::programmerIsFoundInAFolderThatNoSearchPathCanName()
+{
+    // The colon separates the folders of the search path.
+    QVERIFY(QDir().mkdir("drive:3") && QDir::setCurrent("drive:3"));
+    page->startUpToBootloaderCommand();
+    writeProgrammer("printf started");
+    startProgrammer();
+    QTRY_VERIFY(isOver());
+    QCOMPARE(printed(), QStringLiteral("started\nIdle\n"));
+}
+
+void TestFirmwareProgrammer::programmerHasTheBusFromTheAcceptedCommandToItsEnd()
+{
+    page->startUpToBootloaderCommand();
+    writeProgrammer("printf running; while [ ! -e go-on ]; do sleep 0.01; done");
+    QCOMPARE(page->busNews(), QStringList());
+    page->report(page->driveInBootloader());
+    QCOMPARE(page->busNews(), QStringList("taken"));
+    QTRY_COMPARE(printed(), QStringLiteral("running"));
+    QCOMPARE(page->busNews(), QStringList("taken"));
+    page->folder.write("go-on", "");
+    QTRY_VERIFY(isOver());
+    QCOMPARE(page->busNews(), takenAndGivenBack);
+}
+
+void TestFirmwareProgrammer::programmerThatCannotStartGivesTheBusBack_data()
+{
+    QTest::addColumn<QByteArray>("trouble");
+    QTest::newRow("programmer that cannot be executed") << QByteArray("no right");
+    QTest::newRow("programmer that was removed meanwhile") << QByteArray("no file");
+    QTest::newRow("programmer without its interpreter") << QByteArray("no interpreter");
+    QTest::newRow("no process to run it with") << QByteArray("no process");
+}
+
+void TestFirmwareProgrammer::programmerThatCannotStartGivesTheBusBack()
+{
+    QFETCH(QByteArray, trouble);
+    page->startUpToBootloaderCommand();
+    writeProgrammer("true");
+    if (trouble == "no interpreter") {
+        page->folder.write("Z7Programmer.exe", "#!/no/such/interpreter\n");
+        QFile::setPermissions("Z7Programmer.exe", QFile::ReadOwner | QFile::ExeOwner);
+    }
+    page->report(page->driveInBootloader());
+    if (trouble == "no right")
+        QFile::setPermissions("Z7Programmer.exe", QFile::ReadOwner);
+    else if (trouble == "no file")
+        QVERIFY(QFile::remove("Z7Programmer.exe"));
+    else if (trouble == "no process")
+        delete page->programmer();
+    QCOMPARE(page->busNews(), QStringList("taken"));
+    QTRY_COMPARE(page->busNews(), takenAndGivenBack);
+    // The page itself stays where it is.
+    QCOMPARE(user().stage(), Stage::programming);
+    QVERIFY(user().isBusy());
+    QTest::qWait(settlingMs);
+    QCOMPARE(page->busNews(), takenAndGivenBack);
+}
+
+void TestFirmwareProgrammer::eachUpdateTakesTheBusAndGivesItBack()
+{
+    startProgrammer("exit 1");
+    QTRY_VERIFY(isOver());
+    QCOMPARE(page->busNews(), takenAndGivenBack);
+    user().start(QMessageBox::Yes);
+    page->allCommunicationStopped();
+    startProgrammer();
+    QTRY_VERIFY(isOver());
+    QCOMPARE(page->busNews(), takenAndGivenBack + takenAndGivenBack);
+}
+
 void TestFirmwareProgrammer::standardOutputIsAppended()
 {
     startProgrammer("echo 'Erasing...'; echo 'Programming: 100 %'");
@@ -189,6 +332,13 @@ void TestFirmwareProgrammer::standardErrorIsNotShown()
     startProgrammer("echo 'seen by nobody' >&2; printf seen");
     QTRY_VERIFY(isOver());
     QCOMPARE(printed(), QStringLiteral("seen\nIdle\n"));
+}
+
+void TestFirmwareProgrammer::standardErrorIsNotKept()
+{
+    startProgrammer("readlink /proc/$$/fd/2");
+    QTRY_VERIFY(isOver());
+    QCOMPARE(printed(), QStringLiteral("/dev/null\n\nIdle\n"));
 }
 
 void TestFirmwareProgrammer::zeroByteCutsThatReadAlone()
@@ -291,14 +441,67 @@ void TestFirmwareProgrammer::endlessOutputKeepsTheNewestLinesAndThePageResponsiv
     QVERIFY2(longestMs < 1000, qPrintable(QString::number(longestMs)));
 }
 
-void TestFirmwareProgrammer::pageCanGoWhileTheProgrammerRuns()
+void TestFirmwareProgrammer::closedProgramOutlivesAProgrammerThatStillTransfers_data()
 {
-    startProgrammer("echo $$ > process; printf 'running'; exec sleep 1000");
+    QTest::addColumn<QByteArray>("transfer");
+    QTest::newRow("prints on") << QByteArray("for i in {1..20}; do echo $i; sleep 0.05; done");
+    // A pipe holds 64 kB: whoever prints more waits until somebody has read it.
+    QTest::newRow("prints more than a pipe holds") << QByteArray("sleep 0.3; seq 100000");
+    QTest::newRow("prints nothing") << QByteArray("sleep 1");
+    QTest::newRow("has closed its output") << QByteArray("exec >&-; sleep 1");
+}
+
+void TestFirmwareProgrammer::closedProgramOutlivesAProgrammerThatStillTransfers()
+{
+    QFETCH(QByteArray, transfer);
+    startProgrammer("printf running; " + transfer + "; touch complete");
+    QTRY_VERIFY(printed().startsWith("running"));
+    QVERIFY(!QFile::exists("complete"));
+    page->close();
+    QVERIFY(QFile::exists("complete"));
+}
+
+void TestFirmwareProgrammer::closedProgramGivesASilentProgrammerUp()
+{
+    startProgrammer("echo $$ > process; printf running; exec sleep 1000");
     QTRY_COMPARE(printed(), QStringLiteral("running"));
     const QByteArray process = page->folder.read("process").trimmed();
-    QVERIFY(QFile::exists("/proc/" + process));
-    page.reset();
-    QVERIFY(!QFile::exists("/proc/" + process));
+    QVERIFY(isRunning(process));
+    setPatience(100);
+    page->close();
+    QVERIFY(!isRunning(process));
+}
+
+void TestFirmwareProgrammer::eachOutputMakesTheClosedProgramPatientAnew()
+{
+    startProgrammer("for i in {1..8}; do printf .; sleep 0.4; done; touch complete");
+    QTRY_VERIFY(printed().startsWith("."));
+    setPatience(2000);
+    page->close();
+    QVERIFY(QFile::exists("complete"));
+}
+
+void TestFirmwareProgrammer::closedProgramStartsNoProgrammer()
+{
+    page->startUpToBootloaderCommand();
+    writeProgrammer("touch started");
+    page->report(page->driveInBootloader());
+    page->close();
+    QTest::qWait(2 * settlingMs);
+    QVERIFY(!QFile::exists("started"));
+}
+
+void TestFirmwareProgrammer::closedProgramTouchesNoServices()
+{
+    startProgrammer("printf running; sleep 0.5; printf bye");
+    QTRY_COMPARE(printed(), QStringLiteral("running"));
+    // Services that came into being once more would know the texts of this file, not those of the next one.
+    Z7Services::shutdown();
+    page->folder.writeText("deutsch.z7lang", "[Test]\nText=of the close\n");
+    page->shown.page.reset();
+    page->folder.writeText("deutsch.z7lang", "[Test]\nText=of the next start\n");
+    QCOMPARE(languageText("Test", "Text", ""), QStringLiteral("of the next start"));
+    QCOMPARE(page->busNews(), QStringList("taken"));
 }
 
 QTEST_MAIN(TestFirmwareProgrammer)
