@@ -2,6 +2,7 @@
 
 #include "control/services/language.h"
 #include "model/errorcodes.h"
+#include "pages/programmeroutput.h"
 #include "ui_firmwareuploaddialog.h"
 
 #include <QDir>
@@ -17,8 +18,6 @@ namespace {
 
 /// What the drive needs to be ready in its bootloader.
 constexpr int bootloaderDelayMs = 200;
-/// A programmer that prints without end must not eat the memory.
-constexpr int mostOutputLines = 10000;
 
 QString firmwareText(const char *key, const char *defaultText)
 {
@@ -88,8 +87,7 @@ FirmwareUploadDialog::FirmwareUploadDialog(QWidget *parent)
     m_ui->BtnUploadFirmwareFile->setIcon(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png")));
     connect(m_ui->BtnSelectFile, SIGNAL(clicked()), SLOT(selectBinFile()));
     connect(m_ui->BtnUploadFirmwareFile, SIGNAL(clicked()), SLOT(startUpload()));
-    m_ui->edOutput->setReadOnly(true);
-    m_ui->edOutput->setMaximumBlockCount(mostOutputLines);
+    m_output = std::make_unique<ProgrammerOutput>(m_ui->edOutput);
     m_ui->edFirmwareFile->setReadOnly(true);
 }
 
@@ -114,7 +112,7 @@ void FirmwareUploadDialog::initPage()
     m_countingDrives = true;
     setTexts();
     m_ui->edFirmwareFile->setText(QString());
-    m_ui->edOutput->clear();
+    m_output->clear();
     refreshStatus();
 }
 
@@ -151,7 +149,7 @@ void FirmwareUploadDialog::refreshStatus()
     m_ui->lUpdateStarted->setText(m_uploadStatus == StatusIdle
             ? firmwareText("UploadNotRunning", "Bereit")
             : firmwareText("UploadRunning", "Firmwareupdate läuft..."));
-    m_ui->edOutput->appendPlainText(status + QLatin1Char('\n'));
+    m_output->append(status + QLatin1Char('\n'));
     m_ui->lCurrentStatus->setText(status);
 }
 
@@ -183,7 +181,7 @@ void FirmwareUploadDialog::showBootloaderError()
 {
     const QString text =
         firmwareText("ErrorBootloaderInitFailed", "Der Bootloader konnte nicht aktiviert werden: %1");
-    m_ui->edOutput->appendPlainText(text.arg(localizedErrorText(device.error)) + QLatin1Char('\n'));
+    m_output->append(text.arg(localizedErrorText(device.error)) + QLatin1Char('\n'));
 }
 
 void FirmwareUploadDialog::deviceUpdateFinished()
@@ -214,7 +212,7 @@ void FirmwareUploadDialog::startUpload()
         connect(m_uploadProcess, SIGNAL(readyReadStandardOutput()), SLOT(uploadProcReadyRead()));
         connect(m_uploadProcess, SIGNAL(finished(int, QProcess::ExitStatus)), SLOT(uploadProcFinished()));
     }
-    m_ui->edOutput->clear();
+    m_output->clear();
     if (!confirmUpload())
         return;
     m_uploadStatus = StatusAwaitingCommunicationStopped;
@@ -308,7 +306,7 @@ void FirmwareUploadDialog::uploadProcReadyRead()
         return;
     // A zero byte ends what is shown of this read.
     const QByteArray output = m_uploadProcess->readAllStandardOutput();
-    m_ui->edOutput->appendPlainText(QString::fromLatin1(output.constData()));
+    m_output->append(QString::fromLatin1(output.constData()));
 }
 
 void FirmwareUploadDialog::uploadProcFinished()

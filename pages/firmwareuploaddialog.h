@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class ProgrammerOutput;
 class QProcess;
 
 namespace Ui {
@@ -86,4 +87,5 @@ private:
     bool m_programmerUsesBus = false;
     int m_patienceMs = 10 * 60 * 1000;
     const std::unique_ptr<Ui::FirmwareUploadDialog> m_ui;
+    std::unique_ptr<ProgrammerOutput> m_output; ///< in the form's field
 };
