@@ -1,6 +1,5 @@
 #include "benchmarks/keystrokes.h"
 
-#include "benchmarks/bars.h"
 #include "benchmarks/figures.h"
 #include "benchmarks/plainwidgets.h"
 #include "benchmarks/workbench.h"
@@ -24,13 +23,13 @@ Comparison compareKeystrokes(QLineEdit *field)
 
 } // namespace
 
-void printKeystrokes(Workbench &bench, int page, int drives, const QString &when)
+void printKeystrokes(Workbench &bench, int page, int drives, const QString &when, const Bars::Keystroke &bars)
 {
     const Comparison comparison = compareKeystrokes(bench.userField());
     const QString what =
         QStringLiteral("keystroke, %1, %2 drive(s), %3").arg(pageTitle(page)).arg(drives).arg(when);
     const QString unit = QStringLiteral("× bare field");
-    printFigure(what, comparison.ratios().median(), Bars::keystroke, unit, comparison.remark());
-    printFigure(what + QStringLiteral(", p99"), comparison.p99Ratio(), Bars::slowKeystroke, unit,
-        comparison.p99Remark());
+    printFigure(what, comparison.ratios().median(), bars.median, unit, comparison.remark());
+    printFigure(
+        what + QStringLiteral(", p99"), comparison.p99Ratio(), bars.p99, unit, comparison.p99Remark());
 }

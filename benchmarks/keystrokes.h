@@ -1,9 +1,12 @@
 #pragma once
 
+#include "benchmarks/bars.h"
+
 #include <QString>
 
 class Workbench;
 
 /// Prints the rows of keystrokes into a field of the shown page, against those into a bare field. `when`
 /// tells what the window has been through.
-void printKeystrokes(Workbench &bench, int page, int drives, const QString &when);
+void printKeystrokes(Workbench &bench, int page, int drives, const QString &when,
+    const Bars::Keystroke &bars = Bars::keystroke);

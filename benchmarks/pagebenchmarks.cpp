@@ -56,11 +56,16 @@ void MeasuredPages::show(int number)
     measured.showings.add(Redraw({measured.page}).ms([this, number] { m_bench.showPage(number); }), floorMs);
 }
 
+double barOf(int number)
+{
+    return number == PageNumber::ParameterTable ? Bars::tableShowing : Bars::pageShowing;
+}
+
 void MeasuredPages::print() const
 {
     for (const auto &[number, measured] : m_pages)
         printFigure(QStringLiteral("showing %1").arg(pageTitle(number)), measured.showings.ratios().median(),
-            Bars::pageShowing, unit, measured.showings.remark());
+            barOf(number), unit, measured.showings.remark());
 }
 
 /// From the click to the painted page, coming from the fullest page, the parameter table, or going there.

@@ -38,11 +38,11 @@ void benchTree()
         Bars::treeRefresh, unit, refreshes.remark());
 }
 
-void benchKeystrokes(int drives, int page)
+void benchKeystrokes(int drives, int page, const Bars::Keystroke &bars = Bars::keystroke)
 {
     Workbench bench(drives);
     bench.showPage(page);
-    printKeystrokes(bench, page, drives, QStringLiteral("fresh"));
+    printKeystrokes(bench, page, drives, QStringLiteral("fresh"), bars);
 }
 
 } // namespace
@@ -53,5 +53,6 @@ void runWindowBenchmarks()
     benchKeystrokes(1, PageNumber::ParameterTable);
     benchKeystrokes(manyDrives, PageNumber::ParameterTable);
     benchKeystrokes(1, PageNumber::Positioning);
-    benchKeystrokes(1, PageNumber::CalibrationRotations);
+    // Redraws the curve.
+    benchKeystrokes(1, PageNumber::CalibrationRotations, Bars::curveKeystroke);
 }
