@@ -120,9 +120,10 @@ void LabelledDataWidget::showDeviceValue(ParamField &field, int value)
     validator->setRange(definition.minimum, definition.maximum);
     if (field.connections < mostConnections) {
         connect(field.user, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
+        // Each call leaves a connection behind as well.
+        m_mapper->setMapping(field.user, field.mapping);
         ++field.connections;
     }
-    m_mapper->setMapping(field.user, field.mapping);
 }
 
 void LabelledDataWidget::deviceUpdateFinished() { }

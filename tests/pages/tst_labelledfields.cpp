@@ -5,6 +5,23 @@
 
 #include <optional>
 
+namespace {
+
+/// Connections to the end of a field; QObject tells them to its own kind only.
+int connectionsToTheEndOf(const QLineEdit *field)
+{
+    struct Counter : QObject
+    {
+        static int count(const QObject *object)
+        {
+            return (object->*(&Counter::receivers))(SIGNAL(destroyed()));
+        }
+    };
+    return Counter::count(field);
+}
+
+} // namespace
+
 class TestLabelledFields : public QObject
 {
     Q_OBJECT
@@ -30,6 +47,7 @@ private slots:
     void widgetsOfAnotherNameShowTheirParameter();
     void parameterOfAnotherPageChangesNothing();
     void recordWithoutAParameterLeavesItsValue();
+    void thousandRecordsLeaveNoMoreBehindThanTwo();
 
     void valueOfADriveIsShownBeforeTheFirstShowing();
     void limitsAreOpenUntilTheFirstDeviceValue();
@@ -257,6 +275,17 @@ void TestLabelledFields::introductionShowsTheTextOfTheLanguage()
     page.showFor(pageDrive());
     QVERIFY(page.label("lIntro")->isVisible());
     QCOMPARE(page.label("lIntro")->text(), QStringLiteral("Rampen des Reglers"));
+}
+
+void TestLabelledFields::thousandRecordsLeaveNoMoreBehindThanTwo()
+{
+    LabelledPage page;
+    page.showFor(pageDrive());
+    page.DeviceUpdate(pageDrive());
+    const int afterTwo = connectionsToTheEndOf(page.field("Param0x03"));
+    for (int record = 2; record < 1000; ++record)
+        page.DeviceUpdate(pageDrive());
+    QCOMPARE(connectionsToTheEndOf(page.field("Param0x03")), afterTwo);
 }
 
 QTEST_MAIN(TestLabelledFields)
