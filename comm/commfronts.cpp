@@ -129,10 +129,10 @@ Z7CommInterfaceDevicePolling::Z7CommInterfaceDevicePolling()
 
 void Z7CommInterfaceDevicePolling::start(Z7TelegramStack *stack)
 {
-    if (!stack)
+    // During a pass not even the record is looked at: the stack may be the one that the thread is using.
+    if (!stack || isPassUnderWay())
         return;
-    if (!isPassUnderWay())
-        stack->restart();
+    stack->restart();
     if (beginPass(stack->device()))
         thread<CommThreadDevicePolling>()->start(stack, options()->timeout());
 }
