@@ -1,0 +1,137 @@
+// Saving a parameter set on a disk that fails: the user is told, and the old file stays byte for byte; or it
+// is not told, and the new one is whole.
+
+#include "model/parameterfile.h"
+#include "tests/model/folderwithpermissions.h"
+#include "tests/model/parameterdocument.h"
+#include "tests/support/failingcalls.h"
+#include "tests/support/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+const QString fileName = QStringLiteral("drive.z7param");
+const QString cannotOpen = QStringLiteral("Die Datei kann nicht geöffnet werden");
+const QByteArray shortContent = "what stood here before";
+const QByteArray longContent = shortContent.repeated(100);
+const QByteArray newContent = parameterDocument(R"(<parameter id="11" val="100"/>)") + "\n";
+
+QString save()
+{
+    return Z7ParameterFile(fileName, driveWith({{11, 100}}), Z7DeviceParamSet()).save();
+}
+
+void addFailures(const char *name, z7_failure failure)
+{
+    for (const char *call : {"write", "fsync", "rename"})
+        QTest::addRow("%s %s", call, name) << QByteArray(call) << failure;
+}
+
+/// Saves as often as it takes until no call is left that could fail.
+template<typename Judge>
+void saveWithEachFailure(const QByteArray &call, z7_failure failure, const QByteArray &before, Judge judge)
+{
+    bool hasFailed = true;
+    for (int callsBefore = 0; hasFailed; ++callsBefore) {
+        WorkingFolder::write(fileName, before);
+        const FailingCalls disk(call, callsBefore, failure);
+        const QString error = save();
+        hasFailed = disk.haveFailed();
+        judge(error, hasFailed);
+    }
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(z7_failure)
+
+class TestParameterFileFailures : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_folder.emplace(); }
+    void cleanup() { m_folder.reset(); }
+
+    void whicheverCallFailsTheFileIsWhole_data();
+    void whicheverCallFailsTheFileIsWhole();
+    void aDiskThatFailsAltogetherIsTold_data();
+    void aDiskThatFailsAltogetherIsTold();
+    void aFileThatIsWrittenInPlaceIsPutBack_data();
+    void aFileThatIsWrittenInPlaceIsPutBack();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+};
+
+void TestParameterFileFailures::whicheverCallFailsTheFileIsWhole_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::addColumn<z7_failure>("failure");
+    addFailures("fails once", Z7_FAILS_ONCE);
+    addFailures("fails from then on", Z7_FAILS_FROM_THEN_ON);
+    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+}
+
+void TestParameterFileFailures::whicheverCallFailsTheFileIsWhole()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    saveWithEachFailure(call, failure, longContent, [](const QString &error, bool hasFailed) {
+        QVERIFY(hasFailed || error.isEmpty());
+        QCOMPARE(WorkingFolder::read(fileName), error.isEmpty() ? newContent : longContent);
+        QCOMPARE(WorkingFolder::files(), QStringList(fileName));
+    });
+}
+
+void TestParameterFileFailures::aDiskThatFailsAltogetherIsTold_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::addColumn<z7_failure>("failure");
+    addFailures("fails", Z7_FAILS_FROM_THEN_ON);
+    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+}
+
+void TestParameterFileFailures::aDiskThatFailsAltogetherIsTold()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    const FailingCalls disk(call, 0, failure);
+    QCOMPARE(save(), cannotOpen);
+    QCOMPARE(WorkingFolder::files(), QStringList());
+}
+
+void TestParameterFileFailures::aFileThatIsWrittenInPlaceIsPutBack_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::addColumn<z7_failure>("failure");
+    QTest::addColumn<QByteArray>("before");
+    const auto rows = [](const char *name, const QByteArray &call, z7_failure failure) {
+        QTest::addRow("a longer file, %s", name) << call << failure << longContent;
+        QTest::addRow("a shorter file, %s", name) << call << failure << shortContent;
+    };
+    rows("a full disk", "write", Z7_FAILS_FROM_THEN_ON);
+    rows("write fails once", "write", Z7_FAILS_ONCE);
+    rows("fsync fails once", "fsync", Z7_FAILS_ONCE);
+    rows("fsync fails from then on", "fsync", Z7_FAILS_FROM_THEN_ON);
+}
+
+void TestParameterFileFailures::aFileThatIsWrittenInPlaceIsPutBack()
+{
+    QFETCH(QByteArray, call);
+    QFETCH(z7_failure, failure);
+    QFETCH(QByteArray, before);
+    WorkingFolder::write(fileName, before);
+    chmod(qPrintable(fileName), 0666);
+    const FolderWithPermissions folder(0555);
+    saveWithEachFailure(call, failure, before, [&before](const QString &error, bool hasFailed) {
+        QCOMPARE(error, hasFailed ? cannotOpen : QString());
+        QCOMPARE(WorkingFolder::read(fileName), hasFailed ? before : newContent);
+    });
+}
+
+QTEST_APPLESS_MAIN(TestParameterFileFailures)
+#include "tst_parameterfilefailures.moc"

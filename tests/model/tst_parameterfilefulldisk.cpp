@@ -1,0 +1,114 @@
+// Saving a parameter set on a disk that is all but full: the user is told, and the old file stays byte for
+// byte.
+
+#include "model/parameterfile.h"
+#include "tests/model/parameterdocument.h"
+#include "tests/support/smallfilesystem.h"
+#include "tests/support/workingfolder.h"
+
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+const QString fileName = QStringLiteral("drive.z7param");
+const QString ballast = QStringLiteral("ballast");
+const QString cannotOpen = QStringLiteral("Die Datei kann nicht geöffnet werden");
+const QByteArray oldContent = "what stood here before";
+
+QString save(const Z7Device &drive)
+{
+    return Z7ParameterFile(fileName, drive, Z7DeviceParamSet()).save();
+}
+
+/// Its file takes so many pages, the last one not quite.
+Z7Device driveWithPages(int pages)
+{
+    const int parameterSize = int(qstrlen(R"(<parameter id="1000" val="0"/>)"));
+    const int parameters = pages * SmallFileSystem::pageSize() / parameterSize - 10;
+    QMap<int, int> values;
+    for (int i = 0; i < parameters; ++i)
+        values.insert(1000 + i, 0);
+    return driveWith(values);
+}
+
+} // namespace
+
+class TestParameterFileFullDisk : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void theOldFileStaysUnlessTheNewOneHasRoom_data();
+    void theOldFileStaysUnlessTheNewOneHasRoom();
+    void aFileThatFindsNoRoomIsNotMade();
+
+private:
+    std::optional<WorkingFolder> m_folder;
+    std::optional<SmallFileSystem> m_disk;
+};
+
+void TestParameterFileFullDisk::initTestCase()
+{
+    if (!SmallFileSystem::isPossible())
+        QSKIP("No file system may be mounted here.");
+}
+
+void TestParameterFileFullDisk::init()
+{
+    m_folder.emplace();
+    m_disk.emplace(64);
+}
+
+void TestParameterFileFullDisk::cleanup()
+{
+    Z7Services::shutdown();
+    m_disk.reset();
+    m_folder.reset();
+}
+
+void TestParameterFileFullDisk::theOldFileStaysUnlessTheNewOneHasRoom_data()
+{
+    QTest::addColumn<int>("freePages");
+    QTest::addColumn<int>("neededPages");
+    for (const int freePages : {0, 1, 2, 3}) {
+        for (const int neededPages : {1, 2, 3})
+            QTest::addRow("%d pages free, %d needed", freePages, neededPages) << freePages << neededPages;
+    }
+}
+
+void TestParameterFileFullDisk::theOldFileStaysUnlessTheNewOneHasRoom()
+{
+    QFETCH(int, freePages);
+    QFETCH(int, neededPages);
+    const Z7Device drive = driveWithPages(neededPages);
+    const bool hasRoom = freePages >= neededPages;
+    WorkingFolder::write(fileName, oldContent);
+    SmallFileSystem::fill(ballast, freePages);
+    QCOMPARE(save(drive), hasRoom ? QString() : cannotOpen);
+    QCOMPARE(WorkingFolder::read(fileName) != oldContent, hasRoom);
+    Z7ParameterFile saved;
+    QCOMPARE(saved.load(fileName).isEmpty(), hasRoom);
+    QCOMPARE(valuesOf(saved.userParams()) == valuesOf(drive.parameterSet), hasRoom);
+    QCOMPARE(WorkingFolder::files(), QStringList({ballast, fileName}));
+}
+
+void TestParameterFileFullDisk::aFileThatFindsNoRoomIsNotMade()
+{
+    const Z7Device drive = driveWithPages(3);
+    SmallFileSystem::fill(ballast, 2);
+    QCOMPARE(save(drive), cannotOpen);
+    QCOMPARE(WorkingFolder::files(), QStringList(ballast));
+}
+
+int main(int argc, char *argv[])
+{
+    TestParameterFileFullDisk test;
+    return SmallFileSystem::run(test, argc, argv);
+}
+#include "tst_parameterfilefulldisk.moc"
