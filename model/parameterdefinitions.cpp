@@ -149,10 +149,11 @@ Z7ParamDefinitions::~Z7ParamDefinitions() = default;
 bool Z7ParamDefinitions::load()
 {
     const QFileInfo info(QDir::currentPath() + QLatin1Char('/') + m_fileName);
-    if (!info.exists())
+    // A pipe or a device could be read for ever; a folder is told as a file that cannot be opened.
+    if (!info.isFile() && !info.isDir())
         return false;
     QFile file(info.filePath());
-    if (!info.isFile() || info.size() > largestFile || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (info.size() > largestFile || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return hasRows();
     takeRows(readRows(file));
     return hasRows();

@@ -46,8 +46,9 @@ public:
     ~Z7ParamDefinitions();
 
     /// Reads the file over the rows that exist. False if the file does not exist, or if no parameter is known
-    /// afterwards. Malformed lines are skipped; a file of more than 16 MB counts as one that cannot be
-    /// opened. A file that tells nothing new costs no memory, however often it is read.
+    /// afterwards. Malformed lines are skipped. A pipe or a device counts as missing, a folder and a file of
+    /// more than 16 MB as one that cannot be opened. A file that tells nothing new costs no memory, however
+    /// often it is read.
     bool load();
 
     /// Takes one line, ';' between its columns. A line without a number in column 0, or whose column 9 is not

@@ -42,9 +42,9 @@ bool keepCopy(const QString &fileName, const QByteArray &content)
 /// Nothing if there is a file that cannot be read.
 std::optional<QByteArray> contentOf(const QString &fileName)
 {
-    QFile file(fileName);
-    if (!file.exists())
+    if (!QFileInfo::exists(fileName))
         return QByteArray();
+    QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QByteArray content = file.readAll();

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <optional>
+#include <sys/stat.h>
 #include <thread>
 
 namespace {
@@ -57,6 +58,8 @@ private slots:
     void aFileOf20MegabytesIsLeftAlone();
 
     void aMissingFileIsAFailureEvenIfRowsAreKnown();
+    void whatIsNoFileCountsAsMissing_data();
+    void whatIsNoFileCountsAsMissing();
     void aFileThatCannotBeOpenedKeepsTheRowsThatAreKnown_data();
     void aFileThatCannotBeOpenedKeepsTheRowsThatAreKnown();
     void readingAgainPutsNewRowsOverTheOldOnes();
@@ -201,6 +204,27 @@ void TestParameterDefinitionFiles::aMissingFileIsAFailureEvenIfRowsAreKnown()
 {
     Z7ParamDefinitions definitions(version);
     QVERIFY(!definitions.load());
+    definitions.parseLine(QString::fromLatin1(row7));
+    QVERIFY(!definitions.load());
+    QCOMPARE(numbersOf(definitions), QList<int>({7}));
+}
+
+void TestParameterDefinitionFiles::whatIsNoFileCountsAsMissing_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("a pipe that nobody writes to") << int(S_IFIFO);
+    QTest::newRow("a socket") << int(S_IFSOCK);
+    QTest::newRow("a link to a device without end") << int(S_IFLNK);
+}
+
+void TestParameterDefinitionFiles::whatIsNoFileCountsAsMissing()
+{
+    QFETCH(int, kind);
+    if (kind == S_IFLNK)
+        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), fileName));
+    else
+        QCOMPARE(mknod(qPrintable(fileName), mode_t(kind) | 0666, 0), 0);
+    Z7ParamDefinitions definitions(version);
     definitions.parseLine(QString::fromLatin1(row7));
     QVERIFY(!definitions.load());
     QCOMPARE(numbersOf(definitions), QList<int>({7}));

@@ -73,6 +73,8 @@ private slots:
     void aPathThatCannotBeOpenedIsToldInOneText();
     void theTextComesFromTheLanguageFile();
 
+    void whatIsNoFileIsNotWrittenTo_data();
+    void whatIsNoFileIsNotWrittenTo();
     void aReadOnlyFileStaysAsItIs();
     void aReadOnlyFolderTakesNoNewFile();
     void aFileInAReadOnlyFolderIsWrittenInPlace();
@@ -80,8 +82,8 @@ private slots:
     void aFullDiskLeavesTheOldFileAndNoOther_data();
     void aFullDiskLeavesTheOldFileAndNoOther();
     void aFullDiskLeavesNoHalfFile();
-    void aFullDiskIsToldOfAFileThatIsWrittenInPlace_data();
-    void aFullDiskIsToldOfAFileThatIsWrittenInPlace();
+    void aFullDiskLeavesAFileThatIsWrittenInPlace_data();
+    void aFullDiskLeavesAFileThatIsWrittenInPlace();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -112,6 +114,32 @@ void TestUnwritableParameterFiles::theTextComesFromTheLanguageFile()
 {
     WorkingFolder::write(QStringLiteral("deutsch.z7lang"), "[Common]\nCannotOpenFile=No way\n");
     QCOMPARE(save(driveWith({{11, 100}}), QStringLiteral("/proc/x.z7param")), QStringLiteral("No way"));
+}
+
+void TestUnwritableParameterFiles::whatIsNoFileIsNotWrittenTo_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("a pipe") << int(S_IFIFO);
+    QTest::newRow("a socket") << int(S_IFSOCK);
+    QTest::newRow("a link to a device") << int(S_IFLNK);
+}
+
+void TestUnwritableParameterFiles::whatIsNoFileIsNotWrittenTo()
+{
+    QFETCH(int, kind);
+    if (kind == S_IFLNK)
+        QVERIFY(QFile::link(QStringLiteral("/dev/null"), fileName));
+    else
+        QCOMPARE(mknod(qPrintable(fileName), mode_t(kind) | 0666, 0), 0);
+    QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
+    struct stat status
+    {
+    };
+    QCOMPARE(lstat(qPrintable(fileName), &status), 0);
+    QCOMPARE(int(status.st_mode & S_IFMT), kind);
+    QVERIFY(
+        QFileInfo(QStringLiteral("/dev/null")).exists() && !QFileInfo(QStringLiteral("/dev/null")).isFile());
+    QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
 void TestUnwritableParameterFiles::aReadOnlyFileStaysAsItIs()
@@ -169,12 +197,12 @@ void TestUnwritableParameterFiles::aFullDiskLeavesNoHalfFile()
     QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
-void TestUnwritableParameterFiles::aFullDiskIsToldOfAFileThatIsWrittenInPlace_data()
+void TestUnwritableParameterFiles::aFullDiskLeavesAFileThatIsWrittenInPlace_data()
 {
     aFullDiskLeavesTheOldFileAndNoOther_data();
 }
 
-void TestUnwritableParameterFiles::aFullDiskIsToldOfAFileThatIsWrittenInPlace()
+void TestUnwritableParameterFiles::aFullDiskLeavesAFileThatIsWrittenInPlace()
 {
     QFETCH(int, count);
     const Z7Device drive = driveWithParameters(count);
@@ -185,6 +213,7 @@ void TestUnwritableParameterFiles::aFullDiskIsToldOfAFileThatIsWrittenInPlace()
         return save(drive);
     }();
     QCOMPARE(error, cannotOpen);
+    QCOMPARE(WorkingFolder::read(fileName), oldContent);
 }
 
 QTEST_APPLESS_MAIN(TestUnwritableParameterFiles)

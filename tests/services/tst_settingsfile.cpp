@@ -7,7 +7,9 @@
 
 #include <QtTest>
 
+#include <fcntl.h>
 #include <optional>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -52,6 +54,52 @@ constexpr QFile::Permissions writable =
 constexpr QFile::Permissions searchable =
     QFile::ExeOwner | QFile::ExeUser | QFile::ExeGroup | QFile::ExeOther;
 
+enum class Thing { Pipe, Folder, Device, Socket };
+
+void make(Thing thing, const QString &name)
+{
+    const QByteArray path = QFile::encodeName(name);
+    bool isMade = false;
+    if (thing == Thing::Pipe)
+        isMade = mkfifo(path.constData(), 0666) == 0;
+    else if (thing == Thing::Folder)
+        isMade = QDir().mkdir(name);
+    else if (thing == Thing::Device)
+        isMade = QFile::link(QStringLiteral("/dev/zero"), name);
+    else
+        isMade = mknod(path.constData(), S_IFSOCK | 0666, 0) == 0;
+    if (!isMade)
+        qFatal("%s cannot be made", path.constData());
+}
+
+/// What lies there, without following links.
+mode_t kindOf(const QString &name)
+{
+    struct stat status
+    {
+    };
+    return lstat(QFile::encodeName(name).constData(), &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+mode_t permissionsOf(const QString &name)
+{
+    struct stat status
+    {
+    };
+    return stat(QFile::encodeName(name).constData(), &status) == 0 ? status.st_mode & ALLPERMS : 0;
+}
+
+void addThings(const QString &prefix, const QString &fileName)
+{
+    const auto row = [&](const char *name, Thing thing) {
+        QTest::newRow(qPrintable(prefix + QLatin1String(name))) << fileName << thing;
+    };
+    row("a pipe", Thing::Pipe);
+    row("a folder", Thing::Folder);
+    row("a device", Thing::Device);
+    row("a socket", Thing::Socket);
+}
+
 void addFileColumns()
 {
     QTest::addColumn<QString>("fileName");
@@ -59,6 +107,8 @@ void addFileColumns()
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Thing)
 
 class TestSettingsFile : public QObject
 {
@@ -82,6 +132,20 @@ private slots:
     void aReadOnlyFileStaysAsItIs();
     void aReadOnlyFolderStaysAsItIs();
     void aFileThatMayNotBeReadIsNotReplaced();
+
+    void whatIsNoFileCountsAsMissing_data();
+    void whatIsNoFileCountsAsMissing();
+    void whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile_data();
+    void whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile();
+    void aPipeInThePlaceOfTheLockDoesNotHoldTheEnd();
+
+    void aLinkStaysAndItsTargetIsWritten_data();
+    void aLinkStaysAndItsTargetIsWritten();
+    void aLinkToNothingMakesItsTarget();
+    void linksInACircleAreLeftAlone();
+    void aWrittenFileKeepsItsPermissions_data();
+    void aWrittenFileKeepsItsPermissions();
+    void nothingIsWrittenWhereNothingIsNew();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -241,6 +305,130 @@ void TestSettingsFile::aFileThatMayNotBeReadIsNotReplaced()
         runProgram();
     }
     QFile::setPermissions(languageFile, readable);
+    QCOMPARE(WorkingFolder::read(languageFile), content);
+}
+
+void TestSettingsFile::whatIsNoFileCountsAsMissing_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<Thing>("thing");
+    addThings(QStringLiteral("options: "), optionsFile);
+    addThings(QStringLiteral("language: "), languageFile);
+}
+
+void TestSettingsFile::whatIsNoFileCountsAsMissing()
+{
+    QFETCH(QString, fileName);
+    QFETCH(Thing, thing);
+    make(thing, fileName);
+    const mode_t kind = kindOf(fileName);
+    QCOMPARE(Z7Services::instance()->options()->timeout(), 140);
+    QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
+    runProgram();
+    QCOMPARE(kindOf(fileName), kind);
+    const QString other = fileName == optionsFile ? languageFile : optionsFile;
+    QVERIFY(WorkingFolder::read(other).contains('='));
+    QCOMPARE(WorkingFolder::files(), QStringList({languageFile, optionsFile}));
+}
+
+void TestSettingsFile::whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<Thing>("thing");
+    addThings(QString(), languageFile);
+}
+
+void TestSettingsFile::whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile()
+{
+    QFETCH(QString, fileName);
+    QFETCH(Thing, thing);
+    const QByteArray content = "notes of the commissioning\n";
+    WorkingFolder::write(fileName, content);
+    make(thing, fileName + damagedSuffix);
+    const mode_t kind = kindOf(fileName + damagedSuffix);
+    runProgram();
+    QCOMPARE(kindOf(fileName + damagedSuffix), kind);
+    QCOMPARE(WorkingFolder::read(fileName), content);
+}
+
+void TestSettingsFile::aPipeInThePlaceOfTheLockDoesNotHoldTheEnd()
+{
+    const QString lock = languageFile + QStringLiteral(".lock");
+    make(Thing::Pipe, lock);
+    runProgram();
+    QCOMPARE(kindOf(lock), mode_t(S_IFIFO));
+    QVERIFY(WorkingFolder::read(optionsFile).contains("timeout="));
+}
+
+void TestSettingsFile::aLinkStaysAndItsTargetIsWritten_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::newRow("options") << optionsFile << QByteArray("[OPTIONS]\ncolour=blue\n")
+                             << QByteArray("[OPTIONS]\ncolour=blue\nlanguage=deutsch\ntimeout=140\n");
+    QTest::newRow("language") << languageFile << QByteArray("[Common]\nNo=Nein\n")
+                              << QByteArray("[Common]\nNo=Nein\nOK=OK\n");
+}
+
+void TestSettingsFile::aLinkStaysAndItsTargetIsWritten()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QByteArray, before);
+    const QString target = QStringLiteral("elsewhere/") + fileName;
+    QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
+    WorkingFolder::write(target, before);
+    QVERIFY(QFile::link(target, QStringLiteral("second link")));
+    QVERIFY(QFile::link(QStringLiteral("second link"), fileName));
+    runProgram();
+    QCOMPARE(kindOf(fileName), mode_t(S_IFLNK));
+    QCOMPARE(kindOf(QStringLiteral("second link")), mode_t(S_IFLNK));
+    QTEST(WorkingFolder::read(target), "after");
+    const QDir elsewhere(QStringLiteral("elsewhere"));
+    QCOMPARE(elsewhere.entryList(QDir::Files | QDir::Hidden), QStringList(fileName));
+}
+
+void TestSettingsFile::aLinkToNothingMakesItsTarget()
+{
+    QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
+    QVERIFY(QFile::link(QStringLiteral("elsewhere/texts"), languageFile));
+    runProgram();
+    QCOMPARE(kindOf(languageFile), mode_t(S_IFLNK));
+    QCOMPARE(WorkingFolder::read(QStringLiteral("elsewhere/texts")), QByteArray("[Common]\nOK=OK\n"));
+}
+
+void TestSettingsFile::linksInACircleAreLeftAlone()
+{
+    QVERIFY(QFile::link(QStringLiteral("second link"), languageFile));
+    QVERIFY(QFile::link(languageFile, QStringLiteral("second link")));
+    runProgram();
+    QCOMPARE(kindOf(languageFile), mode_t(S_IFLNK));
+    QCOMPARE(kindOf(QStringLiteral("second link")), mode_t(S_IFLNK));
+}
+
+void TestSettingsFile::aWrittenFileKeepsItsPermissions_data()
+{
+    QTest::addColumn<int>("permissions");
+    QTest::newRow("of its owner alone") << 0600;
+    QTest::newRow("of a group") << 0660;
+    QTest::newRow("of everybody") << 0666;
+}
+
+void TestSettingsFile::aWrittenFileKeepsItsPermissions()
+{
+    QFETCH(int, permissions);
+    WorkingFolder::write(languageFile, "[Common]\nNo=Nein\n");
+    QCOMPARE(chmod(qPrintable(languageFile), mode_t(permissions)), 0);
+    runProgram();
+    QVERIFY(WorkingFolder::read(languageFile).contains("OK=OK"));
+    QCOMPARE(permissionsOf(languageFile), mode_t(permissions));
+}
+
+void TestSettingsFile::nothingIsWrittenWhereNothingIsNew()
+{
+    const QByteArray content = "; my own order\n[Common]\nOK=OK\nNo=Nein\n";
+    WorkingFolder::write(languageFile, content);
+    runProgram();
     QCOMPARE(WorkingFolder::read(languageFile), content);
 }
 
