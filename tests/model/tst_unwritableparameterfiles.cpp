@@ -10,6 +10,7 @@
 #include <csignal>
 #include <optional>
 #include <sys/resource.h>
+#include <sys/sysmacros.h>
 
 namespace {
 
@@ -121,24 +122,21 @@ void TestUnwritableParameterFiles::whatIsNoFileIsNotWrittenTo_data()
     QTest::addColumn<int>("kind");
     QTest::newRow("a pipe") << int(S_IFIFO);
     QTest::newRow("a socket") << int(S_IFSOCK);
-    QTest::newRow("a link to a device") << int(S_IFLNK);
+    QTest::newRow("a device") << int(S_IFCHR);
 }
 
 void TestUnwritableParameterFiles::whatIsNoFileIsNotWrittenTo()
 {
     QFETCH(int, kind);
-    if (kind == S_IFLNK)
-        QVERIFY(QFile::link(QStringLiteral("/dev/null"), fileName));
-    else
-        QCOMPARE(mknod(qPrintable(fileName), mode_t(kind) | 0666, 0), 0);
+    // Like /dev/null. That of the machine is not put at stake.
+    if (mknod(qPrintable(fileName), mode_t(kind) | 0666, makedev(1, 3)) != 0 && kind == S_IFCHR)
+        QSKIP("Only root can make a device.");
     QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
     struct stat status
     {
     };
     QCOMPARE(lstat(qPrintable(fileName), &status), 0);
     QCOMPARE(int(status.st_mode & S_IFMT), kind);
-    QVERIFY(
-        QFileInfo(QStringLiteral("/dev/null")).exists() && !QFileInfo(QStringLiteral("/dev/null")).isFile());
     QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
