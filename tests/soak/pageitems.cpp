@@ -1,5 +1,7 @@
 #include "tests/soak/pageitems.h"
 
+#include <algorithm>
+
 namespace {
 
 PageField named(int number, const char *name)
@@ -63,4 +65,10 @@ const QVector<PageItem> &pageItems()
         page("Firmware update"),
     };
     return items;
+}
+
+const PageItem &tablePage()
+{
+    const auto isTable = [](const PageItem &item) { return item.isTable; };
+    return *std::find_if(pageItems().begin(), pageItems().end(), isTable);
 }

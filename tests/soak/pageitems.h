@@ -20,3 +20,5 @@ struct PageItem
 
 /// The drive and its pages, from top to bottom.
 const QVector<PageItem> &pageItems();
+/// The one of them that has a row for every parameter.
+const PageItem &tablePage();

@@ -12,7 +12,6 @@
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
 const QString network = QStringLiteral("Z7-Netzwerk");
 const QString conflictQuestion = QStringLiteral("Die Parameterwerte enthalten einen Konflikt");
 
@@ -20,10 +19,10 @@ constexpr int minuteMs = 60000;
 constexpr int pagePeriodMs = 5000;
 constexpr int editPeriodMs = 1000;
 constexpr int faultPeriodMs = 10000;
-constexpr int faultMs = 6000; ///< after which one that lasts is ended
-/// Away from the full minute, which is for the figures.
-constexpr int writeDelayMs = 30000;
-constexpr int connectingMs = 5 * minuteMs;
+constexpr int faultMs = 4000; ///< after which one that lasts is ended
+/// The full minute is for the figures, away from faults and writes.
+constexpr int writeDelayMs = -minuteMs / 2;
+constexpr int faultDelayMs = -faultPeriodMs / 2;
 
 constexpr int pauseBetweenKeysMs = 5;
 /// So many changes the person keeps of a drive, about, so that they are no growth of the process.
@@ -53,12 +52,6 @@ QString counts(const QMap<QByteArray, int> &map)
     return texts.join(QStringLiteral(", "));
 }
 
-/// "3 version=V123 password=4711 access=0 bootloader=0": what stands behind a name.
-QString wordBehind(const QByteArray &line, const QString &name)
-{
-    return QString::fromLatin1(line).section(name + QLatin1Char('='), 1).section(QLatin1Char(' '), 0, 0);
-}
-
 } // namespace
 
 Soak::Soak(SimulatorLine &line, const Plan &plan)
@@ -66,11 +59,11 @@ Soak::Soak(SimulatorLine &line, const Plan &plan)
     , m_line(line)
     , m_random(plan.seed)
     , m_disturber(m_line, m_random)
+    , m_drives(drivesOn(m_line))
     , m_pending(int(plan.minutes * minuteMs / editPeriodMs * plan.pace) + 1)
 {
     m_figures.reserve(int(plan.minutes * plan.pace) + 1);
     m_witness.watchProgress(m_journey.window().findChild<QWidget *>(QStringLiteral("PgBarComm")));
-    askForDrives();
 }
 
 Soak::~Soak() = default;
@@ -78,7 +71,7 @@ Soak::~Soak() = default;
 bool Soak::run()
 {
     const MessageBoxAnswerer person([this](QMessageBox *box) { answer(box); });
-    if (connectDrives()) {
+    if (connectDrives(m_journey, m_drives)) {
         live();
         m_disturber.end();
         lookAtEveryDrive();
@@ -93,68 +86,6 @@ bool Soak::run()
     return m_findings == 0;
 }
 
-bool Soak::Drive::isWritable(int number) const
-{
-    return definitions.contains(number) && !definitions.value(number).isReadOnly;
-}
-
-void Soak::askForDrives()
-{
-    for (const QByteArray &line : m_line.ask("drives")) {
-        Drive drive;
-        drive.address = line.split(' ').first().toInt();
-        drive.password = wordBehind(line, QStringLiteral("password")).toInt();
-        drive.name = QStringLiteral("Port0 - Z7.%1").arg(drive.address);
-        drive.definitions = z7sim::loadDefinitions(
-            z7sim::definitionFileName(wordBehind(line, QStringLiteral("version")).toLatin1()));
-        m_drives.append(drive);
-    }
-}
-
-// --- connecting
-// ------------------------------------------------------------------------------------------------
-
-bool Soak::connectDrives()
-{
-    if (!scan())
-        return false;
-    // Those with a password of their own, and any that a busy computer made late.
-    const QVector<Drive> left = notConnected();
-    for (const Drive &drive : left) {
-        if (!m_journey.wizard().next() || !connectByHand(drive))
-            return false;
-    }
-    return m_journey.wizard().ok() && m_journey.drives().size() == m_drives.size();
-}
-
-bool Soak::scan()
-{
-    const WizardUser wizard = m_journey.wizard();
-    return m_journey.openWizard() && wizard.press("BtnScanPort") && wizard.choosePort(port) && wizard.next()
-        && Person::waitUntil([&] { return wizard.canPressNext(); }, connectingMs) && wizard.next()
-        && wizard.typePassword(m_drives.first().password) && wizard.next()
-        && Person::waitUntil([&] { return wizard.canPressOk(); }, connectingMs);
-}
-
-bool Soak::connectByHand(const Drive &drive)
-{
-    const WizardUser wizard = m_journey.wizard();
-    return wizard.press("BtnManual") && wizard.choosePort(port) && wizard.typeAddress(drive.address)
-        && wizard.typePassword(drive.password) && wizard.next()
-        && Person::waitUntil([&] { return wizard.canPressOk(); });
-}
-
-QVector<Soak::Drive> Soak::notConnected() const
-{
-    const QStringList tried = m_journey.wizard().triedDrives();
-    QVector<Drive> left;
-    for (const Drive &drive : m_drives) {
-        if (!tried.contains(drive.name + QStringLiteral(": connected")))
-            left.append(drive);
-    }
-    return left;
-}
-
 // --- the rhythm
 // ------------------------------------------------------------------------------------------------
 
@@ -165,19 +96,25 @@ void Soak::live()
     changePage();
     addDuty(pagePeriodMs, 0, [this] { changePage(); });
     addDuty(editPeriodMs, 0, [this] { type(); });
-    addDuty(faultPeriodMs, 0, [this] { disturb(); });
-    addDuty(faultPeriodMs, faultMs, [this] { m_disturber.end(); });
-    addDuty(minuteMs, writeDelayMs - minuteMs, [this] { write(); });
+    addDuty(faultPeriodMs, faultDelayMs, [this] { disturb(); });
+    addDuty(faultPeriodMs, faultDelayMs + faultMs, [this] { m_disturber.end(); });
+    addDuty(minuteMs, writeDelayMs, [this] { write(); });
     addDuty(minuteMs, 0, [this] { note(); });
     const qint64 endMs = qint64(m_plan.minutes * minuteMs);
-    while (m_clock.elapsed() < endMs) {
-        const auto next = std::min_element(m_duties.begin(), m_duties.end(),
-            [](const Duty &a, const Duty &b) { return a.nextMs < b.nextMs; });
-        letRun(next->nextMs - m_clock.elapsed());
-        next->act();
+    while (duty().nextMs <= endMs) {
+        Duty &next = duty();
+        letRun(next.nextMs - m_clock.elapsed());
+        next.act();
         m_witness.lookForWindows();
-        next->nextMs = std::max(next->nextMs + next->periodMs, m_clock.elapsed());
+        next.nextMs += next.periodMs; // what has become late is made up for
     }
+}
+
+/// The one whose time comes next.
+Soak::Duty &Soak::duty()
+{
+    return *std::min_element(
+        m_duties.begin(), m_duties.end(), [](const Duty &a, const Duty &b) { return a.nextMs < b.nextMs; });
 }
 
 /// The first time is one period and the delay from now on.
@@ -204,7 +141,7 @@ void Soak::letRun(qint64 ms)
 
 void Soak::changePage()
 {
-    const Drive &drive = nextDrive();
+    const SoakDrive &drive = nextDrive();
     // The network is one item of as many as a drive has pages.
     if (m_random.bounded(pageItems().size() + 1) == 0)
         showNetwork();
@@ -213,17 +150,18 @@ void Soak::changePage()
 }
 
 /// Each drive once, then each once more: another one at every page.
-const Soak::Drive &Soak::nextDrive()
+const SoakDrive &Soak::nextDrive()
 {
     return m_drives.at(m_driveTurn++ % m_drives.size());
 }
 
+/// The table comes more often than any other: it has most of the fields, and reads everything.
 const PageItem &Soak::nextPage()
 {
-    return pageItems().at(m_random.bounded(pageItems().size()));
+    return m_random.bounded(6) == 0 ? tablePage() : pageItems().at(m_random.bounded(pageItems().size()));
 }
 
-void Soak::show(const Drive &drive, const PageItem &page)
+void Soak::show(const SoakDrive &drive, const PageItem &page)
 {
     m_witness.setDoing(QStringLiteral("%1 %2 was being shown").arg(drive.name, page.title));
     ++m_pageChanges;
@@ -376,6 +314,7 @@ void Soak::note()
 {
     m_disturber.end();
     show(m_drives.first(), pageItems().first());
+    waitForPasses();
     ProcessFigures figures = ProcessFigures::now();
     QElapsedTimer timer;
     for (timer.start(); timer.elapsed() < figuresForMs;) {
@@ -403,10 +342,18 @@ void Soak::sayProgress()
             .arg(figures.descriptors));
 }
 
+/// Until the live update has been round for the shown page.
+void Soak::waitForPasses()
+{
+    const int before = m_witness.transactions();
+    if (!Person::waitUntil([&] { return m_witness.transactions() >= before + 2; }))
+        find(QStringLiteral("no pass of the live update comes to its end"));
+}
+
 // --- what must be
 // ----------------------------------------------------------------------------------------------
 
-void Soak::checkFields(const Drive &drive, const PageItem &page)
+void Soak::checkFields(const SoakDrive &drive, const PageItem &page)
 {
     const auto check = [&](int number, const QString &seen) {
         const QString wanted = m_pending.text(drive.address, number);
@@ -435,12 +382,10 @@ void Soak::checkFields(const Drive &drive, const PageItem &page)
 
 void Soak::lookAtEveryDrive()
 {
-    const auto table = std::find_if(
-        pageItems().begin(), pageItems().end(), [](const PageItem &page) { return page.isTable; });
-    for (const Drive &drive : m_drives) {
-        show(drive, *table);
-        letRun(figuresForMs / m_plan.pace);
-        checkFields(drive, *table);
+    for (const SoakDrive &drive : m_drives) {
+        show(drive, tablePage());
+        waitForPasses();
+        checkFields(drive, tablePage());
     }
     say(QStringLiteral("All tables have been looked through"));
 }
@@ -449,7 +394,7 @@ void Soak::lookAtEveryDrive()
 void Soak::writeEverything()
 {
     m_agrees = true;
-    for (const Drive &drive : m_drives) {
+    for (const SoakDrive &drive : m_drives) {
         show(drive, pageItems().first());
         if (m_pending.count(drive.address) == 0)
             continue;
@@ -457,14 +402,16 @@ void Soak::writeEverything()
         if (!Person::waitUntil([&] { return isWritten(drive); }))
             find(QStringLiteral("%1: \"Schreiben\" has not brought every change into the drive")
                      .arg(drive.name));
+        // The program takes no second write while the first goes on.
+        waitForPasses();
     }
 }
 
-bool Soak::isWritten(const Drive &drive)
+bool Soak::isWritten(const SoakDrive &drive)
 {
     const QMap<int, int> changes = m_pending.of(drive.address);
     for (auto change = changes.begin(); change != changes.end(); ++change) {
-        if (valueInDrive(drive, "param", change.key()) != change.value())
+        if (drive.value(m_line, "param", change.key()) != change.value())
             return false;
     }
     return true;
@@ -473,18 +420,18 @@ bool Soak::isWritten(const Drive &drive)
 /// A drive holds nothing but what it came with and what was typed for it, and not for another.
 void Soak::checkMemory()
 {
-    for (const Drive &drive : m_drives) {
+    for (const SoakDrive &drive : m_drives) {
         checkMemory(drive, "param");
         checkMemory(drive, "flash");
     }
 }
 
-void Soak::checkMemory(const Drive &drive, const char *where)
+void Soak::checkMemory(const SoakDrive &drive, const char *where)
 {
     for (const int number : drive.definitions.keys()) {
         if (!drive.isWritable(number))
             continue;
-        const int value = valueInDrive(drive, where, number);
+        const int value = drive.value(m_line, where, number);
         if (value != drive.definitions.value(number).factoryValue
             && !m_pending.wasTyped(drive.address, number, value))
             find(QStringLiteral("%1: parameter %2 holds %3 (%4), which nobody typed for it")
@@ -493,13 +440,6 @@ void Soak::checkMemory(const Drive &drive, const char *where)
                      .arg(value)
                      .arg(QLatin1String(where)));
     }
-}
-
-int Soak::valueInDrive(const Drive &drive, const char *where, int number)
-{
-    const QByteArray command =
-        "get " + QByteArray::number(drive.address) + ' ' + where + ' ' + QByteArray::number(number);
-    return m_line.ask(command).value(0).toInt();
 }
 
 // --- the report

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "simulator/definitions.h"
 #include "tests/e2e/journey.h"
 #include "tests/e2e/simulatorline.h"
 #include "tests/soak/disturber.h"
+#include "tests/soak/drives.h"
 #include "tests/soak/figures.h"
 #include "tests/soak/pageitems.h"
 #include "tests/soak/pendingchanges.h"
@@ -43,15 +43,6 @@ public:
     bool run();
 
 private:
-    struct Drive
-    {
-        int address;
-        int password;
-        QString name; ///< in the tree
-        z7sim::Definitions definitions;
-
-        bool isWritable(int number) const;
-    };
     /// Something that is done again and again.
     struct Duty
     {
@@ -60,20 +51,15 @@ private:
         std::function<void()> act;
     };
 
-    void askForDrives();
-    bool connectDrives();
-    bool scan();
-    bool connectByHand(const Drive &drive);
-    QVector<Drive> notConnected() const;
-
     void live();
+    Duty &duty();
     void addDuty(int periodMs, int delayMs, const std::function<void()> &act);
     void letRun(qint64 ms);
 
     void changePage();
-    void show(const Drive &drive, const PageItem &page);
+    void show(const SoakDrive &drive, const PageItem &page);
     void showNetwork();
-    const Drive &nextDrive();
+    const SoakDrive &nextDrive();
     const PageItem &nextPage();
 
     void type();
@@ -88,15 +74,15 @@ private:
     void answer(QMessageBox *box);
     void disturb();
     void note();
+    void waitForPasses();
     void sayProgress();
 
-    void checkFields(const Drive &drive, const PageItem &page);
+    void checkFields(const SoakDrive &drive, const PageItem &page);
     void lookAtEveryDrive();
     void writeEverything();
-    bool isWritten(const Drive &drive);
+    bool isWritten(const SoakDrive &drive);
     void checkMemory();
-    void checkMemory(const Drive &drive, const char *where);
-    int valueInDrive(const Drive &drive, const char *where, int number);
+    void checkMemory(const SoakDrive &drive, const char *where);
 
     void report();
     void judgeFigures();
@@ -109,12 +95,12 @@ private:
     Witness m_witness;
     Journey m_journey;
     Disturber m_disturber;
+    const QVector<SoakDrive> m_drives;
     PendingChanges m_pending;
 
-    QVector<Drive> m_drives;
     QVector<Duty> m_duties;
     QElapsedTimer m_clock;
-    const Drive *m_shownDrive = nullptr; ///< null while the network or nothing is shown
+    const SoakDrive *m_shownDrive = nullptr; ///< null while the network or nothing is shown
     const PageItem *m_shownPage = nullptr;
     int m_driveTurn = 0;
     bool m_writes = false; ///< a conflict question is the person's own doing

@@ -33,8 +33,10 @@ bool isOfThePlatform(const QString &message)
 // May be called on any thread.
 void takeMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
+    if (isOfThePlatform(message))
+        return;
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
-    if (type != QtDebugMsg && type != QtInfoMsg && !isOfThePlatform(message))
+    if (type != QtDebugMsg && type != QtInfoMsg)
         remember(QStringLiteral("printed: ") + message);
 }
 
