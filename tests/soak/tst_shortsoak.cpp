@@ -1,4 +1,4 @@
-// The soak itself, for half a minute at five times its pace: it works, and the program holds.
+// The soak itself, for some seconds at five times its pace: it works, and the program holds.
 
 #include <QDir>
 #include <QProcess>
@@ -20,7 +20,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void halfAMinuteOnADisturbedBusLosesNothing();
+    void aWhileOnADisturbedBusLosesNothing();
 
 private:
     QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
@@ -52,13 +52,13 @@ void TestShortSoak::cleanupTestCase()
     m_drives.waitForFinished();
 }
 
-void TestShortSoak::halfAMinuteOnADisturbedBusLosesNothing()
+void TestShortSoak::aWhileOnADisturbedBusLosesNothing()
 {
     QProcess soak;
     soak.setWorkingDirectory(m_folder.path());
     soak.setProcessChannelMode(QProcess::MergedChannels);
     soak.start(QStringLiteral(Z7_WITHPORTS),
-        {"ttyUSB0=" + path("adapter"), "--", Z7SOAK_PROGRAM, path("socket"), "--minutes", "0.5", "--pace",
+        {"ttyUSB0=" + path("adapter"), "--", Z7SOAK_PROGRAM, path("socket"), "--minutes", "0.3", "--pace",
             "5"});
     const bool ended = soak.waitForFinished(soakMs);
     const QByteArray report = soak.readAll();
