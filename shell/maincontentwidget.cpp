@@ -34,34 +34,62 @@ constexpr int drivePages[] = {
     PageNumber::FirmwareUpload,
 };
 
-int pageOf(const QTreeWidgetItem *item)
+/// The titles of the tree's pages, by page number.
+QVector<QString> pageTitles()
 {
-    return item->data(0, pageRole).toInt();
-}
-
-int deviceOf(const QTreeWidgetItem *item)
-{
-    return item->data(0, deviceRole).toInt();
-}
-
-QTreeWidgetItem *makeItem(int pageNumber, int deviceId)
-{
-    auto *item = new QTreeWidgetItem;
-    item->setData(0, pageRole, pageNumber);
-    item->setData(0, deviceRole, deviceId);
-    return item;
-}
-
-/// In the order of the pages below a drive.
-QStringList drivePageTitles()
-{
-    QStringList titles;
+    QVector<QString> titles(PageNumber::Last + 1);
     for (const int pageNumber : drivePages)
-        titles.append(pageTitle(pageNumber));
+        titles[pageNumber] = pageTitle(pageNumber);
     return titles;
 }
 
 } // namespace
+
+/// An item of the tree. It knows what it shows, so that a rebuild sees at a glance what differs.
+class MainContentWidget::PageItem : public QTreeWidgetItem
+{
+public:
+    static constexpr int itemType = UserType + 1;
+
+    PageItem(int page, int device)
+        : QTreeWidgetItem(itemType)
+        , pageNumber(page)
+        , deviceId(device)
+    {
+        setData(0, pageRole, page);
+        setData(0, deviceRole, device);
+    }
+
+    void setData(int column, int role, const QVariant &value) override
+    {
+        if (role == Qt::DisplayRole || role == Qt::EditRole)
+            m_text = value.toString();
+        if (role == Qt::DecorationRole)
+            m_marks = unknownMarks;
+        QTreeWidgetItem::setData(column, role, value);
+    }
+
+    /// Sets only what differs: every setting has the item painted anew.
+    void show(const QString &text, bool modified, bool active)
+    {
+        if (m_text != text)
+            setText(0, text);
+        const int marks = (modified ? 2 : 0) | (active ? 1 : 0);
+        if (m_marks == marks)
+            return;
+        setIcon(0, pageIcon(pageNumber, deviceId, modified, active));
+        m_marks = marks;
+    }
+
+    const int pageNumber;
+    const int deviceId;
+
+private:
+    static constexpr int unknownMarks = -1;
+
+    QString m_text;
+    int m_marks = unknownMarks;
+};
 
 MainContentWidget::MainContentWidget(Z7MainController *controller, QWidget *parent)
     : QWidget(parent)
@@ -118,10 +146,15 @@ void MainContentWidget::setConflictLine(const QString &text)
 
 void MainContentWidget::setClickConnected(bool connected)
 {
-    disconnect(m_ui->MainMenuTree, SIGNAL(itemClicked(QTreeWidgetItem *, int)), this,
-        SLOT(MainMenuItemClicked(QTreeWidgetItem *, int)));
+    // Every record and every keystroke comes here.
+    if (m_clickConnected == connected)
+        return;
+    m_clickConnected = connected;
     if (connected)
         connect(m_ui->MainMenuTree, SIGNAL(itemClicked(QTreeWidgetItem *, int)),
+            SLOT(MainMenuItemClicked(QTreeWidgetItem *, int)));
+    else
+        disconnect(m_ui->MainMenuTree, SIGNAL(itemClicked(QTreeWidgetItem *, int)), this,
             SLOT(MainMenuItemClicked(QTreeWidgetItem *, int)));
 }
 
@@ -133,8 +166,8 @@ void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
     setClickConnected(false);
     m_ui->DeviceCommButtonFrame->setEnabled(false);
     // Showing the page may rebuild the tree, which deletes the item.
-    const int pageNumber = pageOf(item);
-    const int deviceId = deviceOf(item);
+    const int pageNumber = item->data(0, pageRole).toInt();
+    const int deviceId = item->data(0, deviceRole).toInt();
     if (m_controller->showPage(pageNumber, deviceId, m_ui->MainContentScrollArea, m_ui->DataLayout)) {
         enableDataButtons();
         m_ui->LContentTitle->setText(pageTitle(pageNumber));
@@ -175,38 +208,43 @@ void MainContentWidget::rebuildTree(const QList<int> &deviceIds)
     setClickConnected(true);
 }
 
-QTreeWidgetItem *MainContentWidget::networkItem() const
-{
-    QTreeWidgetItem *first = m_ui->MainMenuTree->topLevelItem(0);
-    return first && pageOf(first) == PageNumber::Network ? first : nullptr;
-}
-
 bool MainContentWidget::showsSameDrives(const QList<int> &deviceIds) const
 {
-    const QTreeWidgetItem *network = networkItem();
-    if ((network != nullptr) != (deviceIds.size() > 1))
-        return false;
-    const QTreeWidgetItem *parent = network ? network : m_ui->MainMenuTree->invisibleRootItem();
-    if (parent->childCount() != deviceIds.size())
+    const QTreeWidgetItem *parent = parentOfDrives(deviceIds.size());
+    if (!parent || parent->childCount() != deviceIds.size())
         return false;
     for (int i = 0; i < deviceIds.size(); ++i) {
-        if (deviceOf(parent->child(i)) != deviceIds.at(i))
+        const PageItem *drive = pageItem(parent->child(i));
+        if (!drive || drive->pageNumber != PageNumber::DeviceStatus || drive->deviceId != deviceIds.at(i))
             return false;
     }
     return true;
 }
 
+QTreeWidgetItem *MainContentWidget::parentOfDrives(int drives) const
+{
+    if (drives < 2)
+        return m_ui->MainMenuTree->invisibleRootItem();
+    PageItem *network = pageItem(m_ui->MainMenuTree->topLevelItem(0));
+    return network && network->pageNumber == PageNumber::Network ? network : nullptr;
+}
+
+MainContentWidget::PageItem *MainContentWidget::pageItem(QTreeWidgetItem *item)
+{
+    return item && item->type() == PageItem::itemType ? static_cast<PageItem *>(item) : nullptr;
+}
+
 void MainContentWidget::refreshTree(const QList<int> &deviceIds)
 {
     QTreeWidget *tree = m_ui->MainMenuTree;
-    QTreeWidgetItem *network = networkItem();
-    const QTreeWidgetItem *parent = network ? network : tree->invisibleRootItem();
-    const QStringList titles = drivePageTitles();
+    QTreeWidgetItem *parent = parentOfDrives(deviceIds.size());
+    const QVector<QString> titles = pageTitles();
+    PageItem *network = pageItem(parent);
     bool isExpanded = !network || network->isExpanded();
     if (network)
         refreshNetwork(network);
     for (int i = 0; i < deviceIds.size(); ++i) {
-        refreshDrive(parent->child(i), deviceIds.at(i), titles);
+        refreshDrive(pageItem(parent->child(i)), titles);
         isExpanded = isExpanded && parent->child(i)->isExpanded();
     }
     if (!isExpanded)
@@ -237,45 +275,39 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
 
 QList<QTreeWidgetItem *> MainContentWidget::makeItems(const QList<int> &deviceIds) const
 {
-    const QStringList titles = drivePageTitles();
+    const QVector<QString> titles = pageTitles();
     QList<QTreeWidgetItem *> drives;
     for (const int deviceId : deviceIds) {
-        QTreeWidgetItem *drive = makeItem(PageNumber::DeviceStatus, deviceId);
+        auto *drive = new PageItem(PageNumber::DeviceStatus, deviceId);
         for (const int pageNumber : drivePages)
-            drive->addChild(makeItem(pageNumber, deviceId));
-        refreshDrive(drive, deviceId, titles);
+            drive->addChild(new PageItem(pageNumber, deviceId));
+        refreshDrive(drive, titles);
         drives.append(drive);
     }
     if (drives.size() < 2)
         return drives;
-    QTreeWidgetItem *network = makeItem(PageNumber::Network, 0);
+    auto *network = new PageItem(PageNumber::Network, 0);
     refreshNetwork(network);
     network->addChildren(drives);
     return {network};
 }
 
-void MainContentWidget::refreshNetwork(QTreeWidgetItem *network) const
+void MainContentWidget::refreshNetwork(PageItem *network) const
 {
-    refreshItem(network, PageNumber::Network, 0, pageTitle(PageNumber::Network), false);
+    network->show(pageTitle(PageNumber::Network), false, false);
 }
 
-void MainContentWidget::refreshDrive(QTreeWidgetItem *drive, int deviceId, const QStringList &titles) const
+void MainContentWidget::refreshDrive(PageItem *drive, const QVector<QString> &titles) const
 {
-    const bool active = m_controller->isAccessGranted(deviceId);
-    refreshItem(
-        drive, PageNumber::DeviceStatus, deviceId, deviceName(m_controller->device(deviceId)), active);
-    for (int i = 0; i < drive->childCount(); ++i)
-        refreshItem(drive->child(i), drivePages[i], deviceId, titles.at(i), active);
-}
-
-/// Sets only what differs: every setting has the item painted anew.
-void MainContentWidget::refreshItem(
-    QTreeWidgetItem *item, int pageNumber, int deviceId, const QString &text, bool active) const
-{
-    if (item->text(0) != text)
-        item->setText(0, text);
-    const bool modified = m_controller->hasModifiedParams(pageNumber, deviceId);
-    const QIcon icon = pageIcon(pageNumber, deviceId, modified, active);
-    if (item->icon(0).cacheKey() != icon.cacheKey())
-        item->setIcon(0, icon);
+    const int deviceId = drive->deviceId;
+    const Z7Device &device = m_controller->device(deviceId);
+    const bool active = device.isAccessGranted();
+    const auto refresh = [this, deviceId, active](PageItem *item, const QString &text) {
+        item->show(text, m_controller->hasModifiedParams(item->pageNumber, deviceId), active);
+    };
+    refresh(drive, deviceName(device));
+    for (int i = 0; i < drive->childCount(); ++i) {
+        PageItem *page = pageItem(drive->child(i));
+        refresh(page, titles.at(page->pageNumber));
+    }
 }

@@ -34,6 +34,8 @@ public slots:
     void MainMenuItemClicked(QTreeWidgetItem *item, int column);
 
 private:
+    class PageItem;
+
     void setButtonTexts();
     void setClickConnected(bool connected);
     void takeOutShownPage();
@@ -43,14 +45,15 @@ private:
     void refillTree(const QList<int> &deviceIds);
     /// The items at the top of the tree, with all those below them; the caller owns them.
     QList<QTreeWidgetItem *> makeItems(const QList<int> &deviceIds) const;
-    /// The item above the drives; null if there is none.
-    QTreeWidgetItem *networkItem() const;
-    void refreshNetwork(QTreeWidgetItem *network) const;
-    void refreshDrive(QTreeWidgetItem *drive, int deviceId, const QStringList &titles) const;
-    void refreshItem(
-        QTreeWidgetItem *item, int pageNumber, int deviceId, const QString &text, bool active) const;
+    /// What the items of so many drives lie below; null if the tree has no item for the network yet.
+    QTreeWidgetItem *parentOfDrives(int drives) const;
+    /// Null if the item is none of this tree's pages.
+    static PageItem *pageItem(QTreeWidgetItem *item);
+    void refreshNetwork(PageItem *network) const;
+    void refreshDrive(PageItem *drive, const QVector<QString> &titles) const;
 
     bool m_rebuilding = false;
+    bool m_clickConnected = false;
     Z7MainController *const m_controller;
     const std::unique_ptr<Ui::MainContentWidget> m_ui;
 };

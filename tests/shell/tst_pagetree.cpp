@@ -58,6 +58,7 @@ private slots:
     void collapsedItemIsExpandedByTheNextRecord();
     void expandingKeepsTheScrollPosition();
     void clickOnADriveThatWasCollapsedIsNotLost();
+    void itemsAreTitledAnewByTheNextRecord_data();
     void itemsAreTitledAnewByTheNextRecord();
     void titleOfTheNetworkIsAskedForWithItsItem();
 
@@ -253,16 +254,24 @@ void TestPageTree::clickOnADriveThatWasCollapsedIsNotLost()
     QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
 }
 
+void TestPageTree::itemsAreTitledAnewByTheNextRecord_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("network") << int(Network);
+    QTest::newRow("drive") << int(DeviceStatus);
+    QTest::newRow("page") << int(ParameterTable);
+}
+
 void TestPageTree::itemsAreTitledAnewByTheNextRecord()
 {
+    QFETCH(int, page);
     list({first, second});
-    const QString name = top(0)->child(1)->text(0);
-    for (QTreeWidgetItem *item : {top(0), top(0)->child(1), band->item(ParameterTable, second)})
-        item->setText(0, QStringLiteral("?"));
+    QTreeWidgetItem *item = page == Network ? top(0) : band->item(page, second);
+    const QString title = item->text(0);
+    item->setText(0, QStringLiteral("?"));
     band->bring(first);
-    QCOMPARE(top(0)->text(0), QStringLiteral("Z7-Netzwerk"));
-    QCOMPARE(top(0)->child(1)->text(0), name);
-    QCOMPARE(band->item(ParameterTable, second)->text(0), QStringLiteral("Parametertabelle"));
+    item = page == Network ? top(0) : band->item(page, second);
+    QCOMPARE(item->text(0), title);
 }
 
 void TestPageTree::titleOfTheNetworkIsAskedForWithItsItem()
