@@ -30,6 +30,10 @@ constexpr double pageShowing = 4.6;
 constexpr double tableShowing = 20;
 constexpr double firstShowings = 7;
 
+// --- output of a firmware programmer, in ms ---
+
+constexpr double outputHoldMs = 100; ///< what a person takes for at once
+
 // --- start ---
 
 constexpr double start = 3; ///< × an empty QMainWindow

@@ -9,6 +9,8 @@ void runBusBenchmarks();
 void runWindowBenchmarks();
 /// The showing of each page, from the click to the painted page.
 void runPageBenchmarks();
+/// What a firmware programmer prints, from its read to the finished redraw of the page.
+void runOutputBenchmarks();
 /// The start to the first painted window, and the heap that it leaves.
 void runStartBenchmarks();
 /// Growth of the heap over 10,000 updates, passes and keystrokes, and the keystrokes after the updates.

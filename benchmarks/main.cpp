@@ -20,6 +20,7 @@ constexpr Group groups[] = {
     {"bus", runBusBenchmarks},
     {"window", runWindowBenchmarks},
     {"pages", runPageBenchmarks},
+    {"output", runOutputBenchmarks},
     {"start", runStartBenchmarks},
     {"memory", runMemoryBenchmarks},
     {"before", runPairedBenchmarks},
