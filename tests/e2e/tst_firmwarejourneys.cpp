@@ -6,10 +6,14 @@
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QtTest>
+
+#include <optional>
 
 namespace {
 
@@ -26,12 +30,26 @@ struct UpdateDesk
     {
         QFile::copy(QStringLiteral(Z7_PROGRAMMER), programmer);
         WorkingFolder::write(image, "Z7 firmware V200\n");
-        qputenv("PATH", QDir::currentPath().toLocal8Bit() + ':' + path);
+        journey.emplace();
     }
     ~UpdateDesk()
     {
-        qputenv("PATH", path);
+        endProgrammer();
         qunsetenv("Z7_PROGRAMMER_FAULT");
+    }
+    Q_DISABLE_COPY(UpdateDesk)
+
+    /// The window has closed, and the event loop has ended.
+    void endProgram() { journey.reset(); }
+    /// A programmer that never ends must not keep the program. Its page may be one that is not shown.
+    static void endProgrammer()
+    {
+        for (const QWidget *widget : QApplication::allWidgets()) {
+            if (auto *process = widget->findChild<QProcess *>(QString(), Qt::FindDirectChildrenOnly)) {
+                process->kill();
+                process->waitForFinished();
+            }
+        }
     }
 
     static QVector<z7sim::DriveConfig> configs(const QList<int> &addresses)
@@ -44,37 +62,39 @@ struct UpdateDesk
 
     bool showPage() const
     {
-        return journey.connectManually(port, 1, 0) && journey.showPage(drive, firmwarePage);
+        return journey->connectManually(port, 1, 0) && journey->showPage(drive, firmwarePage);
     }
     bool chooseImage() const
     {
         const FileDialogUser user(image);
-        return Person::press(journey.window(), "BtnSelectFile") && user.count() == 1;
+        return Person::press(journey->window(), "BtnSelectFile") && user.count() == 1;
     }
     /// Presses the button and answers what is asked; the texts that were seen.
     QStringList start(QMessageBox::StandardButton answer = QMessageBox::Yes) const
     {
         const MessageBoxAnswerer user(answer);
-        if (!Person::press(journey.window(), "BtnUploadFirmwareFile"))
+        if (!Person::press(journey->window(), "BtnUploadFirmwareFile"))
             return {};
         QStringList texts;
         for (const SeenMessageBox &box : user.seen())
             texts.append(box.text);
         return texts;
     }
-    QString output() const { return journey.window().findChild<QPlainTextEdit *>("edOutput")->toPlainText(); }
-    QString stage() const { return Person::textOf(journey.window(), "lCurrentStatus"); }
+    QString output() const
+    {
+        return journey->window().findChild<QPlainTextEdit *>("edOutput")->toPlainText();
+    }
+    QString stage() const { return Person::textOf(journey->window(), "lCurrentStatus"); }
     bool isReady() const
     {
-        return Person::textOf(journey.window(), "lUpdateStarted") == QStringLiteral("Bereit")
-            && journey.window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled();
+        return Person::textOf(journey->window(), "lUpdateStarted") == QStringLiteral("Bereit")
+            && journey->window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled();
     }
 
     const QString programmer = QStringLiteral("Z7Programmer.exe");
-    const QByteArray path = qgetenv("PATH");
     TestBench bench;
     z7sim::SimulatedBus &bus;
-    Journey journey;
+    std::optional<Journey> journey;
 };
 
 } // namespace
@@ -91,6 +111,8 @@ private slots:
     void endlessOutputLeavesThePageResponsive();
     void programmerThatNeverEndsKeepsThePageBusy_data();
     void programmerThatNeverEndsKeepsThePageBusy();
+    void closedProgramLetsTheProgrammerFinish_data();
+    void closedProgramLetsTheProgrammerFinish();
     void driveThatRefusesItsBootloaderIsReported();
     void refusalsComeInTheirOrder();
     void answerNoLeavesTheDriveAlone();
@@ -111,7 +133,7 @@ void TestFirmwareJourneys::driveRunsTheNewFirmwareAndIsConnectedAnew()
     QVERIFY2(output.contains("Done. The drive runs version V200."), qPrintable(output));
     QCOMPARE(desk.bus.command("get 1 version"), QByteArray("ok V200"));
 
-    const Journey &journey = desk.journey;
+    const Journey &journey = *desk.journey;
     QVERIFY(journey.openWizard());
     QVERIFY(journey.wizard().chooseDrive(0));
     QVERIFY(journey.wizard().press("BtnRemoveConnection"));
@@ -127,7 +149,7 @@ void TestFirmwareJourneys::updateGoesOnWhileAnotherPageIsShown()
     QVERIFY(desk.showPage());
     QVERIFY(desk.chooseImage());
     desk.start();
-    QVERIFY(desk.journey.showPage(drive));
+    QVERIFY(desk.journey->showPage(drive));
     QTRY_COMPARE_WITH_TIMEOUT(desk.bus.command("get 1 bootloader") + desk.bus.command("get 1 version"),
         QByteArray("ok 0ok V200"), Person::patienceMs);
 }
@@ -163,10 +185,10 @@ void TestFirmwareJourneys::endlessOutputLeavesThePageResponsive()
     QVERIFY(desk.showPage());
     QVERIFY(desk.chooseImage());
     desk.start();
-    const auto *output = desk.journey.window().findChild<QPlainTextEdit *>("edOutput");
+    const auto *output = desk.journey->window().findChild<QPlainTextEdit *>("edOutput");
     QTRY_COMPARE_WITH_TIMEOUT(output->blockCount(), 10000, Person::patienceMs);
-    QVERIFY(desk.journey.showPage(drive));
-    QCOMPARE(desk.journey.pageTitle(), QStringLiteral("Z7-Motorstatus"));
+    QVERIFY(desk.journey->showPage(drive));
+    QCOMPARE(desk.journey->pageTitle(), QStringLiteral("Z7-Motorstatus"));
 }
 
 void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy_data()
@@ -188,9 +210,40 @@ void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy()
     desk.start();
     QTRY_COMPARE_WITH_TIMEOUT(
         desk.stage(), QStringLiteral("Upload wurde gestartet, bitte warten..."), Person::patienceMs);
-    QVERIFY(!desk.journey.window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled());
+    QVERIFY(!desk.journey->window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled());
     QCOMPARE(
-        Person::textOf(desk.journey.window(), "lUpdateStarted"), QStringLiteral("Firmwareupdate läuft..."));
+        Person::textOf(desk.journey->window(), "lUpdateStarted"), QStringLiteral("Firmwareupdate läuft..."));
+}
+
+void TestFirmwareJourneys::closedProgramLetsTheProgrammerFinish_data()
+{
+    QTest::addColumn<QByteArray>("programmer");
+    QTest::addColumn<QString>("atWork");
+    QTest::addColumn<bool>("onAnotherPage");
+    QTest::newRow("slow programmer") << QByteArray("slow") << "Programming: 0 %" << false;
+    QTest::newRow("closed output") << QByteArray("quiet") << "Working in silence..." << false;
+    QTest::newRow("another page is shown") << QByteArray("slow") << "Programming: 0 %" << true;
+}
+
+void TestFirmwareJourneys::closedProgramLetsTheProgrammerFinish()
+{
+    QFETCH(QByteArray, programmer);
+    QFETCH(QString, atWork);
+    QFETCH(bool, onAnotherPage);
+    UpdateDesk desk;
+    qputenv("Z7_PROGRAMMER_FAULT", programmer);
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.output().contains(atWork), Person::patienceMs);
+    if (onAnotherPage)
+        QVERIFY(desk.journey->showPage(drive));
+    QVERIFY(desk.journey->closeWindow());
+    QVERIFY(!desk.journey->window().isVisible());
+    QCOMPARE(desk.bus.command("get 1 bootloader"), QByteArray("ok 1"));
+    desk.endProgram();
+    QCOMPARE(desk.bus.command("get 1 bootloader"), QByteArray("ok 0"));
+    QCOMPARE(desk.bus.command("get 1 version"), QByteArray("ok V200"));
 }
 
 void TestFirmwareJourneys::driveThatRefusesItsBootloaderIsReported()
@@ -210,7 +263,7 @@ void TestFirmwareJourneys::driveThatRefusesItsBootloaderIsReported()
 void TestFirmwareJourneys::refusalsComeInTheirOrder()
 {
     const UpdateDesk desk({1, 2});
-    const Journey &journey = desk.journey;
+    const Journey &journey = *desk.journey;
     QVERIFY(journey.connectManually(port, 1, 0));
     QVERIFY(journey.connectManually(port, 2, 0));
     QVERIFY(journey.showPage(drive, firmwarePage));
