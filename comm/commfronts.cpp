@@ -43,7 +43,6 @@ bool Z7CommInterfaceFront::beginPass(const Z7Device &device)
     if (isPassUnderWay())
         return false;
     m_passUnderWay = true;
-    ++m_passesBegun;
     m_responded = false;
     return true;
 }

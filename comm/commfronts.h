@@ -43,8 +43,6 @@ public:
     /// Ends the pass; with none under way the front reports it as terminated at once.
     void stop();
     bool isPassUnderWay() const;
-    /// How many passes this front has begun, refused ones included.
-    int passesBegun() const { return m_passesBegun; }
 
     /// Ends a pass before it has begun: the record comes back as aborted, whatever error it had. Needs a
     /// front without a pass under way.
@@ -83,7 +81,6 @@ private:
     Z7Device m_device; ///< the record at the last start, which comes back if the thread gives none
     bool m_responded = false;
     bool m_passUnderWay = false;
-    int m_passesBegun = 0;
 };
 
 class Z7CommInterfaceScanDevice : public Z7CommInterfaceFront

@@ -52,9 +52,6 @@ public:
     /// a pass of its own thread under way is answered at the end of that pass.
     void setBusLent(bool lent);
 
-    /// How many passes of this thread have begun, 0 before the first. Counts from the request that starts it,
-    /// also where it is refused; a pass that only waits does not count yet.
-    int passesBegun(Z7CommInterface::ThreadID threadID) const { return front(threadID).passesBegun(); }
     /// True from the begin of a pass until its last news has arrived.
     bool isPassUnderWay(Z7CommInterface::ThreadID threadID) const { return front(threadID).isPassUnderWay(); }
 
