@@ -111,6 +111,8 @@ private slots:
     void endlessOutputLeavesThePageResponsive();
     void programmerThatNeverEndsKeepsThePageBusy_data();
     void programmerThatNeverEndsKeepsThePageBusy();
+    void nothingElseGoesOnTheBusBesideTheProgrammer();
+    void liveUpdateGoesOnWhenTheProgrammerHasEnded();
     void closedProgramLetsTheProgrammerFinish_data();
     void closedProgramLetsTheProgrammerFinish();
     void driveThatRefusesItsBootloaderIsReported();
@@ -213,6 +215,46 @@ void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy()
     QVERIFY(!desk.journey->window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled());
     QCOMPARE(
         Person::textOf(desk.journey->window(), "lUpdateStarted"), QStringLiteral("Firmwareupdate läuft..."));
+}
+
+void TestFirmwareJourneys::nothingElseGoesOnTheBusBesideTheProgrammer()
+{
+    const UpdateDesk desk;
+    const Journey &journey = *desk.journey;
+    qputenv("Z7_PROGRAMMER_FAULT", "hangs");
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.output().contains("Waiting..."), Person::patienceMs);
+    desk.bus.clearLog();
+
+    // The live update waits, and a person's request is told to have been aborted.
+    QVERIFY(journey.showPage(drive, QStringLiteral("Parametertabelle")));
+    QVERIFY(journey.press("BtnDownload"));
+    QTRY_COMPARE(journey.bar().message, QStringLiteral("Die Transaktion wurde abgebrochen"));
+    QVERIFY(journey.openWizard());
+    QVERIFY(journey.wizard().press("BtnQuickConnect"));
+    QTRY_COMPARE(journey.wizard().triedDrives(), QStringList("Port0 - Z7.1: refused"));
+    QVERIFY(journey.wizard().close());
+    QVERIFY(journey.showPage(drive, QStringLiteral("Festdrehzahlen")));
+    // Ten pauses of the live update.
+    QVERIFY(!Person::waitUntil([&desk] { return !desk.bus.log().isEmpty(); }, 1000));
+}
+
+void TestFirmwareJourneys::liveUpdateGoesOnWhenTheProgrammerHasEnded()
+{
+    const UpdateDesk desk;
+    qputenv("Z7_PROGRAMMER_FAULT", "hangs");
+    QVERIFY(desk.showPage());
+    QVERIFY(desk.chooseImage());
+    desk.start();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.output().contains("Waiting..."), Person::patienceMs);
+    QVERIFY(desk.journey->showPage(drive));
+    desk.bus.command("power-cycle 1");
+    desk.bus.clearLog();
+    UpdateDesk::endProgrammer();
+    QTRY_VERIFY_WITH_TIMEOUT(!desk.bus.log().isEmpty(), Person::patienceMs);
+    QTRY_COMPARE(desk.journey->bar().usb, QStringLiteral("green"));
 }
 
 void TestFirmwareJourneys::closedProgramLetsTheProgrammerFinish_data()
