@@ -7,6 +7,7 @@
 #include "pages/pagestyle.h"
 #include "ui_parametertabledialog.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -44,24 +45,12 @@ constexpr ColumnTitle columnTitles[ColumnCount] = {
 constexpr int valueColumnWidth = 100;
 constexpr int rowHeight = 22;
 
-QColor equalColour()
-{
-    return {230, 230, 230};
-}
+/// Those that fit their contents.
+constexpr int fittedColumns[] = {NumberColumn, NameColumn, UnitColumn};
 
-QColor differentColour()
-{
-    return {200, 200, 200};
-}
-
-bool hasSameBase(const QPalette &a, const QPalette &b)
-{
-    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        if (a.color(group, QPalette::Base) != b.color(group, QPalette::Base))
-            return false;
-    }
-    return true;
-}
+/// The ground of a disabled field, and of a row whose user wants what the drive has.
+constexpr QRgb lightGrey = qRgb(230, 230, 230);
+constexpr QRgb darkGrey = qRgb(200, 200, 200);
 
 QString tableText(const char *key, const char *defaultText)
 {
@@ -99,6 +88,8 @@ void ParameterTableDialog::initPage()
     m_ui->ParameterTable->setColumnWidth(UserColumn, valueColumnWidth);
     m_ui->ParameterTable->setRowCount(0);
     m_paramRows.clear();
+    m_rows.clear();
+    m_fittedWidths.clear();
     delete m_mapper;
     m_mapper = new QSignalMapper(this);
     connect(m_mapper, SIGNAL(mapped(int)), SLOT(TextChanged(int)));
@@ -110,15 +101,19 @@ int ParameterTableDialog::rowForParam(int number)
     if (existing != m_paramRows.constEnd())
         return existing.value();
     const int row = m_ui->ParameterTable->rowCount();
+    const Z7ParamDefinition &definition = paramDefinitions()->row(number);
     m_paramRows.insert(number, row);
     m_ui->ParameterTable->setRowCount(row + 1);
     addCells(row);
-    addUserField(row, number);
+    Row shown;
+    shown.number = number;
+    shown.user = addUserField(row, definition);
+    m_rows.append(shown);
     m_ui->ParameterTable->setRowHeight(row, rowHeight);
-    const Z7ParamDefinitions *definitions = paramDefinitions();
-    m_ui->ParameterTable->item(row, NumberColumn)->setText(QString::number(number));
-    m_ui->ParameterTable->item(row, UnitColumn)->setText(definitionText(definitions->paramUnit(number)));
-    m_ui->ParameterTable->item(row, NameColumn)->setText(definitionText(definitions->paramName(number)));
+    cell(row, NumberColumn)->setText(QString::number(number));
+    cell(row, UnitColumn)->setText(definitionText(definition.unit));
+    cell(row, NameColumn)->setText(definitionText(definition.name));
+    m_fittedWidths.clear();
     return row;
 }
 
@@ -130,37 +125,54 @@ void ParameterTableDialog::addCells(int row)
         item->setForeground(column == RemarkColumn ? Qt::red : Qt::black);
         m_ui->ParameterTable->setItem(row, column, item);
     }
-    m_ui->ParameterTable->item(row, NumberColumn)->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-    m_ui->ParameterTable->item(row, DeviceColumn)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    cell(row, NumberColumn)->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    cell(row, DeviceColumn)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
 }
 
-void ParameterTableDialog::addUserField(int row, int number)
+QLineEdit *ParameterTableDialog::addUserField(int row, const Z7ParamDefinition &definition)
 {
-    const Z7ParamDefinitions *definitions = paramDefinitions();
     auto *field = new QLineEdit;
     field->setFrame(false);
-    field->setValidator(
-        new IntegerValidator(definitions->paramMin(number), definitions->paramMax(number), field));
+    field->setValidator(new IntegerValidator(definition.minimum, definition.maximum, field));
     field->setAlignment(Qt::AlignRight);
     field->setFont(PageStyle::boldFont());
-    field->setDisabled(definitions->isReadOnly(number));
+    field->setDisabled(definition.readOnly);
     m_ui->ParameterTable->setCellWidget(row, UserColumn, field);
     connect(field, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
     m_mapper->setMapping(field, row);
+    return field;
 }
 
 void ParameterTableDialog::newDeviceParam(const Z7DeviceParam &param)
 {
     const int row = rowForParam(param.number);
-    m_ui->ParameterTable->item(row, DeviceColumn)->setText(QString::number(param.value));
-    QTableWidgetItem *remarkCell = m_ui->ParameterTable->item(row, RemarkColumn);
-    remarkCell->setText(remark(row, param));
-    // Several findings are wider than the column.
-    remarkCell->setToolTip(remarkCell->text());
+    showDeviceValue(row, param.value);
+    showRemark(row, remark(m_rows.at(row), param));
     formatRow(row);
 }
 
-QString ParameterTableDialog::remark(int row, const Z7DeviceParam &param) const
+void ParameterTableDialog::showDeviceValue(int row, int value)
+{
+    Row &shown = m_rows[row];
+    if (shown.isReported && shown.deviceValue == value)
+        return;
+    shown.isReported = true;
+    shown.deviceValue = value;
+    cell(row, DeviceColumn)->setText(QString::number(value));
+}
+
+void ParameterTableDialog::showRemark(int row, const QString &remark)
+{
+    Row &shown = m_rows[row];
+    if (shown.remark == remark)
+        return;
+    shown.remark = remark;
+    cell(row, RemarkColumn)->setText(remark);
+    // Several findings are wider than the column.
+    cell(row, RemarkColumn)->setToolTip(remark);
+}
+
+QString ParameterTableDialog::remark(const Row &row, const Z7DeviceParam &param) const
 {
     QString remark;
     const auto add = [&remark](const QString &finding) {
@@ -168,6 +180,7 @@ QString ParameterTableDialog::remark(int row, const Z7DeviceParam &param) const
             remark += QStringLiteral(", ");
         remark += finding;
     };
+    const Z7ParamDefinition &definition = paramDefinitions()->row(param.number);
     if (param.error != 0)
         add(localizedErrorText(param.error));
     if (param.readFailed)
@@ -181,25 +194,17 @@ QString ParameterTableDialog::remark(int row, const Z7DeviceParam &param) const
     if (param.conflict)
         add(tableText("ConflictingParam", "Das Schreiben des Parameters steht im Konflikt mit Parameter %1")
                 .arg(static_cast<int>(param.conflict)));
-    if (isOutOfScope(param))
+    if (param.valid && (param.value < definition.minimum || param.value > definition.maximum))
         add(tableText("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs"));
-    if (isCurrentlyNotWritable(row, param.number))
+    if (isCurrentlyNotWritable(row, definition))
         add(commonText("ApplFunctionCurrentlyNotWritable",
             "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)"));
     return remark;
 }
 
-bool ParameterTableDialog::isOutOfScope(const Z7DeviceParam &param) const
+bool ParameterTableDialog::isCurrentlyNotWritable(const Row &row, const Z7ParamDefinition &definition) const
 {
-    const Z7ParamDefinitions *definitions = paramDefinitions();
-    return param.valid
-        && (param.value < definitions->paramMin(param.number)
-            || param.value > definitions->paramMax(param.number));
-}
-
-bool ParameterTableDialog::isCurrentlyNotWritable(int row, int number) const
-{
-    return !userField(row)->text().isEmpty() && paramDefinitions()->isApplFunction(number)
+    return definition.isApplFunction() && !row.user->text().isEmpty()
         && (device.isDigitalInputSet(1) || device.isDigitalInputSet(2));
 }
 
@@ -209,15 +214,15 @@ void ParameterTableDialog::newUserParam(const Z7DeviceParam &param)
         return;
     const QSignalBlocker blocker(m_mapper);
     const int row = rowForParam(param.number);
-    userField(row)->setText(QString::number(param.value));
+    m_rows.at(row).user->setText(QString::number(param.value));
     formatRow(row);
 }
 
 void ParameterTableDialog::clearUserValues()
 {
     const QSignalBlocker blocker(m_mapper);
-    for (int row = 0; row < m_ui->ParameterTable->rowCount(); ++row) {
-        PageStyle::emptyField(userField(row));
+    for (int row = 0; row < m_rows.size(); ++row) {
+        PageStyle::emptyField(m_rows.at(row).user);
         formatRow(row);
     }
 }
@@ -225,66 +230,109 @@ void ParameterTableDialog::clearUserValues()
 void ParameterTableDialog::showUserValues(const Z7DeviceParamSet &own)
 {
     // Another drive's file makes rows behind all others.
-    int rows = m_ui->ParameterTable->rowCount();
-    for (; rows > 0 && isForeignRow(rows - 1, own); --rows)
-        m_paramRows.remove(numberInCell(rows - 1, NumberColumn));
-    m_ui->ParameterTable->setRowCount(rows);
+    while (!m_rows.isEmpty() && isForeignRow(m_rows.constLast(), own)) {
+        m_paramRows.remove(m_rows.constLast().number);
+        m_rows.removeLast();
+        m_fittedWidths.clear();
+    }
+    m_ui->ParameterTable->setRowCount(m_rows.size());
     Z7DataWidget::showUserValues(own);
 }
 
-bool ParameterTableDialog::isForeignRow(int row, const Z7DeviceParamSet &own) const
+bool ParameterTableDialog::isForeignRow(const Row &row, const Z7DeviceParamSet &own) const
 {
-    const int number = numberInCell(row, NumberColumn);
-    return m_ui->ParameterTable->item(row, DeviceColumn)->text().isEmpty()
-        && !device.parameterSet.contains(number) && !own.contains(number);
+    return !row.isReported && !device.parameterSet.contains(row.number) && !own.contains(row.number);
 }
 
 void ParameterTableDialog::deviceUpdateFinished()
 {
-    for (const int column : {NumberColumn, NameColumn, UnitColumn})
+    // Fitting is most of what a record costs, and as a rule changes nothing. The user may have dragged a
+    // column, though, and of very many rows only those near the screen are measured.
+    const bool measuresAllRows =
+        m_rows.size() <= m_ui->ParameterTable->horizontalHeader()->resizeContentsPrecision();
+    if (measuresAllRows && m_fittedWidths == fittedWidths())
+        return;
+    for (const int column : fittedColumns)
         m_ui->ParameterTable->resizeColumnToContents(column);
+    m_fittedWidths = fittedWidths();
+}
+
+QVector<int> ParameterTableDialog::fittedWidths() const
+{
+    QVector<int> widths;
+    for (const int column : fittedColumns)
+        widths.append(m_ui->ParameterTable->columnWidth(column));
+    return widths;
+}
+
+bool ParameterTableDialog::event(QEvent *event)
+{
+    switch (event->type()) {
+    // The same texts may be of another width now.
+    case QEvent::ApplicationFontChange:
+    case QEvent::FontChange:
+    case QEvent::LayoutDirectionChange:
+    case QEvent::ScreenChangeInternal:
+    case QEvent::Show:
+    case QEvent::StyleChange:
+        m_fittedWidths.clear();
+        break;
+    default:
+        break;
+    }
+    return Z7DataWidget::event(event);
 }
 
 void ParameterTableDialog::TextChanged(int row)
 {
-    reportUserText(numberInCell(row, NumberColumn), userField(row)->text());
+    if (row < 0 || row >= m_rows.size())
+        return;
+    reportUserText(m_rows.at(row).number, m_rows.at(row).user->text());
     formatRow(row);
+}
+
+ParameterTableDialog::Wish ParameterTableDialog::wish(const Row &row)
+{
+    bool isNumber = false;
+    const int wanted = row.user->text().toInt(&isNumber);
+    if (!isNumber)
+        return Wish::None;
+    return wanted == row.deviceValue ? Wish::Equal : Wish::Different;
+}
+
+QColor ParameterTableDialog::groundOf(Wish wish)
+{
+    switch (wish) {
+    case Wish::Equal:
+        return lightGrey;
+    case Wish::Different:
+        return darkGrey;
+    default:
+        return Qt::white;
+    }
 }
 
 void ParameterTableDialog::formatRow(int row)
 {
-    QLineEdit *field = userField(row);
-    bool isNumber = false;
-    const int wanted = field->text().toInt(&isNumber);
-    QColor colour = Qt::white;
-    QFont font;
-    if (isNumber) {
-        const bool differs = wanted != numberInCell(row, DeviceColumn);
-        colour = differs ? differentColour() : equalColour();
-        font = differs ? PageStyle::boldFont() : QFont();
-    }
+    const Wish wanted = wish(m_rows.at(row));
+    if (m_rows.at(row).painted == wanted)
+        return;
+    m_rows[row].painted = wanted;
     for (const int column : {NumberColumn, NameColumn, DeviceColumn, UnitColumn, RemarkColumn})
-        m_ui->ParameterTable->item(row, column)->setBackground(colour);
-    formatUserField(field, colour, font);
+        cell(row, column)->setBackground(groundOf(wanted));
+    formatUserField(m_rows.at(row).user, wanted);
 }
 
-void ParameterTableDialog::formatUserField(QLineEdit *field, const QColor &colour, const QFont &font) const
+void ParameterTableDialog::formatUserField(QLineEdit *field, Wish wish) const
 {
     QPalette fieldPalette = palette();
-    fieldPalette.setColor(QPalette::Base, field->isEnabled() ? colour : equalColour());
-    // Setting a palette or a font repaints and lays out anew; most records change nothing.
-    if (!hasSameBase(field->palette(), fieldPalette))
-        field->setPalette(fieldPalette);
-    if (field->isEnabled() && field->font().weight() != font.weight())
-        field->setFont(font);
+    fieldPalette.setColor(QPalette::Base, field->isEnabled() ? groundOf(wish) : QColor(lightGrey));
+    field->setPalette(fieldPalette);
+    if (field->isEnabled())
+        field->setFont(wish == Wish::Different ? PageStyle::boldFont() : QFont());
 }
 
-QLineEdit *ParameterTableDialog::userField(int row) const
+QTableWidgetItem *ParameterTableDialog::cell(int row, int column) const
 {
-    return static_cast<QLineEdit *>(m_ui->ParameterTable->cellWidget(row, UserColumn));
-}
-
-int ParameterTableDialog::numberInCell(int row, int column) const
-{
-    return m_ui->ParameterTable->item(row, column)->text().toInt();
+    return m_ui->ParameterTable->item(row, column);
 }

@@ -3,13 +3,15 @@
 #include "pages/datawidget.h"
 
 #include <QMap>
+#include <QVector>
 
 #include <memory>
 
-class QFont;
-class QColor;
 class QLineEdit;
 class QSignalMapper;
+class QTableWidgetItem;
+
+struct Z7ParamDefinition;
 
 namespace Ui {
 class ParameterTableDialog;
@@ -37,21 +39,43 @@ public:
 public slots:
     void TextChanged(int row);
 
-private:
-    int rowForParam(int number);
-    bool isForeignRow(int row, const Z7DeviceParamSet &own) const;
-    void addCells(int row);
-    void addUserField(int row, int number);
-    void formatRow(int row);
-    void formatUserField(QLineEdit *field, const QColor &colour, const QFont &font) const;
-    QString remark(int row, const Z7DeviceParam &param) const;
-    bool isOutOfScope(const Z7DeviceParam &param) const;
-    bool isCurrentlyNotWritable(int row, int number) const;
+protected:
+    bool event(QEvent *event) override;
 
-    QLineEdit *userField(int row) const;
-    int numberInCell(int row, int column) const;
+private:
+    /// What the user wants of a parameter, seen from what the drive has.
+    enum class Wish { Unknown, None, Equal, Different };
+
+    /// What a row shows. It is kept beside the cells, which are slow to ask and slower to set: a record comes
+    /// several times a second and changes little.
+    struct Row
+    {
+        int number = 0;
+        QLineEdit *user = nullptr;
+        int deviceValue = 0; ///< 0 also as long as the drive has reported none
+        bool isReported = false;
+        QString remark;
+        Wish painted = Wish::Unknown; ///< Unknown until the row has been painted
+    };
+
+    int rowForParam(int number);
+    bool isForeignRow(const Row &row, const Z7DeviceParamSet &own) const;
+    void addCells(int row);
+    QLineEdit *addUserField(int row, const Z7ParamDefinition &definition);
+    void showDeviceValue(int row, int value);
+    void showRemark(int row, const QString &remark);
+    static Wish wish(const Row &row);
+    static QColor groundOf(Wish wish);
+    void formatRow(int row);
+    void formatUserField(QLineEdit *field, Wish wish) const;
+    QString remark(const Row &row, const Z7DeviceParam &param) const;
+    bool isCurrentlyNotWritable(const Row &row, const Z7ParamDefinition &definition) const;
+    QVector<int> fittedWidths() const;
+    QTableWidgetItem *cell(int row, int column) const;
 
     QMap<int, int> m_paramRows; ///< parameter number to row
+    QVector<Row> m_rows;
+    QVector<int> m_fittedWidths; ///< as the last fitting left them; empty if something came since
     QSignalMapper *m_mapper = nullptr; ///< maps a field to its row
     const std::unique_ptr<Ui::ParameterTableDialog> m_ui;
 };

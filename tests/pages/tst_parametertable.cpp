@@ -6,7 +6,10 @@
 #include <QHeaderView>
 #include <QLabel>
 
+#include <functional>
 #include <optional>
+
+Q_DECLARE_METATYPE(std::function<void(ShownParameterTable &)>)
 
 using namespace TableColumn;
 
@@ -23,6 +26,8 @@ private slots:
     void headersAreShownInTheUsersLanguage();
     void valueColumnsAreOfFixedWidth();
     void textColumnsFitTheirContents();
+    void textColumnsFitAgainWhateverComesBetweenTwoRecords_data();
+    void textColumnsFitAgainWhateverComesBetweenTwoRecords();
     void remarkTakesTheRestOfTheWidth();
     void introductionWithoutATextTakesNoRoom();
     void introductionShowsTheTextOfTheLanguage();
@@ -99,6 +104,70 @@ void TestParameterTable::textColumnsFitTheirContents()
     for (const int column : {Name, Unit})
         QVERIFY(shown.table->columnWidth(column) >= shown.table->fontMetrics().horizontalAdvance(longText));
     QVERIFY(shown.table->columnWidth(Number) < 100);
+}
+
+void TestParameterTable::textColumnsFitAgainWhateverComesBetweenTwoRecords_data()
+{
+    using Change = std::function<void(ShownParameterTable &)>;
+    QTest::addColumn<std::function<void(ShownParameterTable &)>>("change");
+    QTest::newRow("nothing") << Change([](ShownParameterTable &) {});
+    QTest::newRow("column dragged by hand") << Change([](ShownParameterTable &shown) {
+        QHeaderView *header = shown.table->horizontalHeader();
+        const QPoint edge(header->sectionViewportPosition(Name) + header->sectionSize(Name) - 1, 5);
+        const int before = header->sectionSize(Name);
+        QTest::mousePress(header->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+        QMouseEvent drag(
+            QEvent::MouseMove, edge + QPoint(60, 0), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(header->viewport(), &drag);
+        QTest::mouseRelease(header->viewport(), Qt::LeftButton, Qt::NoModifier, edge + QPoint(60, 0));
+        QVERIFY(header->sectionSize(Name) > before);
+    });
+    QTest::newRow("larger letters") << Change([](ShownParameterTable &shown) {
+        QFont large = shown.page.font();
+        large.setPointSize(2 * large.pointSize());
+        shown.page.setFont(large);
+    });
+    QTest::newRow("larger letters in the whole program") << Change([](ShownParameterTable &) {
+        QFont large = QApplication::font();
+        large.setPointSize(2 * large.pointSize());
+        QApplication::setFont(large);
+    });
+    QTest::newRow("style of the table's cells") << Change(
+        [](ShownParameterTable &shown) { shown.page.setStyleSheet("QTableView::item { padding: 20px; }"); });
+    QTest::newRow("row with a wider name")
+        << Change([](ShownParameterTable &shown) { shown.page.newUserParam(readParam(60, 1)); });
+    QTest::newRow("wide row of another drive that is gone again") << Change([](ShownParameterTable &shown) {
+        shown.page.newUserParam(readParam(60, 1));
+        shown.page.deviceUpdateFinished();
+        shown.page.showUserValues(Z7DeviceParamSet());
+    });
+    QTest::newRow("another language") << Change([](ShownParameterTable &shown) {
+        Z7Services::shutdown();
+        WorkingFolder::writeText("deutsch.z7lang", "[DialogParamTable]\nColUnit=Name of the physical unit\n");
+        shown.page.initPage();
+    });
+}
+
+void TestParameterTable::textColumnsFitAgainWhateverComesBetweenTwoRecords()
+{
+    QFETCH(std::function<void(ShownParameterTable &)>, change);
+    defineParameters("V123", {"60;Drehzahl beim Abfahren der Strecke;Digit;0;0;9;Unsigned;1;rw;0;"});
+    const QFont before = QApplication::font();
+    {
+        ShownParameterTable shown(tableDrive({readParam(11, 250)}));
+        shown.page.DeviceUpdate(tableDrive({readParam(11, 250)}));
+        change(shown);
+        shown.page.DeviceUpdate(tableDrive({readParam(11, 251)}));
+        const auto widths = [&shown] {
+            return QList<int> {shown.table->columnWidth(Number), shown.table->columnWidth(Name),
+                shown.table->columnWidth(Unit)};
+        };
+        const QList<int> afterTheRecord = widths();
+        for (const int column : {Number, Name, Unit})
+            shown.table->resizeColumnToContents(column);
+        QCOMPARE(afterTheRecord, widths());
+    }
+    QApplication::setFont(before);
 }
 
 void TestParameterTable::remarkTakesTheRestOfTheWidth()
