@@ -63,6 +63,9 @@ MainWindow::MainWindow()
     m_controller->setMainContent(m_mainContent);
     enableFileActions(false);
     connectActions();
+    // Every widget made so far would be polished before the first painting, with all that its style sheet
+    // names, whether it is shown or not. What is shown is polished by being shown.
+    QCoreApplication::removePostedEvents(nullptr, QEvent::PolishRequest);
 }
 
 MainWindow::~MainWindow()

@@ -1,5 +1,6 @@
 // The window itself: its start, its menus, its bands and its end.
 
+#include "pages/datawidget.h"
 #include "shell/aboutdialog.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
@@ -50,6 +51,7 @@ private slots:
     void menuOpensAModalDialog_data();
     void menuOpensAModalDialog();
     void noDialogIsOpenAtTheStart();
+    void noPageIsPolishedBeforeItIsShown();
 
     void bandsLieAboveEachOther();
     void middleBandTakesTheRoomThatIsLeft();
@@ -307,6 +309,21 @@ void TestMainWindow::noDialogIsOpenAtTheStart()
     QVERIFY(!band<ConnectionsDialog>().isVisible());
     QVERIFY(!band<optionsdialog>().isVisible());
     QVERIFY(!band<AboutDialog>().isVisible());
+}
+
+// Polishing a page decodes the pictures of its style sheet.
+void TestMainWindow::noPageIsPolishedBeforeItIsShown()
+{
+    open();
+    QCoreApplication::processEvents();
+    QVERIFY(window->testAttribute(Qt::WA_WState_Polished));
+    QWidgetList pages;
+    const QWidgetList tops = QApplication::topLevelWidgets();
+    std::copy_if(tops.begin(), tops.end(), std::back_inserter(pages),
+        [](const QWidget *widget) { return qobject_cast<const Z7DataWidget *>(widget) != nullptr; });
+    QCOMPARE(pages.size(), 17);
+    for (const QWidget *page : qAsConst(pages))
+        QVERIFY2(!page->testAttribute(Qt::WA_WState_Polished), page->metaObject()->className());
 }
 
 void TestMainWindow::bandsLieAboveEachOther()
