@@ -14,6 +14,7 @@
 #include <optional>
 
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -67,6 +68,7 @@ private slots:
     void nameIsConfirmedWithTheButton();
     void cancelledSavingWritesNothing_data();
     void cancelledSavingWritesNothing();
+    void nameThatCannotBeOpenedGetsABox_data();
     void nameThatCannotBeOpenedGetsABox();
 
     void openDialogAsksForAParameterFile();
@@ -224,10 +226,22 @@ void TestParameterFileActions::cancelledSavingWritesNothing()
     QVERIFY(!Z7Services::instance()->parameterFile());
 }
 
+void TestParameterFileActions::nameThatCannotBeOpenedGetsABox_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("in a missing folder") << "missing/drive.z7param";
+    QTest::newRow("of a pipe") << "pipe.z7param";
+}
+
 void TestParameterFileActions::nameThatCannotBeOpenedGetsABox()
 {
-    const FileDialogUser user("missing/drive.z7param");
-    const MessageBoxAnswerer box(QMessageBox::Ok);
+    QFETCH(QString, typed);
+    QCOMPARE(mkfifo("pipe.z7param", 0666), 0);
+    const FileDialogUser user(typed);
+    const MessageBoxAnswerer box([](QMessageBox *shown) {
+        const bool isQuestion = shown->standardButtons() & QMessageBox::Yes; // whether to overwrite
+        QTest::mouseClick(shown->button(isQuestion ? QMessageBox::Yes : QMessageBox::Ok), Qt::LeftButton);
+    });
     ui->press("BtnSaveAs");
     QVERIFY(box.count() >= 1);
     QCOMPARE(box.last().text, QStringLiteral("Die Datei kann nicht geöffnet werden"));
