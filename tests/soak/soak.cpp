@@ -71,6 +71,7 @@ Soak::~Soak() = default;
 bool Soak::run()
 {
     const MessageBoxAnswerer person([this](QMessageBox *box) { answer(box); });
+    m_witness.setDoing(QStringLiteral("the drives were being connected"));
     if (connectDrives(m_journey, m_drives)) {
         live();
         m_disturber.end();
@@ -142,11 +143,10 @@ void Soak::letRun(qint64 ms)
 void Soak::changePage()
 {
     const SoakDrive &drive = nextDrive();
-    // The network is one item of as many as a drive has pages.
-    if (m_random.bounded(pageItems().size() + 1) == 0)
-        showNetwork();
+    if (const PageItem *page = nextPage())
+        show(drive, *page);
     else
-        show(drive, nextPage());
+        showNetwork();
 }
 
 /// Each drive once, then each once more: another one at every page.
@@ -155,10 +155,17 @@ const SoakDrive &Soak::nextDrive()
     return m_drives.at(m_driveTurn++ % m_drives.size());
 }
 
-/// The table comes more often than any other: it has most of the fields, and reads everything.
-const PageItem &Soak::nextPage()
+/// Each page once in an order of chance, the network among them as null, then all of them in another order.
+/// The table comes more often: it has most of the fields, and reads everything.
+const PageItem *Soak::nextPage()
 {
-    return m_random.bounded(6) == 0 ? tablePage() : pageItems().at(m_random.bounded(pageItems().size()));
+    if (m_pagesAhead.isEmpty()) {
+        m_pagesAhead = {nullptr, &tablePage(), &tablePage()};
+        for (const PageItem &page : pageItems())
+            m_pagesAhead.append(&page);
+        std::shuffle(m_pagesAhead.begin(), m_pagesAhead.end(), m_random);
+    }
+    return m_pagesAhead.takeLast();
 }
 
 void Soak::show(const SoakDrive &drive, const PageItem &page)
@@ -276,7 +283,7 @@ void Soak::write()
     for (const int presses : m_presses)
         turn += presses;
     if (!m_shownDrive)
-        show(nextDrive(), nextPage());
+        show(nextDrive(), tablePage());
     press(buttons[turn % count]);
 }
 
@@ -309,10 +316,13 @@ void Soak::disturb()
 // --- the figures
 // -----------------------------------------------------------------------------------------------
 
-/// Always on the same page, of which a pass goes on: the least that was in use meanwhile.
+/// Always on the same page, after the same one, since a page keeps what it showed last: the table of another
+/// version has more rows or fewer. The least that was in use meanwhile counts.
 void Soak::note()
 {
     m_disturber.end();
+    show(m_drives.first(), tablePage());
+    waitForPasses();
     show(m_drives.first(), pageItems().first());
     waitForPasses();
     ProcessFigures figures = ProcessFigures::now();

@@ -60,7 +60,7 @@ private:
     void show(const SoakDrive &drive, const PageItem &page);
     void showNetwork();
     const SoakDrive &nextDrive();
-    const PageItem &nextPage();
+    const PageItem *nextPage();
 
     void type();
     void editOnce();
@@ -103,6 +103,7 @@ private:
     const SoakDrive *m_shownDrive = nullptr; ///< null while the network or nothing is shown
     const PageItem *m_shownPage = nullptr;
     int m_driveTurn = 0;
+    QVector<const PageItem *> m_pagesAhead;
     bool m_writes = false; ///< a conflict question is the person's own doing
     bool m_agrees = false; ///< the answer to every conflict question is yes
 
