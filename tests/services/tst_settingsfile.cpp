@@ -154,6 +154,7 @@ private slots:
     void aWrittenFileKeepsItsPermissions_data();
     void aWrittenFileKeepsItsPermissions();
     void nothingIsWrittenWhereNothingIsNew();
+    void whateverATextHoldsItIsWritten();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -438,6 +439,29 @@ void TestSettingsFile::nothingIsWrittenWhereNothingIsNew()
     WorkingFolder::write(languageFile, content);
     runProgram();
     QCOMPARE(WorkingFolder::read(languageFile), content);
+}
+
+void TestSettingsFile::whateverATextHoldsItIsWritten()
+{
+    const QString characters = QString::fromUtf8("aZ09 ./\\%;=[]@\"',:\t\n\r\x01\x7F#&(){}ß°µ€") + QChar(0)
+        + QChar(0xFEFF) + QChar(0xD800) + QChar(0xDC00) + QChar(0x2028);
+    QRandomGenerator random(3);
+    const auto anyText = [&] {
+        QString text;
+        for (int length = random.bounded(8); length > 0; --length)
+            text += characters.at(random.bounded(characters.size()));
+        return text;
+    };
+    for (int run = 0; run < 40; ++run) {
+        QFile::remove(languageFile);
+        for (int i = 0; i < 20; ++i)
+            definitionText(anyText());
+        for (int i = 0; i < 20; ++i)
+            languageText("Common", "Key" + QByteArray::number(i), anyText());
+        languageText("Common", "OK", QStringLiteral("OK"));
+        Z7Services::shutdown();
+        QVERIFY2(WorkingFolder::read(languageFile).contains("OK=OK"), QByteArray::number(run));
+    }
 }
 
 QTEST_APPLESS_MAIN(TestSettingsFile)
