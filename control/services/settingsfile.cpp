@@ -17,11 +17,26 @@ namespace {
 constexpr qint64 largestUsableFile = 16 * 1024 * 1024;
 constexpr auto utf8Mark = "\xEF\xBB\xBF";
 
+/// QSettings cannot be asked for a key with an empty part, and writes it back as another one.
+template<typename Text>
+bool isKey(const Text &text)
+{
+    return !text.isEmpty() && !text.startsWith('/') && !text.endsWith('/') && !text.contains("//");
+}
+
+bool isIniName(const QByteArray &name)
+{
+    return isKey(name.trimmed().replace('\\', '/'));
+}
+
 bool isIniLine(const QByteArray &line)
 {
     const QByteArray text = line.trimmed();
-    const bool isSection = text.startsWith('[') && text.contains(']');
-    return text.isEmpty() || text.startsWith(';') || isSection || text.contains('=');
+    if (text.isEmpty() || text.startsWith(';'))
+        return true;
+    const int end = text.indexOf(text.startsWith('[') ? ']' : '=');
+    const int begin = text.startsWith('[') ? 1 : 0;
+    return end >= 0 && isIniName(text.mid(begin, end - begin));
 }
 
 /// QSettings tells of such lines only where it reads them first, and takes them from its cache from then on,
@@ -73,8 +88,10 @@ Entries entriesOf(const QSettings &settings)
 {
     Entries entries;
     const QStringList keys = settings.allKeys();
-    for (const QString &key : keys)
-        entries.insert(key, settings.value(key));
+    for (const QString &key : keys) {
+        if (isKey(key))
+            entries.insert(key, settings.value(key));
+    }
     return entries;
 }
 
@@ -106,8 +123,8 @@ public:
             if (!holds(settings, it))
                 settings.setValue(it.key(), it.value());
         }
-        settings.sync();
         m_entries = entriesOf(settings);
+        settings.sync();
         // It complains of lines that are no INI, and writes all the same.
         return settings.status() != QSettings::AccessError;
     }
@@ -119,9 +136,14 @@ public:
         m_file.remove();
         return content;
     }
-    bool hasEntriesOf(const QString &fileName) const
+    /// Whether that file, as the disk holds it, has all that QSettings was to write.
+    bool isContainedIn(const QString &fileName) const
     {
-        return entriesOf(QSettings(fileName, QSettings::IniFormat)) == m_entries;
+        const Entries found = entriesOf(QSettings(fileName, QSettings::IniFormat));
+        return std::all_of(m_entries.keyValueBegin(), m_entries.keyValueEnd(), [&found](const auto &entry) {
+            const auto there = found.constFind(entry.first);
+            return there != found.cend() && *there == entry.second;
+        });
     }
 
 private:
@@ -146,7 +168,7 @@ void writeLocked(const QString &fileName, const Texts &values)
         return;
     if (const std::optional<QByteArray> after = copy.takeContent())
         WholeFile::replace(
-            fileName, *after, [&copy](const QString &name) { return copy.hasEntriesOf(name); });
+            fileName, *after, [&copy](const QString &name) { return copy.isContainedIn(name); });
 }
 
 } // namespace

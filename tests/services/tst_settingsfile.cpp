@@ -177,6 +177,8 @@ void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne_data()
     rows("lines that are no INI outside of a section", "notes of the commissioning\n[Common]\nOK=Fine\n");
     rows("a section that does not end", "[Common\nOK=Fine\n");
     rows("cut off in a section's name", "[Common]\nOK=Fine\n\n[Dia");
+    rows("a text without a key", "[OPTIONS]\n=99\n[Common]\n=Fine\n");
+    rows("a key that ends in a separator", "[OPTIONS]\ntimeout\\=99\n[Common]\nOK\\=Fine\n");
     rows("binary with NULs", QByteArray::fromHex("7F 45 4C 46 00 01 0A FF FE 00 5B 78 00 3D 0A 00"));
     rows("a NUL in a value", QByteArray("[OPTIONS]\ntimeout=9") + '\0' + "9\n");
     rows("nothing but NULs", QByteArray(4096, '\0'));
