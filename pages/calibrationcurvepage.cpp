@@ -101,7 +101,6 @@ void CalibrationCurvePage::createPlot()
     m_plot->setFrameStyle(QFrame::NoFrame);
     m_plot->setLineWidth(2);
     m_plot->setMidLineWidth(0);
-    m_plot->setAutoReplot(true);
     qobject_cast<QFrame *>(m_plot->canvas())->setFrameStyle(QFrame::NoFrame);
     m_plot->setAxisScale(QwtPlot::xBottom, lowestX, highestX, 0);
     m_plot->setAxisScale(QwtPlot::yLeft, -initialY, initialY, 0);
@@ -111,6 +110,9 @@ void CalibrationCurvePage::createPlot()
     }
     m_deviceCurve = createCurve(Qt::darkGray, m_ui->lColorDevice);
     m_userCurve = createCurve(Qt::darkGreen, m_ui->lColorUser);
+    // From here on each change redraws; on the way each would have laid out the axes anew, for nobody to see.
+    m_plot->updateAxes();
+    m_plot->setAutoReplot(true);
     m_ui->graphicLayout->insertWidget(0, m_plot, 1);
 }
 
@@ -262,7 +264,11 @@ void CalibrationCurvePage::updatePlot()
 {
     readSamples(m_x, m_deviceX, m_userX);
     readSamples(m_y, m_deviceY, m_userY);
+    // One drawing for the axis and both curves.
+    m_plot->setAutoReplot(false);
     fitVerticalAxis();
     m_userCurve->setRawSamples(m_userX.data(), m_userY.data(), pointCount);
     m_deviceCurve->setRawSamples(m_deviceX.data(), m_deviceY.data(), pointCount);
+    m_plot->setAutoReplot(true);
+    m_plot->replot();
 }
