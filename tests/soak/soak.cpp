@@ -339,13 +339,14 @@ void Soak::sayProgress()
 {
     const ProcessFigures &figures = m_figures.last();
     say(QStringLiteral(
-        "minute %1: %2 pages, %3 edits, %4 faults, %5 changes pending; heap %6 KB, resident %7 "
-        "KB, %8 threads, %9 descriptors")
+        "minute %1: %2 pages, %3 edits, %4 faults, %5 changes pending, %6 questions; heap %7 KB, resident "
+        "%8 KB, %9 threads, %10 descriptors")
             .arg(m_figures.size())
             .arg(m_pageChanges)
             .arg(m_edits)
             .arg(m_disturber.count())
             .arg(m_pending.count())
+            .arg(m_yes + m_no)
             .arg(figures.heapKb, 0, 'f', 0)
             .arg(figures.residentKb, 0, 'f', 0)
             .arg(figures.threads)
