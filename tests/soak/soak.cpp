@@ -33,8 +33,9 @@ constexpr int figuresEveryMs = 20;
 /// In which every page and drive has been shown, and every fault has been once.
 constexpr int warmUpMinutes = 5;
 constexpr int leastJudged = 9;
-/// What the allocator keeps in its caches, and tables that double, come and go by about this much.
-constexpr double heapToleranceKb = 128;
+/// Pictures that the toolkit keeps for a while, and what the allocator holds back, move a single figure by
+/// about this much; over an hour it is some 50 bytes a record.
+constexpr double heapToleranceKb = 256;
 
 constexpr int mostPictures = 5;
 
