@@ -300,12 +300,12 @@ void MainContentWidget::refreshNetwork(PageItem *network) const
 void MainContentWidget::refreshDrive(PageItem *drive, const QVector<QString> &titles) const
 {
     const int deviceId = drive->deviceId;
-    const Z7Device &device = m_controller->device(deviceId);
-    const bool active = device.isAccessGranted();
+    const Z7Device *device = m_controller->findDevice(deviceId);
+    const bool active = m_controller->isAccessGranted(deviceId);
     const auto refresh = [this, deviceId, active](PageItem *item, const QString &text) {
         item->show(text, m_controller->hasModifiedParams(item->pageNumber, deviceId), active);
     };
-    refresh(drive, deviceName(device));
+    refresh(drive, deviceName(device ? *device : Z7Device()));
     for (int i = 0; i < drive->childCount(); ++i) {
         PageItem *page = pageItem(drive->child(i));
         refresh(page, titles.at(page->pageNumber));

@@ -53,9 +53,10 @@ QString nameAndVersion(const Z7Device &device)
 /// Shows the failure if there is no such file: what the system starts to open one may say nothing of it.
 void openFromWorkingFolder(QWidget *window, const QString &fileName, const QString &failure)
 {
-    const QString path = QDir::currentPath() + QLatin1Char('/') + fileName;
-    const bool isThere = QFileInfo(path).isFile();
-    if (!QDesktopServices::openUrl(QUrl(QStringLiteral("file:///") + path)) || !isThere)
+    const QUrl url(QStringLiteral("file:///") + QDir::currentPath() + QLatin1Char('/') + fileName);
+    // A "#" or "%" in the name of a folder makes another file of it.
+    const bool isThere = QFileInfo(url.toLocalFile()).isFile();
+    if (!QDesktopServices::openUrl(url) || !isThere)
         QMessageBox::critical(
             window, commonText("ApplicationTitle", "Z7ConfigTool"), failure, QMessageBox::Ok);
 }

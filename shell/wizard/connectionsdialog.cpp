@@ -165,7 +165,7 @@ void ConnectionsDialog::initAllPortsWizard()
 
 void ConnectionsDialog::startWizard(Pages pages)
 {
-    takeOutOfFrame();
+    endWizard();
     m_pages = std::move(pages);
     m_pageIndex = 0;
     m_ui->BtnOK->setEnabled(false);
@@ -232,6 +232,13 @@ void ConnectionsDialog::takeOutOfFrame()
     }
 }
 
+/// Also from the middle of a scan, which had the buttons disabled.
+void ConnectionsDialog::endWizard()
+{
+    takeOutOfFrame();
+    setNavigationEnabled(true, false);
+}
+
 void ConnectionsDialog::hideWizardButtons()
 {
     m_ui->BtnPrevious->hide();
@@ -242,7 +249,7 @@ void ConnectionsDialog::hideWizardButtons()
 
 void ConnectionsDialog::fill(const QList<Z7Device> &devices)
 {
-    takeOutOfFrame();
+    endWizard();
     hideWizardButtons();
     m_ui->LbConnectedDevices->clear();
     for (const Z7Device &device : devices)

@@ -62,6 +62,7 @@ private:
     IWizardWidget &currentPage() const { return *m_pages.at(m_pageIndex); }
     void putInFrame(IWizardWidget &page);
     void takeOutOfFrame();
+    void endWizard();
     void hideWizardButtons();
     void addOrUpdateRow(const Z7Device &device);
     void addRow(const Z7Device &device);

@@ -35,6 +35,8 @@ private slots:
     void missingDocumentIsReportedWhateverTheSystemSays_data();
     void missingDocumentIsReportedWhateverTheSystemSays();
     void folderIsNoDocument();
+    void documentIsTheFileThatTheAddressNames_data();
+    void documentIsTheFileThatTheAddressNames();
     void reportComesFromTheLanguageFile_data();
     void reportComesFromTheLanguageFile();
 
@@ -231,6 +233,29 @@ void TestDocuments::folderIsNoDocument()
     open();
     use("BtnPdfHelp");
     QCOMPARE(user.count(), 1);
+}
+
+void TestDocuments::documentIsTheFileThatTheAddressNames_data()
+{
+    QTest::addColumn<QString>("folderName");
+    QTest::addColumn<bool>("isReported");
+    QTest::newRow("plain") << QStringLiteral("hall 3") << false;
+    QTest::newRow("a sharp cuts the address") << QStringLiteral("hall #3") << true;
+    QTest::newRow("a percent sign stands for another one") << QStringLiteral("hall 100%25") << true;
+}
+
+void TestDocuments::documentIsTheFileThatTheAddressNames()
+{
+    QFETCH(QString, folderName);
+    QFETCH(bool, isReported);
+    const OpenedUrls viewer(QStringLiteral("file"));
+    open();
+    QVERIFY(QDir().mkdir(folderName));
+    QDir::setCurrent(folderName);
+    folder->writeText(QStringLiteral("Z7Manual.pdf"), QString());
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    use("BtnPdfHelp");
+    QCOMPARE(user.count(), isReported ? 1 : 0);
 }
 
 void TestDocuments::reportComesFromTheLanguageFile_data()

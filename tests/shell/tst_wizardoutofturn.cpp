@@ -59,6 +59,7 @@ private slots:
 
     void scanThatIsPutAwayGivesTheButtonsBack_data();
     void scanThatIsPutAwayGivesTheButtonsBack();
+    void scanOfADialogThatWasNeverShownGivesTheButtonsBack();
     void nextBeforeTheFirstPortIsScannedKeepsThePorts();
     void abortBetweenTwoPortsEndsTheScan();
 
@@ -262,6 +263,18 @@ void TestWizardOutOfTurn::scanThatIsPutAwayGivesTheButtonsBack()
     QVERIFY(!areButtonsEnabled());
     QTRY_VERIFY(areButtonsEnabled());
     QCOMPARE(textsOf(*bench->page()), QStringList {QStringLiteral("0 Gerät(e) erkannt")});
+}
+
+void TestWizardOutOfTurn::scanOfADialogThatWasNeverShownGivesTheButtonsBack()
+{
+    ConnectionsDialog hidden(&bench->controller, nullptr);
+    const auto call = [&hidden](const char *slot) { QVERIFY(QMetaObject::invokeMethod(&hidden, slot)); };
+    call("initAllPortsWizard");
+    call("nextWizardPage");
+    QVERIFY(!hidden.findChild<QPushButton *>("BtnCancel")->isEnabled());
+    call("initQuickConnectWizard");
+    for (const char *button : lockedButtons)
+        QVERIFY2(hidden.findChild<QPushButton *>(button)->isEnabled(), button);
 }
 
 void TestWizardOutOfTurn::nextBeforeTheFirstPortIsScannedKeepsThePorts()
