@@ -51,7 +51,11 @@ bool isDamaged(const QByteArray &content)
 bool keepCopy(const QString &fileName, const QByteArray &content)
 {
     const QString copy = fileName + QStringLiteral(".damaged");
-    return WholeFile::replace(copy, content) && QFile::setPermissions(copy, QFile::permissions(fileName));
+    if (!WholeFile::replace(copy, content))
+        return false;
+    // Disks that know no permissions refuse to set any, and all files have the same there.
+    QFile::setPermissions(copy, QFile::permissions(fileName));
+    return true;
 }
 
 /// Nothing if there is a file that cannot be read.

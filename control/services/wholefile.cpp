@@ -47,6 +47,12 @@ void syncFolderOf(const QString &target)
     close(folder);
 }
 
+bool folderTakesFiles(const QString &target)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(target).path());
+    return faccessat(AT_FDCWD, folder.constData(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
 /// The file that is to take the place of another one; goes again unless it has.
 class NewFile
 {
@@ -159,7 +165,7 @@ QString targetOf(const QString &path)
 
 QString freeNameBeside(const QString &path)
 {
-    return path + QLatin1Char('.') + QString::number(QRandomGenerator::global()->generate64(), 36);
+    return path + QLatin1Char('.') + QString::number(QRandomGenerator::global()->generate(), 36);
 }
 
 bool replace(const QString &path, const QByteArray &content, const Check &isRight)
@@ -174,10 +180,9 @@ bool replace(const QString &path, const QByteArray &content, const Check &isRigh
 bool write(const QString &path, const QByteArray &content)
 {
     const QString target = targetOf(path);
-    if (!mayBeReplaced(target))
-        return false;
-    NewFile file(target);
-    return file.isThere() ? file.takePlace(content, {}) : writeOver(target, content);
+    if (QFileInfo::exists(target) && !folderTakesFiles(target))
+        return !isSomethingElse(target) && writeOver(target, content);
+    return replace(path, content);
 }
 
 } // namespace WholeFile

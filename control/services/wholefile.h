@@ -28,9 +28,9 @@ QString freeNameBeside(const QString &path);
 /// others where the folder takes no new file, or the file that is there may not be written.
 bool replace(const QString &path, const QByteArray &content, const Check &isRight = {});
 
-/// The same for a file that a person asks to be written now: in a folder that takes no new file, `content`
-/// goes into the file itself, and what stood there is put back if that fails. A loss of power in the middle
-/// is the one thing that such a file does not survive.
+/// The same for a file that a person asks to be written now: in a folder whose permissions allow no new file,
+/// `content` goes into the file itself, and what stood there is put back if that fails. Only there a loss of
+/// power in the middle, or a disk that takes half of it and then nothing more, costs the old file.
 bool write(const QString &path, const QByteArray &content);
 
 } // namespace WholeFile
