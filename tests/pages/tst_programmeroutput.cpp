@@ -43,6 +43,7 @@ private slots:
     void longerReadShowsItsBeginning();
     void longReadFollowsTheSizeOfTheWindow();
     void newestLineStaysInSight();
+    void longReadIntoAHiddenFieldIsThereWhenItIsShown();
     void mouseOnALongReadSelectsWhatItTouches();
 
 private:
@@ -176,6 +177,19 @@ void TestProgrammerOutput::mouseOnALongReadSelectsWhatItTouches()
     field->verticalScrollBar()->setValue(field->verticalScrollBar()->maximum());
     QTest::mouseDClick(field->viewport(), Qt::LeftButton, {}, field->viewport()->rect().bottomRight());
     QVERIFY(field->grab().width() > 0);
+}
+
+void TestProgrammerOutput::longReadIntoAHiddenFieldIsThereWhenItIsShown()
+{
+    const QString before = QStringLiteral("Programming");
+    const QString read(twoMegabytes, QLatin1Char('x'));
+    field->hide();
+    output->append(before);
+    output->append(read);
+    field->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*field));
+    QTest::keyClick(&*field, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(field->toPlainText(), before + QLatin1Char('\n') + read);
 }
 
 QTEST_MAIN(TestProgrammerOutput)

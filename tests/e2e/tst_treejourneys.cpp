@@ -1,0 +1,54 @@
+// What a person finds in the tree and behind the help button, whatever was put away or is missing.
+
+#include "tests/e2e/journey.h"
+#include "tests/e2e/person.h"
+#include "tests/e2e/testbench.h"
+#include "tests/support/messageboxes.h"
+
+#include <QTreeWidget>
+#include <QtTest>
+
+namespace {
+
+const QString port = QStringLiteral("ttyUSB0");
+const QString drive = QStringLiteral("Port0 - Z7.1");
+
+} // namespace
+
+class TestTreeJourneys : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void driveThatWasCollapsedIsOpenAgainWithTheNextRecord();
+    void missingManualIsReported();
+};
+
+void TestTreeJourneys::driveThatWasCollapsedIsOpenAgainWithTheNextRecord()
+{
+    TestBench bench;
+    bench.plugIn(port, {TestBench::shortDrive(1)});
+    const Journey journey;
+    QVERIFY(journey.connectQuickly());
+    QVERIFY(journey.showPage(drive, QStringLiteral("Festdrehzahlen")));
+    auto *tree = journey.window().findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
+    QTreeWidgetItem *item = tree->topLevelItem(0);
+    tree->setFocus();
+    tree->setCurrentItem(item);
+    QTest::keyClick(tree, Qt::Key_Left);
+    QVERIFY(!item->isExpanded());
+    QTRY_VERIFY_WITH_TIMEOUT(item->isExpanded(), Person::patienceMs);
+}
+
+void TestTreeJourneys::missingManualIsReported()
+{
+    TestBench bench;
+    const Journey journey;
+    const MessageBoxAnswerer user(QMessageBox::Ok);
+    QVERIFY(Person::press(journey.window(), "BtnPdfHelp"));
+    QCOMPARE(user.last().text, QStringLiteral("Die PDF-Hilfedatei kann nicht geöffnet werden."));
+}
+
+QTEST_MAIN(TestTreeJourneys)
+
+#include "tst_treejourneys.moc"
