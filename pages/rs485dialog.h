@@ -23,7 +23,7 @@ public:
     void deviceUpdateFinished() override { }
     void newDeviceParam(const Z7DeviceParam &param) override;
     void newUserParam(const Z7DeviceParam &param) override { Q_UNUSED(param) }
-    /// An address that the user has typed is no pending change, and stays.
+    /// An address that the user has typed is no pending change: a file for another drive leaves it.
     void showUserValues(const Z7DeviceParamSet &own) override { Q_UNUSED(own) }
 
 public slots:
