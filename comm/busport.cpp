@@ -56,5 +56,7 @@ QByteArray Z7BusPort::readReply()
     while (reply.size() < longestReply && sinceFirstByte.elapsed() < longestReplyMs
         && m_port.waitForReadyRead(gapMs))
         reply += m_port.readAll();
+    // Each read takes 64 KB of room, and the telegrams of the live update keep their replies.
+    reply.squeeze();
     return reply;
 }

@@ -78,6 +78,7 @@ private slots:
     void requestOnAPortThatIsNotOpenIsReported();
     void silentDriveIsReportedAfterTheTimeout();
     void negativeTimeoutDoesNotWaitForEver();
+    void replyTakesNoMoreRoomThanItsBytes();
     void replyWithAPauseOf10MsIsOne();
     void replyWithAPauseOf40MsIsCut();
     void restOfACutReplyBeginsTheNext();
@@ -289,6 +290,18 @@ int TestBusPort::wholeRepliesOfTen()
             return -1;
     }
     return whole;
+}
+
+void TestBusPort::replyTakesNoMoreRoomThanItsBytes()
+{
+    // In one piece, and gathered in two.
+    for (const int pauseMs : {0, 5}) {
+        bus->command("fault 3 split at=2 count=1 ms=" + QByteArray::number(pauseMs));
+        QVERIFY(open() == 0 && send() && port->waitForReply(1000));
+        const QByteArray reply = port->readReply();
+        QCOMPARE(reply.toHex(' '), accepted);
+        QVERIFY2(reply.capacity() < 64, qPrintable(QString::number(reply.capacity())));
+    }
 }
 
 // A busy machine may stretch a pause or sleep through one, but not most of the time.
