@@ -108,9 +108,9 @@ void TestOddCalls::endOfAnUnknownThreadIsPassedOn()
 {
     Z7CommunicationInterface scheduler;
     const QSignalSpy terminated(&scheduler, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)));
-    for (const int unknown : {3, 255})
-        scheduler.threadTransactionTerminated(static_cast<ThreadID>(unknown));
-    QCOMPARE(terminated.size(), 2);
+    constexpr auto unknown = static_cast<ThreadID>(3); // the one value that the type holds beside the threads
+    scheduler.threadTransactionTerminated(unknown);
+    QCOMPARE(terminated.size(), 1);
 }
 
 void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn_data()
