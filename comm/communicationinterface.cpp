@@ -160,6 +160,7 @@ void Z7CommunicationInterface::startPollingThread()
     if (m_busLent || !m_pollingStack || m_pollingFront.isPassUnderWay())
         return;
     m_retiredPollingStack.reset();
+    m_overtakenPollingStacks.clear();
     adoptRecords();
     m_pollingStack->reset();
     m_pollingFront.start(m_pollingStack.get());

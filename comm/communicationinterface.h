@@ -103,8 +103,8 @@ private:
     std::unique_ptr<Z7TelegramStack> m_pollingStack;
     std::unique_ptr<Z7TelegramStack>
         m_retiredPollingStack; ///< a pass may still use it; deleted before the next one
-    /// Stacks that were retired twice within one pass. The pass may be using the first, so they stay to the
-    /// end.
+    /// Stacks that were retired twice within one pass. The pass may be using the first, so they stay until
+    /// the next one, too.
     std::vector<std::unique_ptr<Z7TelegramStack>> m_overtakenPollingStacks;
     /// Records that came while a pass was using the polling stack, oldest first. It gets them after the pass,
     /// so that no record changes under the thread.

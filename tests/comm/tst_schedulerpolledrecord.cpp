@@ -51,7 +51,7 @@ private slots:
     void stackReplacedInThePauseLivesUntilTheNextPass();
     void passOfAReplacedStackIsCutShort();
     void stackReplacedInThePauseWaitsOneInterval();
-    void stackReplacedTwiceInOnePassLivesAsLongAsTheInterface();
+    void stackReplacedTwiceInOnePassLivesUntilTheNext();
     void stackReplacedTwiceInThePauseIsFreedAtOnce();
     void pollingStackIsFreedWithTheInterface();
 
@@ -105,17 +105,15 @@ void TestSchedulerPolledRecord::stackReplacedInThePauseWaitsOneInterval()
     QCOMPARE(bench->requestCount(), 0);
 }
 
-void TestSchedulerPolledRecord::stackReplacedTwiceInOnePassLivesAsLongAsTheInterface()
+void TestSchedulerPolledRecord::stackReplacedTwiceInOnePassLivesUntilTheNext()
 {
     const auto inUse = bench->poll<Status>();
     QTRY_VERIFY(bench->has("polling progress"));
     const auto neverUsed = bench->poll<Status>();
     bench->poll<Probe>();
     QVERIFY(!inUse.expired());
-    QTRY_VERIFY(bench->count("polling started 1") >= 2);
+    QTRY_VERIFY(bench->has("polling started 1"));
     QVERIFY(neverUsed.expired());
-    QVERIFY(!inUse.expired());
-    bench->scheduler.reset();
     QVERIFY(inUse.expired());
 }
 
