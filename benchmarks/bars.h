@@ -13,31 +13,31 @@ constexpr double fullRead = 1.01;
 
 // --- window, × the same done to plain widgets ---
 
-constexpr double treeRebuild = 10;
-constexpr double treeRefresh = 0.2;
+constexpr double treeRebuild = 2.2;
+constexpr double treeRefresh = 0.075;
 
 struct Keystroke
 {
     double median;
     double p99;
 };
-constexpr Keystroke keystroke {3.3, 3.6};
-constexpr Keystroke curveKeystroke {8, 8};
+constexpr Keystroke keystroke {1.85, 2};
+constexpr Keystroke curveKeystroke {5.5, 5.5};
 
 // --- pages, × the showing of a plain widget with as many children ---
 
-constexpr double pageShowing = 4.6;
+constexpr double pageShowing = 4.5;
 constexpr double tableShowing = 20;
 constexpr double firstShowings = 7;
 
 // --- output of a firmware programmer, in ms ---
 
-constexpr double outputHoldMs = 100; ///< what a person takes for at once
+constexpr double outputHoldMs = 70; ///< a person takes 100 ms for at once
 
 // --- start ---
 
 constexpr double start = 3; ///< × an empty QMainWindow
-constexpr double startHeapMb = 12; ///< of the program alone, in a process of its own
+constexpr double startHeapMb = 10; ///< of the program alone, in a process of its own
 
 // --- heap, in bytes for each of 10,000 steps ---
 
