@@ -22,6 +22,7 @@ struct Keystroke
     double p99;
 };
 constexpr Keystroke keystroke {1.85, 2};
+constexpr Keystroke tableKeystroke {2.5, 2.6};
 constexpr Keystroke curveKeystroke {5.5, 5.5};
 
 // --- pages, × the showing of a plain widget with as many children ---

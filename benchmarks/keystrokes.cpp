@@ -1,9 +1,11 @@
 #include "benchmarks/keystrokes.h"
 
+#include "benchmarks/bars.h"
 #include "benchmarks/figures.h"
 #include "benchmarks/plainwidgets.h"
 #include "benchmarks/workbench.h"
 #include "control/services/language.h"
+#include "pages/pagefactory.h"
 
 namespace {
 
@@ -21,10 +23,23 @@ Comparison compareKeystrokes(QLineEdit *field)
     return comparison;
 }
 
+const Bars::Keystroke &barsOf(int page)
+{
+    switch (page) {
+    case PageNumber::ParameterTable:
+        return Bars::tableKeystroke;
+    case PageNumber::CalibrationRotations: // redraws the curve
+        return Bars::curveKeystroke;
+    default:
+        return Bars::keystroke;
+    }
+}
+
 } // namespace
 
-void printKeystrokes(Workbench &bench, int page, int drives, const QString &when, const Bars::Keystroke &bars)
+void printKeystrokes(Workbench &bench, int page, int drives, const QString &when)
 {
+    const Bars::Keystroke &bars = barsOf(page);
     const Comparison comparison = compareKeystrokes(bench.userField());
     const QString what =
         QStringLiteral("keystroke, %1, %2 drive(s), %3").arg(pageTitle(page)).arg(drives).arg(when);

@@ -1,12 +1,9 @@
 #pragma once
 
-#include "benchmarks/bars.h"
-
 #include <QString>
 
 class Workbench;
 
 /// Prints the rows of keystrokes into a field of the shown page, against those into a bare field. `when`
 /// tells what the window has been through.
-void printKeystrokes(Workbench &bench, int page, int drives, const QString &when,
-    const Bars::Keystroke &bars = Bars::keystroke);
+void printKeystrokes(Workbench &bench, int page, int drives, const QString &when);

@@ -38,11 +38,11 @@ void benchTree()
         Bars::treeRefresh, unit, refreshes.remark());
 }
 
-void benchKeystrokes(int drives, int page, const Bars::Keystroke &bars = Bars::keystroke)
+void benchKeystrokes(int drives, int page)
 {
     Workbench bench(drives);
     bench.showPage(page);
-    printKeystrokes(bench, page, drives, QStringLiteral("fresh"), bars);
+    printKeystrokes(bench, page, drives, QStringLiteral("fresh"));
 }
 
 } // namespace
@@ -53,6 +53,5 @@ void runWindowBenchmarks()
     benchKeystrokes(1, PageNumber::ParameterTable);
     benchKeystrokes(manyDrives, PageNumber::ParameterTable);
     benchKeystrokes(1, PageNumber::Positioning);
-    // Redraws the curve.
-    benchKeystrokes(1, PageNumber::CalibrationRotations, Bars::curveKeystroke);
+    benchKeystrokes(1, PageNumber::CalibrationRotations);
 }
