@@ -5,13 +5,13 @@
 #include "tests/e2e/person.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
+#include "tests/support/germantexts.h"
 #include "tests/support/messageboxes.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
 #include <QDialog>
-#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,34 +27,6 @@ const QString port = QStringLiteral("ttyUSB0");
 const QString drive = QStringLiteral("Port0 - Z7.1");
 const QString languageFile = QStringLiteral("deutsch.z7lang");
 const QString mark = QStringLiteral("#");
-
-struct GermanText
-{
-    QString text;
-    bool onlyWhenItHappens = false;
-};
-
-/// From the list of all texts, by "section/key".
-QMap<QString, GermanText> germanTexts()
-{
-    QFile file(QStringLiteral(Z7_GERMAN_TEXTS));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("%s", qPrintable(file.errorString()));
-    QMap<QString, GermanText> texts;
-    QString section;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
-    for (const QString &line : lines) {
-        if (line.startsWith('['))
-            section = line.mid(1, line.size() - 2);
-        const bool isText = line.contains('=') && !line.startsWith("# ");
-        if (!isText || line.startsWith('['))
-            continue;
-        const bool rare = line.startsWith('*');
-        QString text = line.section('=', 1);
-        texts.insert(section + '/' + line.section('=', 0, 0).mid(rare), {text.replace("\\n", "\n"), rare});
-    }
-    return texts;
-}
 
 /// What the window's language file holds; a text with commas was a list for QSettings unless it stood in
 /// quotes.

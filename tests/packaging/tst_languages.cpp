@@ -1,6 +1,10 @@
 // The language files that are shipped, read as the program reads them.
 
+#include "tests/support/germantexts.h"
+
+#include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QtTest>
 
@@ -9,6 +13,44 @@ namespace {
 QString languageFile(const QString &name)
 {
     return QStringLiteral(Z7_SOURCE_DIR "/languages/%1.z7lang").arg(name);
+}
+
+/// A row for each language that is shipped, but one.
+void addLanguageRows(const QString &withoutLanguage = QString())
+{
+    QTest::addColumn<QString>("language");
+    const QDir folder(QStringLiteral(Z7_SOURCE_DIR "/languages"));
+    const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.z7lang")});
+    for (const QFileInfo &file : files) {
+        const QString language = file.completeBaseName();
+        if (language != withoutLanguage)
+            QTest::newRow(qPrintable(language)) << language;
+    }
+}
+
+/// By "section/key", without the texts of the definitions, which come from the files of the drives.
+QMap<QString, QString> translations(const QString &language)
+{
+    const QSettings settings(languageFile(language), QSettings::IniFormat);
+    QMap<QString, QString> texts;
+    const QStringList keys = settings.allKeys();
+    for (const QString &key : keys) {
+        if (!key.startsWith(QLatin1String("ParamDefinition/")))
+            texts.insert(key, settings.value(key).toString());
+    }
+    return texts;
+}
+
+/// What is filled in when the text is shown, "%1" and the like, and the line feeds around it.
+QStringList placeholders(const QString &text)
+{
+    static const QRegularExpression placeholder(QStringLiteral("%\\d+|^\\n+|\\n+$"));
+    QStringList found;
+    auto match = placeholder.globalMatch(text);
+    while (match.hasNext())
+        found.append(match.next().captured());
+    found.sort();
+    return found;
 }
 
 /// Names, units and texts of values: everything in quotes below the header but the columns of fixed words.
@@ -36,18 +78,17 @@ class tst_Languages : public QObject
     Q_OBJECT
 
 private slots:
-    void everyEntryIsAText_data();
+    void everyEntryIsAText_data() { addLanguageRows(); }
     void everyEntryIsAText();
+    void everyEntryStandsForAGermanText_data() { addLanguageRows(); }
+    void everyEntryStandsForAGermanText();
+    void translationLacksNoText_data();
+    void translationLacksNoText();
+    void entryHasPlaceholdersOfItsText_data() { addLanguageRows(); }
+    void entryHasPlaceholdersOfItsText();
     void englishHasTheTextsOfTheSamples_data();
     void englishHasTheTextsOfTheSamples();
 };
-
-void tst_Languages::everyEntryIsAText_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::newRow("german") << QStringLiteral("deutsch");
-    QTest::newRow("english") << QStringLiteral("english");
-}
 
 void tst_Languages::everyEntryIsAText()
 {
@@ -59,6 +100,45 @@ void tst_Languages::everyEntryIsAText()
     // An unquoted comma would make a list of it, whose text is empty.
     for (const QString &key : keys)
         QVERIFY2(!settings.value(key).toString().isEmpty(), qPrintable(key));
+}
+
+void tst_Languages::everyEntryStandsForAGermanText()
+{
+    QFETCH(QString, language);
+    const QMap<QString, GermanText> german = germanTexts();
+    const QStringList keys = translations(language).keys();
+    for (const QString &key : keys)
+        QVERIFY2(german.contains(key), qPrintable(key));
+}
+
+/// Without German, which is in the program itself.
+void tst_Languages::translationLacksNoText_data()
+{
+    addLanguageRows(QStringLiteral("deutsch"));
+}
+
+void tst_Languages::translationLacksNoText()
+{
+    QFETCH(QString, language);
+    const QMap<QString, QString> translated = translations(language);
+    const QMap<QString, GermanText> german = germanTexts();
+    QStringList missing;
+    for (auto text = german.begin(); text != german.end(); ++text) {
+        if (!text->text.isEmpty() && !translated.contains(text.key()))
+            missing.append(text.key());
+    }
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QLatin1Char('\n'))));
+}
+
+void tst_Languages::entryHasPlaceholdersOfItsText()
+{
+    QFETCH(QString, language);
+    const QMap<QString, QString> translated = translations(language);
+    const QMap<QString, GermanText> german = germanTexts();
+    for (auto text = translated.begin(); text != translated.end(); ++text) {
+        QVERIFY2(placeholders(text.value()) == placeholders(german.value(text.key()).text),
+            qPrintable(text.key()));
+    }
 }
 
 void tst_Languages::englishHasTheTextsOfTheSamples_data()
