@@ -136,23 +136,23 @@ class TestLayers : public QObject
     Q_OBJECT
 
 private slots:
-    void aLayerUsesOnlyLayersBelowIt();
+    void layerUsesOnlyLayersBelowIt();
     void everyLayerIsLookedThrough_data();
     void everyLayerIsLookedThrough();
-    void noSourceIncludesAHigherLayer();
-    void aForbiddenIncludeIsFound_data();
-    void aForbiddenIncludeIsFound();
-    void anAllowedIncludeIsPassed_data();
-    void anAllowedIncludeIsPassed();
-    void aTargetLinksNoMoreThanItsLayerMay_data();
-    void aTargetLinksNoMoreThanItsLayerMay();
-    void theServicesAreDefinedInTheirLayerButForOneFile();
+    void noSourceIncludesHigherLayer();
+    void forbiddenIncludeIsFound_data();
+    void forbiddenIncludeIsFound();
+    void allowedIncludeIsPassed_data();
+    void allowedIncludeIsPassed();
+    void targetLinksNoMoreThanItsLayerMay_data();
+    void targetLinksNoMoreThanItsLayerMay();
+    void servicesAreDefinedInTheirLayerButForOneFile();
 
 private:
     static QStringList findingsOf(const QString &source, const QByteArray &line);
 };
 
-void TestLayers::aLayerUsesOnlyLayersBelowIt()
+void TestLayers::layerUsesOnlyLayersBelowIt()
 {
     QStringList below;
     for (const Layer &layer : layers) {
@@ -177,7 +177,7 @@ void TestLayers::everyLayerIsLookedThrough()
         [&folder](const QString &source) { return layerOf(source)->folder == folder; }));
 }
 
-void TestLayers::noSourceIncludesAHigherLayer()
+void TestLayers::noSourceIncludesHigherLayer()
 {
     const QStringList wrong = wrongIncludes(QStringLiteral(Z7_SOURCE_DIR));
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(QLatin1Char('\n'))));
@@ -195,7 +195,7 @@ QStringList TestLayers::findingsOf(const QString &source, const QByteArray &line
     return wrongIncludes(root.path());
 }
 
-void TestLayers::aForbiddenIncludeIsFound_data()
+void TestLayers::forbiddenIncludeIsFound_data()
 {
     QTest::addColumn<QString>("source");
     QTest::addColumn<QByteArray>("line");
@@ -225,14 +225,14 @@ void TestLayers::aForbiddenIncludeIsFound_data()
     row("with blanks", "model/device.cpp", R"(  #  include   "pages/datawidget.h")");
 }
 
-void TestLayers::aForbiddenIncludeIsFound()
+void TestLayers::forbiddenIncludeIsFound()
 {
     QFETCH(QString, source);
     QFETCH(QByteArray, line);
     QCOMPARE(findingsOf(source, line).size(), 1);
 }
 
-void TestLayers::anAllowedIncludeIsPassed_data()
+void TestLayers::allowedIncludeIsPassed_data()
 {
     QTest::addColumn<QString>("source");
     QTest::addColumn<QByteArray>("line");
@@ -249,14 +249,14 @@ void TestLayers::anAllowedIncludeIsPassed_data()
     row("a comment", "model/device.cpp", R"(// #include "pages/datawidget.h")");
 }
 
-void TestLayers::anAllowedIncludeIsPassed()
+void TestLayers::allowedIncludeIsPassed()
 {
     QFETCH(QString, source);
     QFETCH(QByteArray, line);
     QCOMPARE(findingsOf(source, line), QStringList());
 }
 
-void TestLayers::aTargetLinksNoMoreThanItsLayerMay_data()
+void TestLayers::targetLinksNoMoreThanItsLayerMay_data()
 {
     QTest::addColumn<QStringList>("allowed");
 
@@ -273,7 +273,7 @@ void TestLayers::aTargetLinksNoMoreThanItsLayerMay_data()
     row("z7sim", "simulator");
 }
 
-void TestLayers::aTargetLinksNoMoreThanItsLayerMay()
+void TestLayers::targetLinksNoMoreThanItsLayerMay()
 {
     QFETCH(QStringList, allowed);
     const QStringList links = linksOf(QString::fromLatin1(QTest::currentDataTag()));
@@ -283,7 +283,7 @@ void TestLayers::aTargetLinksNoMoreThanItsLayerMay()
 
 // The services own the parameter definitions, which lie above them: the one place where a class of one layer
 // is finished by another.
-void TestLayers::theServicesAreDefinedInTheirLayerButForOneFile()
+void TestLayers::servicesAreDefinedInTheirLayerButForOneFile()
 {
     static const QRegularExpression definition(
         QStringLiteral(R"(^\w.*\bZ7Services::~?\w+\()"), QRegularExpression::MultilineOption);

@@ -10,11 +10,11 @@ class TestNames : public QObject
     Q_OBJECT
 
 private slots:
-    void classesOfTheBusBearItsPrefix_data();
-    void classesOfTheBusBearItsPrefix();
+    void classesOfBusBearItsPrefix_data();
+    void classesOfBusBearItsPrefix();
 };
 
-void TestNames::classesOfTheBusBearItsPrefix_data()
+void TestNames::classesOfBusBearItsPrefix_data()
 {
     QTest::addColumn<QString>("path");
     const QDir source(Z7_SOURCE_DIR);
@@ -24,7 +24,7 @@ void TestNames::classesOfTheBusBearItsPrefix_data()
     }
 }
 
-void TestNames::classesOfTheBusBearItsPrefix()
+void TestNames::classesOfBusBearItsPrefix()
 {
     QFETCH(QString, path);
     QFile file(path);
