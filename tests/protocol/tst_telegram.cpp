@@ -43,28 +43,28 @@ class TestTelegram : public QObject
     Q_OBJECT
 
 private slots:
-    void checksumIsTheSumOfTheBytesXor55_data();
-    void checksumIsTheSumOfTheBytesXor55();
-    void hexDumpShowsEachByteWithABlankBehind_data();
-    void hexDumpShowsEachByteWithABlankBehind();
+    void checksumIsSumOfBytesXor55_data();
+    void checksumIsSumOfBytesXor55();
+    void hexDumpShowsEachByteWithBlankBehind_data();
+    void hexDumpShowsEachByteWithBlankBehind();
 
-    void aNewTelegramHasACommandAndNothingElse();
-    void theRequestIsCommandAddressPayloadAndChecksum();
-    void onlyTheLowByteOfTheAddressIsSent();
-    void setRequestReplacesTheWholeRequest();
-    void theAddressOfARewrittenRequestCounts();
+    void newTelegramHasCommandAndNothingElse();
+    void requestIsCommandAddressPayloadAndChecksum();
+    void onlyLowByteOfAddressIsSent();
+    void setRequestReplacesWholeRequest();
+    void addressOfRewrittenRequestCounts();
     void requestAndReplyCanBeReadAsText();
 
-    void aReplyIsJudgedInOrder_data();
-    void aReplyIsJudgedInOrder();
-    void theReplyIsKeptAsReceivedEvenIfItIsWrong();
-    void aSecondReplyReplacesTheFirstAndItsError();
-    void aStatusReplyOf85IsNoShortErrorReply_data();
-    void aStatusReplyOf85IsNoShortErrorReply();
-    void aReplyByteBeyondTheEndReadsAsZero();
+    void replyIsJudgedInOrder_data();
+    void replyIsJudgedInOrder();
+    void replyIsKeptAsReceivedEvenIfItIsWrong();
+    void secondReplyReplacesFirstAndItsError();
+    void statusReplyOf85IsNoShortErrorReply_data();
+    void statusReplyOf85IsNoShortErrorReply();
+    void replyByteBeyondEndReadsAsZero();
 };
 
-void TestTelegram::checksumIsTheSumOfTheBytesXor55_data()
+void TestTelegram::checksumIsSumOfBytesXor55_data()
 {
     QTest::addColumn<QByteArray>("array");
     QTest::addColumn<int>("count");
@@ -80,14 +80,14 @@ void TestTelegram::checksumIsTheSumOfTheBytesXor55_data()
     QTest::newRow("the sum wraps at 256") << bytes("FF FF 03") << -1 << 0x54;
 }
 
-void TestTelegram::checksumIsTheSumOfTheBytesXor55()
+void TestTelegram::checksumIsSumOfBytesXor55()
 {
     QFETCH(QByteArray, array);
     QFETCH(int, count);
     QTEST(telegramChecksum(array, count), "checksum");
 }
 
-void TestTelegram::hexDumpShowsEachByteWithABlankBehind_data()
+void TestTelegram::hexDumpShowsEachByteWithBlankBehind_data()
 {
     QTest::addColumn<QByteArray>("array");
     QTest::addColumn<QString>("text");
@@ -97,13 +97,13 @@ void TestTelegram::hexDumpShowsEachByteWithABlankBehind_data()
     QTest::newRow("zero and the highest byte") << bytes("00 FF") << "0x0 0xff ";
 }
 
-void TestTelegram::hexDumpShowsEachByteWithABlankBehind()
+void TestTelegram::hexDumpShowsEachByteWithBlankBehind()
 {
     QFETCH(QByteArray, array);
     QTEST(hexDump(array), "text");
 }
 
-void TestTelegram::aNewTelegramHasACommandAndNothingElse()
+void TestTelegram::newTelegramHasCommandAndNothingElse()
 {
     const BareTelegram telegram;
     QCOMPARE(telegram.command(), 0x0B);
@@ -112,24 +112,24 @@ void TestTelegram::aNewTelegramHasACommandAndNothingElse()
     QVERIFY(telegram.reply().isEmpty());
 }
 
-void TestTelegram::theRequestIsCommandAddressPayloadAndChecksum()
+void TestTelegram::requestIsCommandAddressPayloadAndChecksum()
 {
     QCOMPARE(Probe().request(), bytes("04 03 00 0B 47"));
 }
 
-void TestTelegram::onlyTheLowByteOfTheAddressIsSent()
+void TestTelegram::onlyLowByteOfAddressIsSent()
 {
     QCOMPARE(Z7Telegram_StatusRead(0x101).request(), Z7Telegram_StatusRead(1).request());
 }
 
-void TestTelegram::setRequestReplacesTheWholeRequest()
+void TestTelegram::setRequestReplacesWholeRequest()
 {
     Probe telegram;
     telegram.setRequest(bytes("04 05 00 0B 41"));
     QCOMPARE(telegram.request(), bytes("04 05 00 0B 41"));
 }
 
-void TestTelegram::theAddressOfARewrittenRequestCounts()
+void TestTelegram::addressOfRewrittenRequestCounts()
 {
     Probe telegram;
     telegram.setRequest(bytes("04 05 00 0B 41"));
@@ -149,7 +149,7 @@ void TestTelegram::requestAndReplyCanBeReadAsText()
 }
 
 // All replies are to the probe's request 04 03 00 0B 47.
-void TestTelegram::aReplyIsJudgedInOrder_data()
+void TestTelegram::replyIsJudgedInOrder_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -200,7 +200,7 @@ void TestTelegram::aReplyIsJudgedInOrder_data()
     row("nothing", "", 6, false);
 }
 
-void TestTelegram::aReplyIsJudgedInOrder()
+void TestTelegram::replyIsJudgedInOrder()
 {
     QFETCH(QByteArray, reply);
     QFETCH(bool, isDecoded);
@@ -210,14 +210,14 @@ void TestTelegram::aReplyIsJudgedInOrder()
     QCOMPARE(telegram.decodedReplies, isDecoded ? 1 : 0);
 }
 
-void TestTelegram::theReplyIsKeptAsReceivedEvenIfItIsWrong()
+void TestTelegram::replyIsKeptAsReceivedEvenIfItIsWrong()
 {
     Probe telegram;
     telegram.parseReply(bytes("84 05 00"));
     QCOMPARE(telegram.reply(), bytes("84 05 00"));
 }
 
-void TestTelegram::aSecondReplyReplacesTheFirstAndItsError()
+void TestTelegram::secondReplyReplacesFirstAndItsError()
 {
     Probe telegram;
     telegram.parseReply(bytes("84 03 00 0B 01 F4 00 FF"));
@@ -227,7 +227,7 @@ void TestTelegram::aSecondReplyReplacesTheFirstAndItsError()
     QCOMPARE(telegram.reply(), bytes("84 03 00 0B 01 F4 00 D2"));
 }
 
-void TestTelegram::aStatusReplyOf85IsNoShortErrorReply_data()
+void TestTelegram::statusReplyOf85IsNoShortErrorReply_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -237,7 +237,7 @@ void TestTelegram::aStatusReplyOf85IsNoShortErrorReply_data()
     QTest::newRow("wrong checksum before wrong length") << bytes("85 01 D1 03") << 8;
 }
 
-void TestTelegram::aStatusReplyOf85IsNoShortErrorReply()
+void TestTelegram::statusReplyOf85IsNoShortErrorReply()
 {
     QFETCH(QByteArray, reply);
     Z7Telegram_StatusRead telegram(1);
@@ -245,7 +245,7 @@ void TestTelegram::aStatusReplyOf85IsNoShortErrorReply()
     QTEST(telegram.error(), "error");
 }
 
-void TestTelegram::aReplyByteBeyondTheEndReadsAsZero()
+void TestTelegram::replyByteBeyondEndReadsAsZero()
 {
     Probe telegram;
     telegram.parseReply(bytes("99 03 FE"));

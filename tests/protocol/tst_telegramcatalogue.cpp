@@ -70,25 +70,25 @@ class TestTelegramCatalogue : public QObject
 private slots:
     void eachTelegramHasItsFrame_data();
     void eachTelegramHasItsFrame();
-    void thePasswordFieldLeavesOutBits23To16_data();
-    void thePasswordFieldLeavesOutBits23To16();
-    void aNewPasswordIsSentBehindTheOldOneInTheSameForm();
-    void aWrittenValueIsSentWithItsLow16Bits_data();
-    void aWrittenValueIsSentWithItsLow16Bits();
+    void passwordFieldLeavesOutBits23To16_data();
+    void passwordFieldLeavesOutBits23To16();
+    void newPasswordIsSentBehindOldOneInSameForm();
+    void writtenValueIsSentWithItsLow16Bits_data();
+    void writtenValueIsSentWithItsLow16Bits();
 
-    void aStatusByteBecomesAnErrorNumber_data();
-    void aStatusByteBecomesAnErrorNumber();
-    void aParameterReplyHasToNameTheParameter_data();
-    void aParameterReplyHasToNameTheParameter();
-    void aReplyTooShortToHoldItsContentIsOfInvalidLength_data();
-    void aReplyTooShortToHoldItsContentIsOfInvalidLength();
+    void statusByteBecomesErrorNumber_data();
+    void statusByteBecomesErrorNumber();
+    void parameterReplyHasToNameParameter_data();
+    void parameterReplyHasToNameParameter();
+    void replyTooShortToHoldItsContentIsOfInvalidLength_data();
+    void replyTooShortToHoldItsContentIsOfInvalidLength();
     void anyStatusReplyIsTaken();
-    void aLookAtTheContentClearsNoError_data();
-    void aLookAtTheContentClearsNoError();
+    void lookAtContentClearsNoError_data();
+    void lookAtContentClearsNoError();
 
-    void theVersionIsALetterAndThreeSignedNumbers_data();
-    void theVersionIsALetterAndThreeSignedNumbers();
-    void aReplyOf21BytesHoldsNoVersion();
+    void versionIsLetterAndThreeSignedNumbers_data();
+    void versionIsLetterAndThreeSignedNumbers();
+    void replyOf21BytesHoldsNoVersion();
 };
 
 void TestTelegramCatalogue::eachTelegramHasItsFrame_data()
@@ -123,7 +123,7 @@ void TestTelegramCatalogue::eachTelegramHasItsFrame()
     QCOMPARE(telegram->error(), 0);
 }
 
-void TestTelegramCatalogue::thePasswordFieldLeavesOutBits23To16_data()
+void TestTelegramCatalogue::passwordFieldLeavesOutBits23To16_data()
 {
     QTest::addColumn<int>("sent");
     QTest::addColumn<QByteArray>("request");
@@ -134,18 +134,18 @@ void TestTelegramCatalogue::thePasswordFieldLeavesOutBits23To16_data()
     QTest::newRow("the greatest password") << INT_MAX << bytes("09 03 7F 00 FF FF DC");
 }
 
-void TestTelegramCatalogue::thePasswordFieldLeavesOutBits23To16()
+void TestTelegramCatalogue::passwordFieldLeavesOutBits23To16()
 {
     QFETCH(int, sent);
     QTEST(makeCustomerAccess(sent)->request(), "request");
 }
 
-void TestTelegramCatalogue::aNewPasswordIsSentBehindTheOldOneInTheSameForm()
+void TestTelegramCatalogue::newPasswordIsSentBehindOldOneInSameForm()
 {
     QCOMPARE(makePasswordReset(0x12345678, -2)->request(), bytes("0C 03 12 00 56 78 FF 00 FF FE BE"));
 }
 
-void TestTelegramCatalogue::aWrittenValueIsSentWithItsLow16Bits_data()
+void TestTelegramCatalogue::writtenValueIsSentWithItsLow16Bits_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QByteArray>("request");
@@ -155,14 +155,14 @@ void TestTelegramCatalogue::aWrittenValueIsSentWithItsLow16Bits_data()
     QTest::newRow("a value of 17 bits") << 0x12345 << bytes("03 03 00 0B 23 45 2C");
 }
 
-void TestTelegramCatalogue::aWrittenValueIsSentWithItsLow16Bits()
+void TestTelegramCatalogue::writtenValueIsSentWithItsLow16Bits()
 {
     QFETCH(int, value);
     QTEST(makeWrite(0x0B, value)->request(), "request");
 }
 
 // Replies of drive 3: command + 0x80, address, status, checksum.
-void TestTelegramCatalogue::aStatusByteBecomesAnErrorNumber_data()
+void TestTelegramCatalogue::statusByteBecomesErrorNumber_data()
 {
     QTest::addColumn<TelegramPtr>("telegram");
     QTest::addColumn<QByteArray>("reply");
@@ -202,7 +202,7 @@ void TestTelegramCatalogue::aStatusByteBecomesAnErrorNumber_data()
     row("bootloader: other bits mean nothing", makeBootloaderInit(), "8B 03 CF 08", 0);
 }
 
-void TestTelegramCatalogue::aStatusByteBecomesAnErrorNumber()
+void TestTelegramCatalogue::statusByteBecomesErrorNumber()
 {
     QFETCH(TelegramPtr, telegram);
     QFETCH(QByteArray, reply);
@@ -210,7 +210,7 @@ void TestTelegramCatalogue::aStatusByteBecomesAnErrorNumber()
     QTEST(telegram->error(), "error");
 }
 
-void TestTelegramCatalogue::aParameterReplyHasToNameTheParameter_data()
+void TestTelegramCatalogue::parameterReplyHasToNameParameter_data()
 {
     QTest::addColumn<TelegramPtr>("telegram");
     QTest::addColumn<QByteArray>("reply");
@@ -243,13 +243,13 @@ void TestTelegramCatalogue::aParameterReplyHasToNameTheParameter_data()
     row("unknown command that names another one", makeRead(0x0B), "99 03 00 0C", 9);
 }
 
-void TestTelegramCatalogue::aParameterReplyHasToNameTheParameter()
+void TestTelegramCatalogue::parameterReplyHasToNameParameter()
 {
-    aStatusByteBecomesAnErrorNumber();
+    statusByteBecomesErrorNumber();
 }
 
 // The first byte 99 is no command's reply, so nothing but the telegram itself looks at these.
-void TestTelegramCatalogue::aReplyTooShortToHoldItsContentIsOfInvalidLength_data()
+void TestTelegramCatalogue::replyTooShortToHoldItsContentIsOfInvalidLength_data()
 {
     QTest::addColumn<TelegramPtr>("telegram");
     QTest::addColumn<QByteArray>("reply");
@@ -263,9 +263,9 @@ void TestTelegramCatalogue::aReplyTooShortToHoldItsContentIsOfInvalidLength_data
         << makeCustomerAccess() << bytes("99 03 10") << 10;
 }
 
-void TestTelegramCatalogue::aReplyTooShortToHoldItsContentIsOfInvalidLength()
+void TestTelegramCatalogue::replyTooShortToHoldItsContentIsOfInvalidLength()
 {
-    aStatusByteBecomesAnErrorNumber();
+    statusByteBecomesErrorNumber();
 }
 
 void TestTelegramCatalogue::anyStatusReplyIsTaken()
@@ -276,7 +276,7 @@ void TestTelegramCatalogue::anyStatusReplyIsTaken()
 }
 
 // Their content tells of no failure, but their last byte is not the checksum.
-void TestTelegramCatalogue::aLookAtTheContentClearsNoError_data()
+void TestTelegramCatalogue::lookAtContentClearsNoError_data()
 {
     QTest::addColumn<TelegramPtr>("telegram");
     QTest::addColumn<QByteArray>("reply");
@@ -292,7 +292,7 @@ void TestTelegramCatalogue::aLookAtTheContentClearsNoError_data()
     QTest::newRow("new password") << makePasswordReset() << bytes("8C 03 00 00");
 }
 
-void TestTelegramCatalogue::aLookAtTheContentClearsNoError()
+void TestTelegramCatalogue::lookAtContentClearsNoError()
 {
     QFETCH(TelegramPtr, telegram);
     QFETCH(QByteArray, reply);
@@ -302,7 +302,7 @@ void TestTelegramCatalogue::aLookAtTheContentClearsNoError()
     QCOMPARE(telegram->error(), 8);
 }
 
-void TestTelegramCatalogue::theVersionIsALetterAndThreeSignedNumbers_data()
+void TestTelegramCatalogue::versionIsLetterAndThreeSignedNumbers_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QString>("version");
@@ -314,7 +314,7 @@ void TestTelegramCatalogue::theVersionIsALetterAndThreeSignedNumbers_data()
     QTest::newRow("another letter") << versionReply('B', 1, 0, 0) << "B100";
 }
 
-void TestTelegramCatalogue::theVersionIsALetterAndThreeSignedNumbers()
+void TestTelegramCatalogue::versionIsLetterAndThreeSignedNumbers()
 {
     QFETCH(QByteArray, reply);
     Z7Telegram_SoftwareID telegram(3);
@@ -324,7 +324,7 @@ void TestTelegramCatalogue::theVersionIsALetterAndThreeSignedNumbers()
     QTEST(telegram.version(), "version");
 }
 
-void TestTelegramCatalogue::aReplyOf21BytesHoldsNoVersion()
+void TestTelegramCatalogue::replyOf21BytesHoldsNoVersion()
 {
     Z7Telegram_SoftwareID telegram(3);
     telegram.parseReply(versionReply('V', 1, 2, 3).left(21));
