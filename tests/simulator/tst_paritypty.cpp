@@ -11,8 +11,8 @@ class TestParityPty : public QObject
     Q_OBJECT
 
 private slots:
-    void evenParityIsTakenByAPseudoTerminal();
-    void otherSettingsReachThePseudoTerminal();
+    void evenParityIsTakenByPseudoTerminal();
+    void otherSettingsReachPseudoTerminal();
 };
 
 namespace {
@@ -32,7 +32,7 @@ int openPort(const z7sim::SimulatedBus &bus)
 
 } // namespace
 
-void TestParityPty::evenParityIsTakenByAPseudoTerminal()
+void TestParityPty::evenParityIsTakenByPseudoTerminal()
 {
     z7sim::SimulatedBus bus;
     QVERIFY(bus.start());
@@ -44,7 +44,7 @@ void TestParityPty::evenParityIsTakenByAPseudoTerminal()
     ::close(fd);
 }
 
-void TestParityPty::otherSettingsReachThePseudoTerminal()
+void TestParityPty::otherSettingsReachPseudoTerminal()
 {
     z7sim::SimulatedBus bus;
     QVERIFY(bus.start());

@@ -22,16 +22,16 @@ private slots:
     void init();
     void cleanup();
 
-    void driveInItsBootloaderGetsTheVersionOfTheImage();
-    void listedPortLeadsToTheDrive();
+    void driveInItsBootloaderGetsVersionOfImage();
+    void listedPortLeadsToDrive();
     void progressIsPrintedLineByLine();
     void driveOutOfItsBootloaderIsLeftAlone();
-    void missingPartIsAnError_data();
-    void missingPartIsAnError();
+    void missingPartIsError_data();
+    void missingPartIsError();
     void failingProgrammerEndsAtOnce();
     void hangingProgrammerStays();
     void endlessProgrammerPrintsOn();
-    void zeroByteStandsInTheOutput();
+    void zeroByteStandsInOutput();
 
 private:
     QByteArray ask(const QByteArray &line);
@@ -106,7 +106,7 @@ QByteArray TestProgrammer::run(const QStringList &arguments, const QString &faul
     return programmer->readAllStandardOutput();
 }
 
-void TestProgrammer::driveInItsBootloaderGetsTheVersionOfTheImage()
+void TestProgrammer::driveInItsBootloaderGetsVersionOfImage()
 {
     enterBootloader();
     const QByteArray output = run({"-i" + portName(), "-aimage with blanks.bin"});
@@ -118,7 +118,7 @@ void TestProgrammer::driveInItsBootloaderGetsTheVersionOfTheImage()
 
 // The name that the tool knows is no device of this machine; z7withports makes it one for the programs it
 // starts.
-void TestProgrammer::listedPortLeadsToTheDrive()
+void TestProgrammer::listedPortLeadsToDrive()
 {
     enterBootloader();
     programmer->start(
@@ -146,7 +146,7 @@ void TestProgrammer::driveOutOfItsBootloaderIsLeftAlone()
     QCOMPARE(ask("get 3 version"), QByteArray("ok V123"));
 }
 
-void TestProgrammer::missingPartIsAnError_data()
+void TestProgrammer::missingPartIsError_data()
 {
     QTest::addColumn<QString>("port");
     QTest::addColumn<QString>("image");
@@ -168,7 +168,7 @@ void TestProgrammer::missingPartIsAnError_data()
                               << "unknown argument image.bin";
 }
 
-void TestProgrammer::missingPartIsAnError()
+void TestProgrammer::missingPartIsError()
 {
     QFETCH(QString, port);
     QFETCH(QString, image);
@@ -198,7 +198,7 @@ void TestProgrammer::endlessProgrammerPrintsOn()
     QTRY_VERIFY(programmer->bytesAvailable() > 100000);
 }
 
-void TestProgrammer::zeroByteStandsInTheOutput()
+void TestProgrammer::zeroByteStandsInOutput()
 {
     QVERIFY(run({"-i" + portName(), "-aimage with blanks.bin"}, "zero").contains('\0'));
 }

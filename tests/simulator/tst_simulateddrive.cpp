@@ -15,61 +15,61 @@ private slots:
     void init();
     void cleanup();
 
-    void theRightPasswordOpensTheDrive();
-    void aWrongPasswordIsRefused();
-    void aRefusedTryDoesNotKeepTheRightPasswordOut();
-    void aRefusedTryClosesAnOpenDrive();
-    void bits23To16OfThePasswordDoNotCount();
-    void aPowerCycleClosesAnOpenDrive();
-    void aDriveKeepsSilentOnRequestsToOthers();
+    void rightPasswordOpensDrive();
+    void wrongPasswordIsRefused();
+    void refusedTryDoesNotKeepRightPasswordOut();
+    void refusedTryClosesOpenDrive();
+    void bits23To16OfPasswordDoNotCount();
+    void powerCycleClosesOpenDrive();
+    void driveKeepsSilentOnRequestsToOthers();
 
-    void aReadGivesTheFactoryValue();
-    void aReadGivesANegativeValueInTwosComplement();
-    void aReadWithoutAccessIsMarkedAndGivesNothingAway();
-    void aReadOfALockedParameterIsMarked();
-    void aReadOfAnUnknownParameterFails();
-    void aReadOfTheBusAddressGivesTheAddress();
+    void readGivesFactoryValue();
+    void readGivesNegativeValueInTwosComplement();
+    void readWithoutAccessIsMarkedAndGivesNothingAway();
+    void readOfLockedParameterIsMarked();
+    void readOfUnknownParameterFails();
+    void readOfBusAddressGivesAddress();
 
-    void aWriteChangesTheWorkingMemoryOnly();
-    void aWriteWithoutAccessIsMarked();
-    void aWriteIsRefused_data();
-    void aWriteIsRefused();
-    void anApplicationFunctionIsWrittenWhileTheInputsAreLow();
-    void anApplicationFunctionIsRefusedWhileAnInputIsHigh_data();
-    void anApplicationFunctionIsRefusedWhileAnInputIsHigh();
-    void aWriteThatBreaksTheRisingOrderNamesTheOtherParameter_data();
-    void aWriteThatBreaksTheRisingOrderNamesTheOtherParameter();
+    void writeChangesWorkingMemoryOnly();
+    void writeWithoutAccessIsMarked();
+    void writeIsRefused_data();
+    void writeIsRefused();
+    void applicationFunctionIsWrittenWhileInputsAreLow();
+    void applicationFunctionIsRefusedWhileInputIsHigh_data();
+    void applicationFunctionIsRefusedWhileInputIsHigh();
+    void writeThatBreaksRisingOrderNamesOtherParameter_data();
+    void writeThatBreaksRisingOrderNamesOtherParameter();
 
-    void storingKeepsTheValuesOverAPowerCycle();
-    void valuesNotStoredAreLostAtAPowerCycle();
-    void storingWithoutAChangeSaysSo();
-    void storingWithAWrongPasswordIsRefused();
+    void storingKeepsValuesOverPowerCycle();
+    void valuesNotStoredAreLostAtPowerCycle();
+    void storingWithoutChangeSaysSo();
+    void storingWithWrongPasswordIsRefused();
     void storingInconsistentValuesIsRefused();
     void storingIntoBrokenFlashFails();
-    void aFactoryResetRestoresWorkingMemoryAndFlash();
-    void aFactoryResetWithAWrongPasswordIsRefused();
+    void factoryResetRestoresWorkingMemoryAndFlash();
+    void factoryResetWithWrongPasswordIsRefused();
 
-    void theReplyToAnAddressChangeStillComesFromTheOldAddress();
-    void aNewAddressOutlivesAPowerCycle();
-    void aNewPasswordTakesTheOldOnesPlace();
-    void aNewPasswordNeedsTheOldOne();
+    void replyToAddressChangeStillComesFromOldAddress();
+    void newAddressOutlivesPowerCycle();
+    void newPasswordTakesOldOnesPlace();
+    void newPasswordNeedsOldOne();
 
-    void theStatusShowsTheBitsOfTheDrive();
-    void theStatusTellsOfAChecksumErrorOnce();
-    void theStatusIsWithheldWithoutAccess();
-    void aWrongChecksumGivesTheShortErrorReply();
-    void theSoftwareVersionStandsAtByte18();
+    void statusShowsBitsOfDrive();
+    void statusTellsOfChecksumErrorOnce();
+    void statusIsWithheldWithoutAccess();
+    void wrongChecksumGivesShortErrorReply();
+    void softwareVersionStandsAtByte18();
 
-    void theBootloaderAnswersNoCommand();
-    void theBootloaderIsRefusedWhileTheMotorTurns();
-    void theBootloaderNeedsThePassword();
-    void aPowerCycleLeavesTheBootloader();
-    void newFirmwareRestartsTheDriveWithItsVersion();
+    void bootloaderAnswersNoCommand();
+    void bootloaderIsRefusedWhileMotorTurns();
+    void bootloaderNeedsPassword();
+    void powerCycleLeavesBootloader();
+    void newFirmwareRestartsDriveWithItsVersion();
 
-    void theSpeedFollowsTheSetPointAlongTheRamp();
-    void inputOneTurnsTheMotorAtTheFixedSpeed();
-    void thePositionRunsWithTheSpeed();
-    void aLiveValueCanBeHeldFast();
+    void speedFollowsSetPointAlongRamp();
+    void inputOneTurnsMotorAtFixedSpeed();
+    void positionRunsWithSpeed();
+    void liveValueCanBeHeldFast();
 
 private:
     QByteArray exchange(const char *hex) { return port->exchange(hex); }
@@ -95,87 +95,87 @@ void TestSimulatedDrive::cleanup()
     bus.reset();
 }
 
-void TestSimulatedDrive::theRightPasswordOpensTheDrive()
+void TestSimulatedDrive::rightPasswordOpensDrive()
 {
     QCOMPARE(exchange("09 03 00 00 12 67 d0"), QByteArray("89 03 00 d9"));
     QCOMPARE(command("get 3 access"), QByteArray("ok 1"));
 }
 
-void TestSimulatedDrive::aWrongPasswordIsRefused()
+void TestSimulatedDrive::wrongPasswordIsRefused()
 {
     QCOMPARE(exchange("09 03 00 00 00 03 5a"), QByteArray("89 03 10 c9"));
     QCOMPARE(command("get 3 access"), QByteArray("ok 0"));
 }
 
-void TestSimulatedDrive::aRefusedTryDoesNotKeepTheRightPasswordOut()
+void TestSimulatedDrive::refusedTryDoesNotKeepRightPasswordOut()
 {
     exchange("09 03 00 00 00 03 5a");
     QCOMPARE(exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestSimulatedDrive::aRefusedTryClosesAnOpenDrive()
+void TestSimulatedDrive::refusedTryClosesOpenDrive()
 {
     open();
     exchange("09 03 00 00 00 03 5a");
     QCOMPARE(command("get 3 access"), QByteArray("ok 0"));
 }
 
-void TestSimulatedDrive::bits23To16OfThePasswordDoNotCount()
+void TestSimulatedDrive::bits23To16OfPasswordDoNotCount()
 {
     command("set 3 password 0x01AB1267");
     QCOMPARE(exchange("09 03 01 00 12 67 d3"), QByteArray("89 03 00 d9"));
 }
 
-void TestSimulatedDrive::aPowerCycleClosesAnOpenDrive()
+void TestSimulatedDrive::powerCycleClosesOpenDrive()
 {
     open();
     command("power-cycle 3");
     QCOMPARE(exchange("04 03 00 0b 47"), QByteArray("84 03 00 0b 00 00 10 f7"));
 }
 
-void TestSimulatedDrive::aDriveKeepsSilentOnRequestsToOthers()
+void TestSimulatedDrive::driveKeepsSilentOnRequestsToOthers()
 {
     port->send("09 04 00 00 12 67 d3");
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedDrive::aReadGivesTheFactoryValue()
+void TestSimulatedDrive::readGivesFactoryValue()
 {
     open();
     QCOMPARE(exchange("04 03 00 0b 47"), QByteArray("84 03 00 0b 00 64 00 a3"));
 }
 
-void TestSimulatedDrive::aReadGivesANegativeValueInTwosComplement()
+void TestSimulatedDrive::readGivesNegativeValueInTwosComplement()
 {
     open();
     QCOMPARE(exchange("04 03 00 50 02"), QByteArray("84 03 00 50 ff fb 00 84"));
 }
 
-void TestSimulatedDrive::aReadWithoutAccessIsMarkedAndGivesNothingAway()
+void TestSimulatedDrive::readWithoutAccessIsMarkedAndGivesNothingAway()
 {
     QCOMPARE(exchange("04 03 00 0b 47"), QByteArray("84 03 00 0b 00 00 10 f7"));
 }
 
-void TestSimulatedDrive::aReadOfALockedParameterIsMarked()
+void TestSimulatedDrive::readOfLockedParameterIsMarked()
 {
     open();
     command("lock 3 11");
     QCOMPARE(exchange("04 03 00 0b 47"), QByteArray("84 03 00 0b 00 00 10 f7"));
 }
 
-void TestSimulatedDrive::aReadOfAnUnknownParameterFails()
+void TestSimulatedDrive::readOfUnknownParameterFails()
 {
     open();
     QCOMPARE(exchange("04 03 7f ff d0"), QByteArray("84 03 7f ff 00 00 20 70"));
 }
 
-void TestSimulatedDrive::aReadOfTheBusAddressGivesTheAddress()
+void TestSimulatedDrive::readOfBusAddressGivesAddress()
 {
     open();
     QCOMPARE(exchange("04 03 00 52 0c"), QByteArray("84 03 00 52 00 03 00 89"));
 }
 
-void TestSimulatedDrive::aWriteChangesTheWorkingMemoryOnly()
+void TestSimulatedDrive::writeChangesWorkingMemoryOnly()
 {
     open();
     // 150 into parameter 11
@@ -184,13 +184,13 @@ void TestSimulatedDrive::aWriteChangesTheWorkingMemoryOnly()
     QCOMPARE(bus->flash(3, 11), 100);
 }
 
-void TestSimulatedDrive::aWriteWithoutAccessIsMarked()
+void TestSimulatedDrive::writeWithoutAccessIsMarked()
 {
     QCOMPARE(exchange("03 03 00 0b 00 96 f2"), QByteArray("83 03 00 0b 00 00 00 00 10 f4"));
     QCOMPARE(bus->memory(3, 11), 100);
 }
 
-void TestSimulatedDrive::aWriteIsRefused_data()
+void TestSimulatedDrive::writeIsRefused_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("reply");
@@ -210,28 +210,28 @@ void TestSimulatedDrive::aWriteIsRefused_data()
                                      << QByteArray("83 03 00 52 00 03 00 00 20 ae");
 }
 
-void TestSimulatedDrive::aWriteIsRefused()
+void TestSimulatedDrive::writeIsRefused()
 {
     QFETCH(QByteArray, request);
     open();
     QTEST(exchange(request.constData()), "reply");
 }
 
-void TestSimulatedDrive::anApplicationFunctionIsWrittenWhileTheInputsAreLow()
+void TestSimulatedDrive::applicationFunctionIsWrittenWhileInputsAreLow()
 {
     open();
     command("inputs 3 0x0C");
     QCOMPARE(exchange("03 03 00 51 00 07 0b"), QByteArray("83 03 00 51 00 07 00 00 00 8b"));
 }
 
-void TestSimulatedDrive::anApplicationFunctionIsRefusedWhileAnInputIsHigh_data()
+void TestSimulatedDrive::applicationFunctionIsRefusedWhileInputIsHigh_data()
 {
     QTest::addColumn<QByteArray>("inputs");
     QTest::newRow("input 1") << QByteArray("inputs 3 0x01");
     QTest::newRow("input 2") << QByteArray("inputs 3 0x02");
 }
 
-void TestSimulatedDrive::anApplicationFunctionIsRefusedWhileAnInputIsHigh()
+void TestSimulatedDrive::applicationFunctionIsRefusedWhileInputIsHigh()
 {
     QFETCH(QByteArray, inputs);
     open();
@@ -240,7 +240,7 @@ void TestSimulatedDrive::anApplicationFunctionIsRefusedWhileAnInputIsHigh()
     QCOMPARE(bus->memory(3, 81), 5);
 }
 
-void TestSimulatedDrive::aWriteThatBreaksTheRisingOrderNamesTheOtherParameter_data()
+void TestSimulatedDrive::writeThatBreaksRisingOrderNamesOtherParameter_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("reply");
@@ -256,14 +256,14 @@ void TestSimulatedDrive::aWriteThatBreaksTheRisingOrderNamesTheOtherParameter_da
         << QByteArray("03 03 00 0b 00 c8 8c") << QByteArray("83 03 00 0b 00 c8 00 00 00 0c");
 }
 
-void TestSimulatedDrive::aWriteThatBreaksTheRisingOrderNamesTheOtherParameter()
+void TestSimulatedDrive::writeThatBreaksRisingOrderNamesOtherParameter()
 {
     QFETCH(QByteArray, request);
     open();
     QTEST(exchange(request.constData()), "reply");
 }
 
-void TestSimulatedDrive::storingKeepsTheValuesOverAPowerCycle()
+void TestSimulatedDrive::storingKeepsValuesOverPowerCycle()
 {
     command("set 3 param 11 150");
     QCOMPARE(exchange("02 03 00 00 12 67 2b"), QByteArray("82 03 00 d0"));
@@ -271,19 +271,19 @@ void TestSimulatedDrive::storingKeepsTheValuesOverAPowerCycle()
     QCOMPARE(bus->memory(3, 11), 150);
 }
 
-void TestSimulatedDrive::valuesNotStoredAreLostAtAPowerCycle()
+void TestSimulatedDrive::valuesNotStoredAreLostAtPowerCycle()
 {
     command("set 3 param 11 150");
     command("power-cycle 3");
     QCOMPARE(bus->memory(3, 11), 100);
 }
 
-void TestSimulatedDrive::storingWithoutAChangeSaysSo()
+void TestSimulatedDrive::storingWithoutChangeSaysSo()
 {
     QCOMPARE(exchange("02 03 00 00 12 67 2b"), QByteArray("82 03 20 f0"));
 }
 
-void TestSimulatedDrive::storingWithAWrongPasswordIsRefused()
+void TestSimulatedDrive::storingWithWrongPasswordIsRefused()
 {
     command("set 3 param 11 150");
     QCOMPARE(exchange("02 03 00 00 00 03 5d"), QByteArray("82 03 10 c0"));
@@ -305,7 +305,7 @@ void TestSimulatedDrive::storingIntoBrokenFlashFails()
     QCOMPARE(bus->flash(3, 11), 100);
 }
 
-void TestSimulatedDrive::aFactoryResetRestoresWorkingMemoryAndFlash()
+void TestSimulatedDrive::factoryResetRestoresWorkingMemoryAndFlash()
 {
     command("set 3 param 11 150");
     command("set 3 flash 11 160");
@@ -314,14 +314,14 @@ void TestSimulatedDrive::aFactoryResetRestoresWorkingMemoryAndFlash()
     QCOMPARE(bus->flash(3, 11), 100);
 }
 
-void TestSimulatedDrive::aFactoryResetWithAWrongPasswordIsRefused()
+void TestSimulatedDrive::factoryResetWithWrongPasswordIsRefused()
 {
     command("set 3 param 11 150");
     QCOMPARE(exchange("06 03 00 00 00 03 59"), QByteArray("86 03 10 cc"));
     QCOMPARE(bus->memory(3, 11), 150);
 }
 
-void TestSimulatedDrive::theReplyToAnAddressChangeStillComesFromTheOldAddress()
+void TestSimulatedDrive::replyToAddressChangeStillComesFromOldAddress()
 {
     open();
     QCOMPARE(exchange("03 03 00 52 00 09 34"), QByteArray("83 03 00 52 00 09 00 00 00 b4"));
@@ -330,7 +330,7 @@ void TestSimulatedDrive::theReplyToAnAddressChangeStillComesFromTheOldAddress()
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedDrive::aNewAddressOutlivesAPowerCycle()
+void TestSimulatedDrive::newAddressOutlivesPowerCycle()
 {
     open();
     exchange("03 03 00 52 00 09 34");
@@ -338,7 +338,7 @@ void TestSimulatedDrive::aNewAddressOutlivesAPowerCycle()
     QCOMPARE(exchange("09 09 00 00 12 67 de"), QByteArray("89 09 00 c7"));
 }
 
-void TestSimulatedDrive::aNewPasswordTakesTheOldOnesPlace()
+void TestSimulatedDrive::newPasswordTakesOldOnesPlace()
 {
     // 4711 becomes 5
     QCOMPARE(exchange("0c 03 00 00 12 67 00 00 00 05 d8"), QByteArray("8c 03 00 da"));
@@ -346,13 +346,13 @@ void TestSimulatedDrive::aNewPasswordTakesTheOldOnesPlace()
     QCOMPARE(exchange("09 03 00 00 00 05 44"), QByteArray("89 03 00 d9"));
 }
 
-void TestSimulatedDrive::aNewPasswordNeedsTheOldOne()
+void TestSimulatedDrive::newPasswordNeedsOldOne()
 {
     QCOMPARE(exchange("0c 03 00 00 00 03 00 00 00 05 42"), QByteArray("8c 03 10 ca"));
     QCOMPARE(command("get 3 password"), QByteArray("ok 4711"));
 }
 
-void TestSimulatedDrive::theStatusShowsTheBitsOfTheDrive()
+void TestSimulatedDrive::statusShowsBitsOfDrive()
 {
     open();
     QCOMPARE(exchange("05 03 5d"), QByteArray("85 03 80 00 5d"));
@@ -360,7 +360,7 @@ void TestSimulatedDrive::theStatusShowsTheBitsOfTheDrive()
     QCOMPARE(exchange("05 03 5d"), QByteArray("85 03 41 00 9c"));
 }
 
-void TestSimulatedDrive::theStatusTellsOfAChecksumErrorOnce()
+void TestSimulatedDrive::statusTellsOfChecksumErrorOnce()
 {
     open();
     exchange("05 03 00");
@@ -368,33 +368,33 @@ void TestSimulatedDrive::theStatusTellsOfAChecksumErrorOnce()
     QCOMPARE(exchange("05 03 5d"), QByteArray("85 03 80 00 5d"));
 }
 
-void TestSimulatedDrive::theStatusIsWithheldWithoutAccess()
+void TestSimulatedDrive::statusIsWithheldWithoutAccess()
 {
     QCOMPARE(exchange("05 03 5d"), QByteArray("85 03 00 10 cd"));
 }
 
 // The last byte is the checksum of the three before it and at once the error bit 0x02.
-void TestSimulatedDrive::aWrongChecksumGivesTheShortErrorReply()
+void TestSimulatedDrive::wrongChecksumGivesShortErrorReply()
 {
     QCOMPARE(exchange("09 03 00 00 12 67 00"), QByteArray("85 03 cf 02"));
     QCOMPARE((0x85 + 0x03 + 0xcf) % 256 ^ 0x55, 0x02);
 }
 
-void TestSimulatedDrive::theSoftwareVersionStandsAtByte18()
+void TestSimulatedDrive::softwareVersionStandsAtByte18()
 {
     const QByteArray reply = QByteArray::fromHex(exchange("07 03 5f"));
     QCOMPARE(reply.size(), 35);
     QCOMPARE(reply.mid(18, 4), QByteArray("V\x01\x02\x03"));
 }
 
-void TestSimulatedDrive::theBootloaderAnswersNoCommand()
+void TestSimulatedDrive::bootloaderAnswersNoCommand()
 {
     QCOMPARE(exchange("0b 03 00 00 12 67 d2"), QByteArray("8b 03 00 db"));
     port->send(OpenDrive3);
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedDrive::theBootloaderIsRefusedWhileTheMotorTurns()
+void TestSimulatedDrive::bootloaderIsRefusedWhileMotorTurns()
 {
     command("set 3 setpoint 1500");
     QTRY_VERIFY(bus->memory(3, 0x8001) > 0);
@@ -402,20 +402,20 @@ void TestSimulatedDrive::theBootloaderIsRefusedWhileTheMotorTurns()
     QCOMPARE(command("get 3 bootloader"), QByteArray("ok 0"));
 }
 
-void TestSimulatedDrive::theBootloaderNeedsThePassword()
+void TestSimulatedDrive::bootloaderNeedsPassword()
 {
     QCOMPARE(exchange("0b 03 00 00 00 03 44"), QByteArray("8b 03 10 cb"));
     QCOMPARE(command("get 3 bootloader"), QByteArray("ok 0"));
 }
 
-void TestSimulatedDrive::aPowerCycleLeavesTheBootloader()
+void TestSimulatedDrive::powerCycleLeavesBootloader()
 {
     exchange("0b 03 00 00 12 67 d2");
     command("power-cycle 3");
     QCOMPARE(exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestSimulatedDrive::newFirmwareRestartsTheDriveWithItsVersion()
+void TestSimulatedDrive::newFirmwareRestartsDriveWithItsVersion()
 {
     exchange("0b 03 00 00 12 67 d2");
     // The programmer knows no address: 0 reaches the drive in its bootloader. The version is V200.
@@ -425,7 +425,7 @@ void TestSimulatedDrive::newFirmwareRestartsTheDriveWithItsVersion()
     QCOMPARE(exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestSimulatedDrive::theSpeedFollowsTheSetPointAlongTheRamp()
+void TestSimulatedDrive::speedFollowsSetPointAlongRamp()
 {
     command("set 3 param 26 30000");
     command("set 3 setpoint 3000");
@@ -434,7 +434,7 @@ void TestSimulatedDrive::theSpeedFollowsTheSetPointAlongTheRamp()
     QCOMPARE(bus->memory(3, 0x8007), 1500);
 }
 
-void TestSimulatedDrive::inputOneTurnsTheMotorAtTheFixedSpeed()
+void TestSimulatedDrive::inputOneTurnsMotorAtFixedSpeed()
 {
     command("set 3 param 26 30000");
     command("set 3 param 1 1");
@@ -442,14 +442,14 @@ void TestSimulatedDrive::inputOneTurnsTheMotorAtTheFixedSpeed()
     QTRY_COMPARE(bus->memory(3, 0x8001), 1200);
 }
 
-void TestSimulatedDrive::thePositionRunsWithTheSpeed()
+void TestSimulatedDrive::positionRunsWithSpeed()
 {
     command("set 3 param 26 30000");
     command("set 3 setpoint 30000");
     QTRY_VERIFY(bus->memory(3, 0x8004) > 5);
 }
 
-void TestSimulatedDrive::aLiveValueCanBeHeldFast()
+void TestSimulatedDrive::liveValueCanBeHeldFast()
 {
     open();
     command("set 3 param 0x800D 513");

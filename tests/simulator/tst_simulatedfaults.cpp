@@ -16,30 +16,30 @@ private slots:
     void init();
     void cleanup();
 
-    void aFaultChangesTheReply_data();
-    void aFaultChangesTheReply();
-    void aSilentDriveDoesNotAnswer();
-    void aSilentDriveStillDoesWhatItIsAsked();
-    void aFaultWithoutEffectLeavesTheDriveAsItWas();
-    void aLateReplyComesAfterItsDelay();
-    void aSplitReplyArrivesInTwoPieces();
+    void faultChangesReply_data();
+    void faultChangesReply();
+    void silentDriveDoesNotAnswer();
+    void silentDriveStillDoesWhatItIsAsked();
+    void faultWithoutEffectLeavesDriveAsItWas();
+    void lateReplyComesAfterItsDelay();
+    void splitReplyArrivesInTwoPieces();
 
-    void aFaultEndsAfterItsCount();
-    void aFaultSparesTheExchangesToSkip();
-    void aFaultOfACommandSparesOtherCommands();
-    void aFaultOfAParameterSparesOtherParameters();
-    void aFaultOfTheBusMeetsEveryDrive();
-    void aFaultOfADriveSparesOtherDrives();
+    void faultEndsAfterItsCount();
+    void faultSparesExchangesToSkip();
+    void faultOfCommandSparesOtherCommands();
+    void faultOfParameterSparesOtherParameters();
+    void faultOfBusMeetsEveryDrive();
+    void faultOfDriveSparesOtherDrives();
     void severalFaultsAddUp();
     void clearedFaultsDisturbNothing();
 
-    void aDriveResetInMidListLosesAccessAndWorkingMemory();
-    void aPulledAdapterHangsUpInMidExchange();
-    void aBabblerSendsUntilItIsSwitchedOff();
-    void aBabblerCanBeCounted();
+    void driveResetInMidListLosesAccessAndWorkingMemory();
+    void pulledAdapterHangsUpInMidExchange();
+    void babblerSendsUntilItIsSwitchedOff();
+    void babblerCanBeCounted();
 
-    void anUnknownFaultIsAnError_data();
-    void anUnknownFaultIsAnError();
+    void unknownFaultIsError_data();
+    void unknownFaultIsError();
 
 private:
     QByteArray exchange(const char *hex) { return port->exchange(hex); }
@@ -66,7 +66,7 @@ void TestSimulatedFaults::cleanup()
     bus.reset();
 }
 
-void TestSimulatedFaults::aFaultChangesTheReply_data()
+void TestSimulatedFaults::faultChangesReply_data()
 {
     QTest::addColumn<QByteArray>("fault");
     QTest::addColumn<QByteArray>("request");
@@ -112,7 +112,7 @@ void TestSimulatedFaults::aFaultChangesTheReply_data()
         << QByteArray("short-error bits=0x04") << read << QByteArray("85 03 c9 04");
 }
 
-void TestSimulatedFaults::aFaultChangesTheReply()
+void TestSimulatedFaults::faultChangesReply()
 {
     QFETCH(QByteArray, fault);
     QFETCH(QByteArray, request);
@@ -120,28 +120,28 @@ void TestSimulatedFaults::aFaultChangesTheReply()
     QTEST(exchange(request.constData()), "reply");
 }
 
-void TestSimulatedFaults::aSilentDriveDoesNotAnswer()
+void TestSimulatedFaults::silentDriveDoesNotAnswer()
 {
     command("fault 3 no-answer");
     port->send("04 03 00 0b 47");
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedFaults::aSilentDriveStillDoesWhatItIsAsked()
+void TestSimulatedFaults::silentDriveStillDoesWhatItIsAsked()
 {
     command("fault 3 no-answer");
     port->send("03 03 00 0b 00 96 f2");
     QTRY_COMPARE(bus->memory(3, 11), 150);
 }
 
-void TestSimulatedFaults::aFaultWithoutEffectLeavesTheDriveAsItWas()
+void TestSimulatedFaults::faultWithoutEffectLeavesDriveAsItWas()
 {
     command("fault 3 flags value=0x20 effect=none");
     QCOMPARE(exchange("03 03 00 0b 00 96 f2"), QByteArray("83 03 00 0b 00 96 00 00 20 12"));
     QCOMPARE(bus->memory(3, 11), 100);
 }
 
-void TestSimulatedFaults::aLateReplyComesAfterItsDelay()
+void TestSimulatedFaults::lateReplyComesAfterItsDelay()
 {
     command("fault 3 late ms=60");
     QElapsedTimer timer;
@@ -152,14 +152,14 @@ void TestSimulatedFaults::aLateReplyComesAfterItsDelay()
     QCOMPARE(reply, parameter11);
 }
 
-void TestSimulatedFaults::aSplitReplyArrivesInTwoPieces()
+void TestSimulatedFaults::splitReplyArrivesInTwoPieces()
 {
     command("fault 3 split at=3 ms=80");
     QCOMPARE(readParameter11(), QByteArray("84 03 00"));
     QCOMPARE(port->receive(), QByteArray("0b 00 64 00 a3"));
 }
 
-void TestSimulatedFaults::aFaultEndsAfterItsCount()
+void TestSimulatedFaults::faultEndsAfterItsCount()
 {
     command("fault 3 truncate bytes=1 count=2");
     QCOMPARE(readParameter11(), QByteArray("84"));
@@ -167,28 +167,28 @@ void TestSimulatedFaults::aFaultEndsAfterItsCount()
     QCOMPARE(readParameter11(), parameter11);
 }
 
-void TestSimulatedFaults::aFaultSparesTheExchangesToSkip()
+void TestSimulatedFaults::faultSparesExchangesToSkip()
 {
     command("fault 3 truncate bytes=1 skip=1 count=1");
     QCOMPARE(readParameter11(), parameter11);
     QCOMPARE(readParameter11(), QByteArray("84"));
 }
 
-void TestSimulatedFaults::aFaultOfACommandSparesOtherCommands()
+void TestSimulatedFaults::faultOfCommandSparesOtherCommands()
 {
     command("fault 3 truncate bytes=1 command=0x05");
     QCOMPARE(readParameter11(), parameter11);
     QCOMPARE(exchange("05 03 5d"), QByteArray("85"));
 }
 
-void TestSimulatedFaults::aFaultOfAParameterSparesOtherParameters()
+void TestSimulatedFaults::faultOfParameterSparesOtherParameters()
 {
     command("fault 3 truncate bytes=1 param=0x0C");
     QCOMPARE(readParameter11(), parameter11);
     QCOMPARE(exchange("04 03 00 0c 46"), QByteArray("84"));
 }
 
-void TestSimulatedFaults::aFaultOfTheBusMeetsEveryDrive()
+void TestSimulatedFaults::faultOfBusMeetsEveryDrive()
 {
     command("add-drive 7");
     command("fault * truncate bytes=1");
@@ -196,7 +196,7 @@ void TestSimulatedFaults::aFaultOfTheBusMeetsEveryDrive()
     QCOMPARE(readParameter11(), QByteArray("84"));
 }
 
-void TestSimulatedFaults::aFaultOfADriveSparesOtherDrives()
+void TestSimulatedFaults::faultOfDriveSparesOtherDrives()
 {
     command("add-drive 7");
     command("fault 3 truncate bytes=1");
@@ -219,7 +219,7 @@ void TestSimulatedFaults::clearedFaultsDisturbNothing()
     QCOMPARE(readParameter11(), parameter11);
 }
 
-void TestSimulatedFaults::aDriveResetInMidListLosesAccessAndWorkingMemory()
+void TestSimulatedFaults::driveResetInMidListLosesAccessAndWorkingMemory()
 {
     command("set 3 param 11 150");
     command("fault 3 reset skip=1");
@@ -229,7 +229,7 @@ void TestSimulatedFaults::aDriveResetInMidListLosesAccessAndWorkingMemory()
     QCOMPARE(exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestSimulatedFaults::aPulledAdapterHangsUpInMidExchange()
+void TestSimulatedFaults::pulledAdapterHangsUpInMidExchange()
 {
     command("fault * pull");
     port->send("04 03 00 0b 47");
@@ -237,7 +237,7 @@ void TestSimulatedFaults::aPulledAdapterHangsUpInMidExchange()
     QVERIFY(bus->portPath().isEmpty());
 }
 
-void TestSimulatedFaults::aBabblerSendsUntilItIsSwitchedOff()
+void TestSimulatedFaults::babblerSendsUntilItIsSwitchedOff()
 {
     command("fault * babble byte=0x2A ms=5");
     QTRY_VERIFY(bus->log().size() > 10);
@@ -246,13 +246,13 @@ void TestSimulatedFaults::aBabblerSendsUntilItIsSwitchedOff()
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedFaults::aBabblerCanBeCounted()
+void TestSimulatedFaults::babblerCanBeCounted()
 {
     command("fault 3 babble byte=0x2A ms=2 count=3");
     QCOMPARE(port->receive(), QByteArray("2a 2a 2a"));
 }
 
-void TestSimulatedFaults::anUnknownFaultIsAnError_data()
+void TestSimulatedFaults::unknownFaultIsError_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::newRow("no such kind") << QByteArray("fault 3 hiccup");
@@ -263,7 +263,7 @@ void TestSimulatedFaults::anUnknownFaultIsAnError_data()
     QTest::newRow("two kinds at once") << QByteArray("fault 3 late flip");
 }
 
-void TestSimulatedFaults::anUnknownFaultIsAnError()
+void TestSimulatedFaults::unknownFaultIsError()
 {
     QFETCH(QByteArray, line);
     QVERIFY(bus->command(line).startsWith("error "));

@@ -15,28 +15,28 @@ class TestSimulatedLine : public QObject
     Q_OBJECT
 
 private slots:
-    void aReplyTakesItsTimeOnTheWire();
-    void theAnsweringTimeCanBeChanged();
-    void theWireTimeOfRequestsAddsUp();
-    void anUnpacedBusAnswersBeforeTheWireTimeIsOver();
+    void replyTakesItsTimeOnWire();
+    void answeringTimeCanBeChanged();
+    void wireTimeOfRequestsAddsUp();
+    void unpacedBusAnswersBeforeWireTimeIsOver();
 
     void requestsInOneWriteAreAnsweredOneByOne();
-    void aRequestInPiecesIsAnswered();
+    void requestInPiecesIsAnswered();
     void garbageIsDroppedAfterSilence();
-    void aRequestBehindGarbageIsLostWithIt();
+    void requestBehindGarbageIsLostWithIt();
     void twoDrivesOfOneAddressGarbleEachOther();
-    void anAddedDriveAnswers();
-    void aRemovedDriveKeepsSilent();
+    void addedDriveAnswers();
+    void removedDriveKeepsSilent();
 
-    void aPulledAdapterHangsUp();
-    void anAdapterPutBackAnswersAgain();
-    void theLinkFollowsTheAdapter();
-    void aReplyWithoutAListenerIsLost();
-    void bytesLeftUnreadAreGoneWhenThePortIsOpenedAgain();
+    void pulledAdapterHangsUp();
+    void adapterPutBackAnswersAgain();
+    void linkFollowsAdapter();
+    void replyWithoutListenerIsLost();
+    void bytesLeftUnreadAreGoneWhenPortIsOpenedAgain();
 
-    void theLogShowsRequestAndReply();
-    void aClearedLogIsEmpty();
-    void theLogKeepsTheNewestEntries();
+    void logShowsRequestAndReply();
+    void clearedLogIsEmpty();
+    void logKeepsNewestEntries();
     void manyThreadsMayAskAtOnce();
 
 private:
@@ -77,7 +77,7 @@ qint64 TestSimulatedLine::replyTime(const char *request)
     return log.size() == 2 ? log.last().us - log.first().us : -1;
 }
 
-void TestSimulatedLine::aReplyTakesItsTimeOnTheWire()
+void TestSimulatedLine::replyTakesItsTimeOnWire()
 {
     startPaced();
     // 7 bytes there, 1 ms in the drive, 4 bytes back
@@ -86,14 +86,14 @@ void TestSimulatedLine::aReplyTakesItsTimeOnTheWire()
     QVERIFY(replyTime("07 03 5f") >= 3 * ByteUs + 1000 + 35 * ByteUs);
 }
 
-void TestSimulatedLine::theAnsweringTimeCanBeChanged()
+void TestSimulatedLine::answeringTimeCanBeChanged()
 {
     startPaced();
     QCOMPARE(bus->command("turnaround 30000"), QByteArray("ok"));
     QVERIFY(replyTime(OpenDrive3) >= 30000 + 11 * ByteUs);
 }
 
-void TestSimulatedLine::theWireTimeOfRequestsAddsUp()
+void TestSimulatedLine::wireTimeOfRequestsAddsUp()
 {
     startPaced();
     port->send("07 03 5f 07 03 5f 07 03 5f 07 03 5f");
@@ -102,7 +102,7 @@ void TestSimulatedLine::theWireTimeOfRequestsAddsUp()
     QVERIFY(log.last().us - log.first().us >= 4 * 3 * ByteUs + 1000 + 35 * ByteUs);
 }
 
-void TestSimulatedLine::anUnpacedBusAnswersBeforeTheWireTimeIsOver()
+void TestSimulatedLine::unpacedBusAnswersBeforeWireTimeIsOver()
 {
     z7sim::BusConfig config = busWithDrive3(definitions.folder());
     config.turnaroundUs = 500000;
@@ -117,7 +117,7 @@ void TestSimulatedLine::requestsInOneWriteAreAnsweredOneByOne()
     QCOMPARE(port->exchange("09 03 00 00 12 67 d0 05 03 5d"), QByteArray("89 03 00 d9 85 03 80 00 5d"));
 }
 
-void TestSimulatedLine::aRequestInPiecesIsAnswered()
+void TestSimulatedLine::requestInPiecesIsAnswered()
 {
     startUnpaced();
     port->send("09 03 00");
@@ -135,7 +135,7 @@ void TestSimulatedLine::garbageIsDroppedAfterSilence()
     QCOMPARE(port->exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestSimulatedLine::aRequestBehindGarbageIsLostWithIt()
+void TestSimulatedLine::requestBehindGarbageIsLostWithIt()
 {
     startUnpaced();
     port->send("ff 09 03 00 00 12 67 d1");
@@ -150,7 +150,7 @@ void TestSimulatedLine::twoDrivesOfOneAddressGarbleEachOther()
     QCOMPARE(port->exchange(OpenDrive3), QByteArray("89 01 00 00 d9"));
 }
 
-void TestSimulatedLine::anAddedDriveAnswers()
+void TestSimulatedLine::addedDriveAnswers()
 {
     startUnpaced();
     z7sim::DriveConfig drive;
@@ -160,7 +160,7 @@ void TestSimulatedLine::anAddedDriveAnswers()
     QCOMPARE(port->exchange("09 09 00 00 00 09 4e"), QByteArray("89 09 00 c7"));
 }
 
-void TestSimulatedLine::aRemovedDriveKeepsSilent()
+void TestSimulatedLine::removedDriveKeepsSilent()
 {
     startUnpaced();
     QCOMPARE(bus->command("remove 3"), QByteArray("ok"));
@@ -168,7 +168,7 @@ void TestSimulatedLine::aRemovedDriveKeepsSilent()
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedLine::aPulledAdapterHangsUp()
+void TestSimulatedLine::pulledAdapterHangsUp()
 {
     startUnpaced();
     QVERIFY(!port->isHungUp());
@@ -177,7 +177,7 @@ void TestSimulatedLine::aPulledAdapterHangsUp()
     QVERIFY(bus->portPath().isEmpty());
 }
 
-void TestSimulatedLine::anAdapterPutBackAnswersAgain()
+void TestSimulatedLine::adapterPutBackAnswersAgain()
 {
     startUnpaced();
     bus->command("pull");
@@ -188,7 +188,7 @@ void TestSimulatedLine::anAdapterPutBackAnswersAgain()
     QCOMPARE(port->exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestSimulatedLine::theLinkFollowsTheAdapter()
+void TestSimulatedLine::linkFollowsAdapter()
 {
     const QTemporaryDir folder;
     z7sim::BusConfig config = busWithDrive3(definitions.folder());
@@ -203,7 +203,7 @@ void TestSimulatedLine::theLinkFollowsTheAdapter()
     QVERIFY(!QFileInfo(config.link).isSymLink());
 }
 
-void TestSimulatedLine::aReplyWithoutAListenerIsLost()
+void TestSimulatedLine::replyWithoutListenerIsLost()
 {
     startUnpaced();
     bus->command("fault 3 late ms=50 count=1");
@@ -215,7 +215,7 @@ void TestSimulatedLine::aReplyWithoutAListenerIsLost()
     QVERIFY(port->staysSilent());
 }
 
-void TestSimulatedLine::bytesLeftUnreadAreGoneWhenThePortIsOpenedAgain()
+void TestSimulatedLine::bytesLeftUnreadAreGoneWhenPortIsOpenedAgain()
 {
     startUnpaced();
     port->send(OpenDrive3);
@@ -225,7 +225,7 @@ void TestSimulatedLine::bytesLeftUnreadAreGoneWhenThePortIsOpenedAgain()
     QCOMPARE(port->exchange("07 04 5e 05 03 5d"), QByteArray("85 03 80 00 5d"));
 }
 
-void TestSimulatedLine::theLogShowsRequestAndReply()
+void TestSimulatedLine::logShowsRequestAndReply()
 {
     startUnpaced();
     port->exchange("09 03 00 00 12 67 d0");
@@ -240,7 +240,7 @@ void TestSimulatedLine::theLogShowsRequestAndReply()
     QVERIFY(bus->command("log").endsWith(" < 3 89 03 00 d9\n."));
 }
 
-void TestSimulatedLine::aClearedLogIsEmpty()
+void TestSimulatedLine::clearedLogIsEmpty()
 {
     startUnpaced();
     port->exchange(OpenDrive3);
@@ -248,7 +248,7 @@ void TestSimulatedLine::aClearedLogIsEmpty()
     QVERIFY(bus->log().isEmpty());
 }
 
-void TestSimulatedLine::theLogKeepsTheNewestEntries()
+void TestSimulatedLine::logKeepsNewestEntries()
 {
     z7sim::WireLog log;
     for (int i = 0; i <= int(z7sim::WireLog::Limit); ++i)

@@ -14,22 +14,22 @@ class TestSimulatorConfiguration : public QObject
     Q_OBJECT
 
 private slots:
-    void aDriveOnTheCommandLineHasItsEntries();
-    void aDriveWithoutAPasswordHasItsAddressAsPassword();
-    void aWrongDriveIsAnError_data();
-    void aWrongDriveIsAnError();
-    void aFileDescribesBusDrivesAndCommands();
-    void aBrokenFileIsAnError();
+    void driveOnCommandLineHasItsEntries();
+    void driveWithoutPasswordHasItsAddressAsPassword();
+    void wrongDriveIsError_data();
+    void wrongDriveIsError();
+    void fileDescribesBusDrivesAndCommands();
+    void brokenFileIsError();
 
-    void aDefinitionLineIsReadAsItsColumnsSay();
-    void aLineThatDefinesNothingIsSkipped_data();
-    void aLineThatDefinesNothingIsSkipped();
-    void emptyLimitsOfASignedRowAreSymmetric();
+    void definitionLineIsReadAsItsColumnsSay();
+    void lineThatDefinesNothingIsSkipped_data();
+    void lineThatDefinesNothingIsSkipped();
+    void emptyLimitsOfSignedRowAreSymmetric();
     void everyDriveHasModeAddressAndLiveValues();
-    void aDriveWithoutItsDefinitionFileIsNotAdded();
+    void driveWithoutItsDefinitionFileIsNotAdded();
 
-    void aCommandAnswers_data();
-    void aCommandAnswers();
+    void commandAnswers_data();
+    void commandAnswers();
 
 private:
     QString write(const QByteArray &text);
@@ -45,7 +45,7 @@ QString TestSimulatorConfiguration::write(const QByteArray &text)
     return file.fileName();
 }
 
-void TestSimulatorConfiguration::aDriveOnTheCommandLineHasItsEntries()
+void TestSimulatorConfiguration::driveOnCommandLineHasItsEntries()
 {
     DriveConfig drive;
     QCOMPARE(parseDrive(
@@ -60,14 +60,14 @@ void TestSimulatorConfiguration::aDriveOnTheCommandLineHasItsEntries()
     QCOMPARE(drive.surroundings.lockedParameters, (QSet<int> {30, 32}));
 }
 
-void TestSimulatorConfiguration::aDriveWithoutAPasswordHasItsAddressAsPassword()
+void TestSimulatorConfiguration::driveWithoutPasswordHasItsAddressAsPassword()
 {
     SimulatedBus bus;
     bus.command("add-drive 9");
     QCOMPARE(bus.command("get 9 password"), QByteArray("ok 9"));
 }
 
-void TestSimulatorConfiguration::aWrongDriveIsAnError_data()
+void TestSimulatorConfiguration::wrongDriveIsError_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("address 0") << QByteArray("0");
@@ -79,14 +79,14 @@ void TestSimulatorConfiguration::aWrongDriveIsAnError_data()
     QTest::newRow("parameter without a number") << QByteArray("3,param.x=1");
 }
 
-void TestSimulatorConfiguration::aWrongDriveIsAnError()
+void TestSimulatorConfiguration::wrongDriveIsError()
 {
     QFETCH(QByteArray, text);
     DriveConfig drive;
     QVERIFY(!parseDrive(text, drive).isEmpty());
 }
 
-void TestSimulatorConfiguration::aFileDescribesBusDrivesAndCommands()
+void TestSimulatorConfiguration::fileDescribesBusDrivesAndCommands()
 {
     const QString file = write(R"({
         "definitions": "somewhere", "paced": false, "turnaroundUs": 250, "link": "port", "control": "socket",
@@ -107,14 +107,14 @@ void TestSimulatorConfiguration::aFileDescribesBusDrivesAndCommands()
     QCOMPARE(configuration.bus.drives.at(1).surroundings.setPoint, std::optional<int>(1500));
 }
 
-void TestSimulatorConfiguration::aBrokenFileIsAnError()
+void TestSimulatorConfiguration::brokenFileIsError()
 {
     Configuration configuration;
     QVERIFY(!readConfiguration(write("{ \"drives\": ["), configuration).isEmpty());
     QVERIFY(!readConfiguration(folder.filePath(QStringLiteral("missing")), configuration).isEmpty());
 }
 
-void TestSimulatorConfiguration::aDefinitionLineIsReadAsItsColumnsSay()
+void TestSimulatorConfiguration::definitionLineIsReadAsItsColumnsSay()
 {
     const Definitions definitions =
         loadDefinitions(write("7;\"Name\";rpm;-3;-10;20;\"Signed\";0;\"r\";0;text;\n"));
@@ -128,7 +128,7 @@ void TestSimulatorConfiguration::aDefinitionLineIsReadAsItsColumnsSay()
     QVERIFY(row.isReadOnly);
 }
 
-void TestSimulatorConfiguration::aLineThatDefinesNothingIsSkipped_data()
+void TestSimulatorConfiguration::lineThatDefinesNothingIsSkipped_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::newRow("header") << QByteArray("Number;Name;;;;;;;;0;\n");
@@ -136,13 +136,13 @@ void TestSimulatorConfiguration::aLineThatDefinesNothingIsSkipped_data()
     QTest::newRow("no column behind the variant") << QByteArray("7;Name;rpm;0;;;Signed;0;;0\n");
 }
 
-void TestSimulatorConfiguration::aLineThatDefinesNothingIsSkipped()
+void TestSimulatorConfiguration::lineThatDefinesNothingIsSkipped()
 {
     QFETCH(QByteArray, line);
     QVERIFY(loadDefinitions(write(line)).isEmpty());
 }
 
-void TestSimulatorConfiguration::emptyLimitsOfASignedRowAreSymmetric()
+void TestSimulatorConfiguration::emptyLimitsOfSignedRowAreSymmetric()
 {
     const Definition row = loadDefinitions(write("7;Name;rpm;0;;;Signed;1;;0;\n")).value(7);
     QCOMPARE(row.minimum, -32767);
@@ -158,7 +158,7 @@ void TestSimulatorConfiguration::everyDriveHasModeAddressAndLiveValues()
     QVERIFY(!definitions.value(0x52).isReadOnly);
 }
 
-void TestSimulatorConfiguration::aDriveWithoutItsDefinitionFileIsNotAdded()
+void TestSimulatorConfiguration::driveWithoutItsDefinitionFileIsNotAdded()
 {
     BusConfig config;
     config.definitionFolder = folder.path();
@@ -169,7 +169,7 @@ void TestSimulatorConfiguration::aDriveWithoutItsDefinitionFileIsNotAdded()
     QVERIFY(bus.errorText().contains(QStringLiteral("Z7ParamDef_V999.csv")));
 }
 
-void TestSimulatorConfiguration::aCommandAnswers_data()
+void TestSimulatorConfiguration::commandAnswers_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QByteArray>("answer");
@@ -187,7 +187,7 @@ void TestSimulatorConfiguration::aCommandAnswers_data()
         << QByteArray("inputs 3") << QByteArray("error usage: inputs ADDRESS N");
 }
 
-void TestSimulatorConfiguration::aCommandAnswers()
+void TestSimulatorConfiguration::commandAnswers()
 {
     QFETCH(QByteArray, line);
     const TestDefinitions definitions;

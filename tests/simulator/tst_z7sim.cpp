@@ -18,14 +18,14 @@ private slots:
     void init();
     void cleanup();
 
-    void theFirstLineNamesThePort();
-    void theLinkIsGoneAfterTheEnd();
+    void firstLineNamesPort();
+    void linkIsGoneAfterEnd();
     void standardInputTakesCommands();
-    void theControlSocketTakesCommands();
-    void aCommandOfTheCommandLineIsCarriedOut();
-    void quitEndsTheProgram();
-    void aTerminationSignalEndsTheProgramCleanly();
-    void aWrongDriveIsRefused();
+    void controlSocketTakesCommands();
+    void commandOfCommandLineIsCarriedOut();
+    void quitEndsProgram();
+    void terminationSignalEndsProgramCleanly();
+    void wrongDriveIsRefused();
 
 private:
     void start(const QStringList &more = {});
@@ -93,14 +93,14 @@ QByteArray TestZ7Sim::askSocket(const QByteArray &line)
     return answer.left(int(count)).trimmed();
 }
 
-void TestZ7Sim::theFirstLineNamesThePort()
+void TestZ7Sim::firstLineNamesPort()
 {
     start();
     SlavePort slave(port);
     QCOMPARE(slave.exchange(OpenDrive3), QByteArray(Opened));
 }
 
-void TestZ7Sim::theLinkIsGoneAfterTheEnd()
+void TestZ7Sim::linkIsGoneAfterEnd()
 {
     start();
     QCOMPARE(QFileInfo(link()).symLinkTarget(), port);
@@ -116,19 +116,19 @@ void TestZ7Sim::standardInputTakesCommands()
     QCOMPARE(ask("get 3 param 11"), QByteArray("ok 100"));
 }
 
-void TestZ7Sim::theControlSocketTakesCommands()
+void TestZ7Sim::controlSocketTakesCommands()
 {
     start();
     QCOMPARE(askSocket("get 3 param 11"), QByteArray("ok 100"));
 }
 
-void TestZ7Sim::aCommandOfTheCommandLineIsCarriedOut()
+void TestZ7Sim::commandOfCommandLineIsCarriedOut()
 {
     start({QStringLiteral("--command"), QStringLiteral("set 3 param 11 150")});
     QCOMPARE(ask("get 3 param 11"), QByteArray("ok 150"));
 }
 
-void TestZ7Sim::quitEndsTheProgram()
+void TestZ7Sim::quitEndsProgram()
 {
     start();
     QCOMPARE(ask("quit"), QByteArray("ok"));
@@ -136,7 +136,7 @@ void TestZ7Sim::quitEndsTheProgram()
     QCOMPARE(program->exitCode(), 0);
 }
 
-void TestZ7Sim::aTerminationSignalEndsTheProgramCleanly()
+void TestZ7Sim::terminationSignalEndsProgramCleanly()
 {
     start();
     program->terminate();
@@ -145,7 +145,7 @@ void TestZ7Sim::aTerminationSignalEndsTheProgramCleanly()
     QVERIFY(!QFileInfo(link()).isSymLink());
 }
 
-void TestZ7Sim::aWrongDriveIsRefused()
+void TestZ7Sim::wrongDriveIsRefused()
 {
     program->setProcessChannelMode(QProcess::SeparateChannels);
     program->start(QStringLiteral(Z7SIM_PROGRAM), {QStringLiteral("--drive"), QStringLiteral("0")});
