@@ -128,42 +128,42 @@ class TestSamples : public QObject
 private slots:
     void bytesAreLatin1AndNotUtf8_data() { addVersions(); }
     void bytesAreLatin1AndNotUtf8();
-    void linesEndWithABareLineFeed_data() { addVersions(); }
-    void linesEndWithABareLineFeed();
-    void everyLineHasASeparatorBehindItsLastText_data() { addVersions(); }
-    void everyLineHasASeparatorBehindItsLastText();
+    void linesEndWithBareLineFeed_data() { addVersions(); }
+    void linesEndWithBareLineFeed();
+    void everyLineHasSeparatorBehindItsLastText_data() { addVersions(); }
+    void everyLineHasSeparatorBehindItsLastText();
     void headerIsNoParameter_data() { addVersions(); }
     void headerIsNoParameter();
     void onlyTextColumnsStandInQuotes_data() { addVersions(); }
     void onlyTextColumnsStandInQuotes();
-    void fileHasTheRowsThatTheReadmeTells_data();
-    void fileHasTheRowsThatTheReadmeTells();
-    void skippedRowWouldOverwriteTheRowInUse_data() { addVersions(); }
-    void skippedRowWouldOverwriteTheRowInUse();
+    void fileHasRowsThatReadmeTells_data();
+    void fileHasRowsThatReadmeTells();
+    void skippedRowWouldOverwriteRowInUse_data() { addVersions(); }
+    void skippedRowWouldOverwriteRowInUse();
 
     void numbersAreUnique_data() { addVersions(); }
     void numbersAreUnique();
-    void everyParameterHasANameOfItsOwn_data() { addVersions(); }
-    void everyParameterHasANameOfItsOwn();
-    void limitsFitTheSixteenBitsOfTheWire_data() { addVersions(); }
-    void limitsFitTheSixteenBitsOfTheWire();
-    void factoryValueLiesWithinTheLimits_data() { addVersions(); }
-    void factoryValueLiesWithinTheLimits();
+    void everyParameterHasNameOfItsOwn_data() { addVersions(); }
+    void everyParameterHasNameOfItsOwn();
+    void limitsFitSixteenBitsOfWire_data() { addVersions(); }
+    void limitsFitSixteenBitsOfWire();
+    void factoryValueLiesWithinLimits_data() { addVersions(); }
+    void factoryValueLiesWithinLimits();
     void everyKindOfRowOccurs_data();
     void everyKindOfRowOccurs();
 
     void pageFindsItsParameters_data() { addVersionsTimes(pageParameters); }
     void pageFindsItsParameters();
-    void liveValuesAreReadOnlyAndHaveAUnit_data() { addVersions(); }
-    void liveValuesAreReadOnlyAndHaveAUnit();
-    void onlyTheBusAddressIsReadOnlyOnAPage_data() { addVersions(); }
-    void onlyTheBusAddressIsReadOnlyOnAPage();
-    void modesCarryTheNumbersThatThePagesSpeakOf_data();
-    void modesCarryTheNumbersThatThePagesSpeakOf();
-    void everyValueOfAnEnumerationHasAText_data() { addVersions(); }
-    void everyValueOfAnEnumerationHasAText();
-    void curveLimitsAreThoseOfTheCurvePages_data();
-    void curveLimitsAreThoseOfTheCurvePages();
+    void liveValuesAreReadOnlyAndHaveUnit_data() { addVersions(); }
+    void liveValuesAreReadOnlyAndHaveUnit();
+    void onlyBusAddressIsReadOnlyOnPage_data() { addVersions(); }
+    void onlyBusAddressIsReadOnlyOnPage();
+    void modesCarryNumbersThatPagesSpeakOf_data();
+    void modesCarryNumbersThatPagesSpeakOf();
+    void everyValueOfEnumerationHasText_data() { addVersions(); }
+    void everyValueOfEnumerationHasText();
+    void curveLimitsAreThoseOfCurvePages_data();
+    void curveLimitsAreThoseOfCurvePages();
     void factoryCurvesRise_data();
     void factoryCurvesRise();
     void brakeResistorSwitchesOffBelowWhereItSwitchesOn_data() { addVersions(); }
@@ -183,7 +183,7 @@ void TestSamples::bytesAreLatin1AndNotUtf8()
     QVERIFY2(!text.contains(strange), qPrintable(strange.match(text).captured()));
 }
 
-void TestSamples::linesEndWithABareLineFeed()
+void TestSamples::linesEndWithBareLineFeed()
 {
     QFETCH(QString, version);
     const QByteArray bytes = bytesOf(version);
@@ -191,7 +191,7 @@ void TestSamples::linesEndWithABareLineFeed()
     QVERIFY(!bytes.contains('\r'));
 }
 
-void TestSamples::everyLineHasASeparatorBehindItsLastText()
+void TestSamples::everyLineHasSeparatorBehindItsLastText()
 {
     QFETCH(QString, version);
     const QStringList lines = linesOf(version);
@@ -224,7 +224,7 @@ void TestSamples::onlyTextColumnsStandInQuotes()
         QVERIFY2(form.match(line).hasMatch(), qPrintable(line));
 }
 
-void TestSamples::fileHasTheRowsThatTheReadmeTells_data()
+void TestSamples::fileHasRowsThatReadmeTells_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<int>("inUse");
@@ -233,7 +233,7 @@ void TestSamples::fileHasTheRowsThatTheReadmeTells_data()
     QTest::newRow("V200") << "V200" << 78 << 2;
 }
 
-void TestSamples::fileHasTheRowsThatTheReadmeTells()
+void TestSamples::fileHasRowsThatReadmeTells()
 {
     QFETCH(QString, version);
     QFETCH(int, inUse);
@@ -244,7 +244,7 @@ void TestSamples::fileHasTheRowsThatTheReadmeTells()
 }
 
 // Behind the row in use and unlike it, so that a reader that takes every variant is found out.
-void TestSamples::skippedRowWouldOverwriteTheRowInUse()
+void TestSamples::skippedRowWouldOverwriteRowInUse()
 {
     QFETCH(QString, version);
     const QStringList lines = linesOf(version);
@@ -268,7 +268,7 @@ void TestSamples::numbersAreUnique()
     }
 }
 
-void TestSamples::everyParameterHasANameOfItsOwn()
+void TestSamples::everyParameterHasNameOfItsOwn()
 {
     QFETCH(QString, version);
     QSet<QString> seen;
@@ -281,7 +281,7 @@ void TestSamples::everyParameterHasANameOfItsOwn()
     }
 }
 
-void TestSamples::limitsFitTheSixteenBitsOfTheWire()
+void TestSamples::limitsFitSixteenBitsOfWire()
 {
     QFETCH(QString, version);
     const QList<Row> rows = rowsOf(version);
@@ -293,7 +293,7 @@ void TestSamples::limitsFitTheSixteenBitsOfTheWire()
     }
 }
 
-void TestSamples::factoryValueLiesWithinTheLimits()
+void TestSamples::factoryValueLiesWithinLimits()
 {
     QFETCH(QString, version);
     const QList<Row> rows = rowsOf(version);
@@ -346,7 +346,7 @@ void TestSamples::pageFindsItsParameters()
         QVERIFY2(!rowOf(version, number).columns.isEmpty(), qPrintable(QString::number(number, 16)));
 }
 
-void TestSamples::liveValuesAreReadOnlyAndHaveAUnit()
+void TestSamples::liveValuesAreReadOnlyAndHaveUnit()
 {
     QFETCH(QString, version);
     for (int number : liveValues) {
@@ -357,7 +357,7 @@ void TestSamples::liveValuesAreReadOnlyAndHaveAUnit()
 }
 
 // A factory value or a parameter file that carried the address along would move the drive on the bus.
-void TestSamples::onlyTheBusAddressIsReadOnlyOnAPage()
+void TestSamples::onlyBusAddressIsReadOnlyOnPage()
 {
     QFETCH(QString, version);
     QSet<int> readOnly;
@@ -372,7 +372,7 @@ void TestSamples::onlyTheBusAddressIsReadOnlyOnAPage()
     QCOMPARE(rowOf(version, 0x52).maximum(), 255);
 }
 
-void TestSamples::modesCarryTheNumbersThatThePagesSpeakOf_data()
+void TestSamples::modesCarryNumbersThatPagesSpeakOf_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("text");
@@ -383,7 +383,7 @@ void TestSamples::modesCarryTheNumbersThatThePagesSpeakOf_data()
     QTest::newRow("positioning backwards") << 6 << "Positionierung Gegenrichtung";
 }
 
-void TestSamples::modesCarryTheNumbersThatThePagesSpeakOf()
+void TestSamples::modesCarryNumbersThatPagesSpeakOf()
 {
     QFETCH(int, mode);
     QFETCH(QString, text);
@@ -393,7 +393,7 @@ void TestSamples::modesCarryTheNumbersThatThePagesSpeakOf()
     }
 }
 
-void TestSamples::everyValueOfAnEnumerationHasAText()
+void TestSamples::everyValueOfEnumerationHasText()
 {
     QFETCH(QString, version);
     int enumerations = 0;
@@ -409,7 +409,7 @@ void TestSamples::everyValueOfAnEnumerationHasAText()
     QVERIFY(enumerations >= 6);
 }
 
-void TestSamples::curveLimitsAreThoseOfTheCurvePages_data()
+void TestSamples::curveLimitsAreThoseOfCurvePages_data()
 {
     QTest::addColumn<QList<int>>("numbers");
     QTest::addColumn<int>("minimum");
@@ -419,7 +419,7 @@ void TestSamples::curveLimitsAreThoseOfTheCurvePages_data()
     QTest::newRow("currents") << QList<int> {0x29, 0x2A, 0x2B, 0x2C, 0x2D} << 0 << 100;
 }
 
-void TestSamples::curveLimitsAreThoseOfTheCurvePages()
+void TestSamples::curveLimitsAreThoseOfCurvePages()
 {
     QFETCH(QList<int>, numbers);
     QFETCH(int, minimum);
