@@ -74,17 +74,17 @@ class TestListedPorts : public QObject
 
 private slots:
     void pluggedAdapterIsListedWithItsDescription();
-    void portOnTheBoardHasNoVendor();
-    void portsAreListedByNameWhateverTheOrderOfPlugging();
+    void portOnBoardHasNoVendor();
+    void portsAreListedByNameWhateverOrderOfPlugging();
     void bytesPassBothWaysAt115200BaudWithEvenParity();
     void openPortIsBusyUntilItIsClosed();
-    void portInUseDoesNotOpenASecondTime();
+    void portInUseDoesNotOpenSecondTime();
     void pulledAdapterIsNeitherListedNorOpened();
     void portWithoutPseudoTerminalIsListedButDoesNotOpen();
     void pulledAdapterMayBeTriedAnyNumberOfTimes();
     void portWithoutNameDoesNotOpen();
     void adapterPluggedInAgainOpens();
-    void portsOfTheMachineComeBackAtTheEnd();
+    void portsOfMachineComeBackAtEnd();
 };
 
 void TestListedPorts::pluggedAdapterIsListedWithItsDescription()
@@ -100,7 +100,7 @@ void TestListedPorts::pluggedAdapterIsListedWithItsDescription()
     QCOMPARE(port.manufacturer(), QStringLiteral("FTDI"));
 }
 
-void TestListedPorts::portOnTheBoardHasNoVendor()
+void TestListedPorts::portOnBoardHasNoVendor()
 {
     ListedPorts ports;
     ports.addOnBoard(QStringLiteral("ttyS0"), QString());
@@ -108,7 +108,7 @@ void TestListedPorts::portOnTheBoardHasNoVendor()
     QVERIFY(!QSerialPortInfo(QStringLiteral("ttyS0")).hasVendorIdentifier());
 }
 
-void TestListedPorts::portsAreListedByNameWhateverTheOrderOfPlugging()
+void TestListedPorts::portsAreListedByNameWhateverOrderOfPlugging()
 {
     ListedPorts ports;
     ports.plugUsb(second, QString(), ListedPorts::otherAdapter());
@@ -152,7 +152,7 @@ void TestListedPorts::openPortIsBusyUntilItIsClosed()
     QVERIFY(!QSerialPortInfo(first).isBusy());
 }
 
-void TestListedPorts::portInUseDoesNotOpenASecondTime()
+void TestListedPorts::portInUseDoesNotOpenSecondTime()
 {
     const PseudoTerminal drive;
     ListedPorts ports;
@@ -216,7 +216,7 @@ void TestListedPorts::adapterPluggedInAgainOpens()
     QVERIFY(openAsTheProgramDoes(port, first));
 }
 
-void TestListedPorts::portsOfTheMachineComeBackAtTheEnd()
+void TestListedPorts::portsOfMachineComeBackAtEnd()
 {
     const QStringList before = listedNames();
     {
