@@ -64,18 +64,18 @@ class TestTexts : public QObject
     Q_OBJECT
 
 private slots:
-    void everyTextOfTheSourcesIsListed_data();
-    void everyTextOfTheSourcesIsListed();
+    void everyTextOfSourcesIsListed_data();
+    void everyTextOfSourcesIsListed();
 };
 
-void TestTexts::everyTextOfTheSourcesIsListed_data()
+void TestTexts::everyTextOfSourcesIsListed_data()
 {
     QTest::addColumn<QString>("folder");
     for (const char *folder : {"control", "model", "pages", "shell"})
         QTest::newRow(folder) << QString::fromLatin1(folder);
 }
 
-void TestTexts::everyTextOfTheSourcesIsListed()
+void TestTexts::everyTextOfSourcesIsListed()
 {
     QFETCH(QString, folder);
     const Known known;

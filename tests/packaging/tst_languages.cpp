@@ -73,24 +73,24 @@ QStringList textsOfSample(const QString &version)
 
 } // namespace
 
-class tst_Languages : public QObject
+class TestLanguages : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void everyEntryIsAText_data() { addLanguageRows(); }
-    void everyEntryIsAText();
-    void everyEntryStandsForAGermanText_data() { addLanguageRows(); }
-    void everyEntryStandsForAGermanText();
+    void everyEntryIsText_data() { addLanguageRows(); }
+    void everyEntryIsText();
+    void everyEntryStandsForGermanText_data() { addLanguageRows(); }
+    void everyEntryStandsForGermanText();
     void translationLacksNoText_data();
     void translationLacksNoText();
     void entryHasPlaceholdersOfItsText_data() { addLanguageRows(); }
     void entryHasPlaceholdersOfItsText();
-    void englishHasTheTextsOfTheSamples_data();
-    void englishHasTheTextsOfTheSamples();
+    void englishHasTextsOfSamples_data();
+    void englishHasTextsOfSamples();
 };
 
-void tst_Languages::everyEntryIsAText()
+void TestLanguages::everyEntryIsText()
 {
     QFETCH(QString, language);
     const QSettings settings(languageFile(language), QSettings::IniFormat);
@@ -102,7 +102,7 @@ void tst_Languages::everyEntryIsAText()
         QVERIFY2(!settings.value(key).toString().isEmpty(), qPrintable(key));
 }
 
-void tst_Languages::everyEntryStandsForAGermanText()
+void TestLanguages::everyEntryStandsForGermanText()
 {
     QFETCH(QString, language);
     const QMap<QString, GermanText> german = germanTexts();
@@ -112,12 +112,12 @@ void tst_Languages::everyEntryStandsForAGermanText()
 }
 
 /// Without German, which is in the program itself.
-void tst_Languages::translationLacksNoText_data()
+void TestLanguages::translationLacksNoText_data()
 {
     addLanguageRows(QStringLiteral("deutsch"));
 }
 
-void tst_Languages::translationLacksNoText()
+void TestLanguages::translationLacksNoText()
 {
     QFETCH(QString, language);
     const QMap<QString, QString> translated = translations(language);
@@ -130,7 +130,7 @@ void tst_Languages::translationLacksNoText()
     QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QLatin1Char('\n'))));
 }
 
-void tst_Languages::entryHasPlaceholdersOfItsText()
+void TestLanguages::entryHasPlaceholdersOfItsText()
 {
     QFETCH(QString, language);
     const QMap<QString, QString> translated = translations(language);
@@ -141,14 +141,14 @@ void tst_Languages::entryHasPlaceholdersOfItsText()
     }
 }
 
-void tst_Languages::englishHasTheTextsOfTheSamples_data()
+void TestLanguages::englishHasTextsOfSamples_data()
 {
     QTest::addColumn<QString>("version");
     QTest::newRow("V123") << QStringLiteral("V123");
     QTest::newRow("V200") << QStringLiteral("V200");
 }
 
-void tst_Languages::englishHasTheTextsOfTheSamples()
+void TestLanguages::englishHasTextsOfSamples()
 {
     QFETCH(QString, version);
     const QSettings settings(languageFile(QStringLiteral("english")), QSettings::IniFormat);
@@ -159,5 +159,5 @@ void tst_Languages::englishHasTheTextsOfTheSamples()
         QVERIFY2(settings.contains(QStringLiteral("ParamDefinition/") + text), qPrintable(text));
 }
 
-QTEST_GUILESS_MAIN(tst_Languages)
+QTEST_GUILESS_MAIN(TestLanguages)
 #include "tst_languages.moc"

@@ -42,17 +42,17 @@ class tst_Launcher : public QObject
 
 private slots:
     void init();
-    void firstStartMakesAFolderInTheUsersData();
-    void withoutADataFolderTheFolderLiesInTheUsersHome();
-    void aFolderOfTheUsersChoiceIsTaken();
+    void firstStartMakesFolderInUsersData();
+    void workingFolderLiesInUsersHomeWithoutDataFolder();
+    void folderOfUsersChoiceIsTaken();
     void firstStartBringsSamplesAndLanguages();
-    void filesOfTheUserAreNotReplaced();
+    void filesOfUserAreNotReplaced();
     void samplesDoNotComeBesideOtherDefinitions();
-    void aMissingLanguageComesBack();
+    void missingLanguageComesBack();
     void workingFolderIsNoPlaceToLookForPrograms();
-    void argumentsReachTheProgram();
-    void programsExitCodeIsTheLaunchers();
-    void linkToTheLauncherFindsTheInstallation();
+    void argumentsReachProgram();
+    void programsExitCodeIsLaunchers();
+    void linkToLauncherFindsInstallation();
 
 private:
     QString prefix(const QString &path) const { return m_root->filePath(QStringLiteral("usr/") + path); }
@@ -103,19 +103,19 @@ QStringList tst_Launcher::start(const QStringList &arguments, const QString &lau
     return QString::fromUtf8(process.readAllStandardOutput()).split(QLatin1Char('\n'));
 }
 
-void tst_Launcher::firstStartMakesAFolderInTheUsersData()
+void tst_Launcher::firstStartMakesFolderInUsersData()
 {
     QCOMPARE(start().value(0), workingFolder());
 }
 
-void tst_Launcher::withoutADataFolderTheFolderLiesInTheUsersHome()
+void tst_Launcher::workingFolderLiesInUsersHomeWithoutDataFolder()
 {
     m_environment.remove(QStringLiteral("XDG_DATA_HOME"));
 
     QCOMPARE(start().value(0), m_root->filePath(QStringLiteral("home/.local/share/z7configtool")));
 }
 
-void tst_Launcher::aFolderOfTheUsersChoiceIsTaken()
+void tst_Launcher::folderOfUsersChoiceIsTaken()
 {
     const QString chosen = m_root->filePath(QStringLiteral("drives of hall 3"));
     set("Z7_WORKING_FOLDER", chosen);
@@ -132,7 +132,7 @@ void tst_Launcher::firstStartBringsSamplesAndLanguages()
         QCOMPARE(read(inWorkingFolder(name)), QByteArray("offered"));
 }
 
-void tst_Launcher::filesOfTheUserAreNotReplaced()
+void tst_Launcher::filesOfUserAreNotReplaced()
 {
     write(inWorkingFolder(sample), "mine");
     write(inWorkingFolder(language), "mine");
@@ -153,7 +153,7 @@ void tst_Launcher::samplesDoNotComeBesideOtherDefinitions()
     QVERIFY(!QFile::exists(inWorkingFolder(otherSample)));
 }
 
-void tst_Launcher::aMissingLanguageComesBack()
+void tst_Launcher::missingLanguageComesBack()
 {
     start();
     QFile::remove(inWorkingFolder(language));
@@ -168,20 +168,20 @@ void tst_Launcher::workingFolderIsNoPlaceToLookForPrograms()
     QCOMPARE(start().value(1), m_environment.value(QStringLiteral("PATH")));
 }
 
-void tst_Launcher::argumentsReachTheProgram()
+void tst_Launcher::argumentsReachProgram()
 {
     QCOMPARE(start({QStringLiteral("-style"), QStringLiteral("fusion")}).value(2),
         QStringLiteral("-style fusion"));
 }
 
-void tst_Launcher::programsExitCodeIsTheLaunchers()
+void tst_Launcher::programsExitCodeIsLaunchers()
 {
     start();
 
     QCOMPARE(m_exitCode, 7);
 }
 
-void tst_Launcher::linkToTheLauncherFindsTheInstallation()
+void tst_Launcher::linkToLauncherFindsInstallation()
 {
     const QString link = m_root->filePath(QStringLiteral("link"));
     QFile::link(prefix(QStringLiteral("bin/z7configtool")), link);
