@@ -165,10 +165,10 @@ private slots:
     void pageWithContentIsLookedAt();
     void noNameStandsTwice_data() { addPages(); }
     void noNameStandsTwice();
-    void pageBearsTheNameOfItsClass_data() { addPages(); }
-    void pageBearsTheNameOfItsClass();
-    void pictureHasTheWidgetsOfTheParameters_data();
-    void pictureHasTheWidgetsOfTheParameters();
+    void pageBearsNameOfItsClass_data() { addPages(); }
+    void pageBearsNameOfItsClass();
+    void pictureHasWidgetsOfParameters_data();
+    void pictureHasWidgetsOfParameters();
 
 private:
     const WorkingFolder folder;
@@ -224,14 +224,14 @@ void TestPageObjects::noNameStandsTwice()
     QCOMPARE(repeatedNames(names), QStringList());
 }
 
-void TestPageObjects::pageBearsTheNameOfItsClass()
+void TestPageObjects::pageBearsNameOfItsClass()
 {
     const std::unique_ptr<Z7DataWidget> built = page();
     QCOMPARE(built->objectName(), QString(built->metaObject()->className()));
     QCOMPARE(built->windowTitle(), QStringLiteral("Form"));
 }
 
-void TestPageObjects::pictureHasTheWidgetsOfTheParameters_data()
+void TestPageObjects::pictureHasWidgetsOfParameters_data()
 {
     QTest::addColumn<int>("page");
     for (const Fields &row : fields)
@@ -240,7 +240,7 @@ void TestPageObjects::pictureHasTheWidgetsOfTheParameters_data()
     QTest::newRow("RS485Dialog") << int(RS485);
 }
 
-void TestPageObjects::pictureHasTheWidgetsOfTheParameters()
+void TestPageObjects::pictureHasWidgetsOfParameters()
 {
     const std::unique_ptr<Z7DataWidget> built = page();
     const auto *picture = built->findChild<QWidget *>("bg");

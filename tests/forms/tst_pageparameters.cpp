@@ -37,8 +37,8 @@ class TestPageParameters : public QObject
 
 private slots:
     void init();
-    void parametersOfThePageAreDefined_data();
-    void parametersOfThePageAreDefined();
+    void parametersOfPageAreDefined_data();
+    void parametersOfPageAreDefined();
 
 private:
     const WorkingFolder folder;
@@ -54,7 +54,7 @@ void TestPageParameters::init()
     }
 }
 
-void TestPageParameters::parametersOfThePageAreDefined_data()
+void TestPageParameters::parametersOfPageAreDefined_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<int>("page");
@@ -66,7 +66,7 @@ void TestPageParameters::parametersOfThePageAreDefined_data()
     }
 }
 
-void TestPageParameters::parametersOfThePageAreDefined()
+void TestPageParameters::parametersOfPageAreDefined()
 {
     QFETCH(QString, version);
     QFETCH(int, page);
