@@ -25,29 +25,29 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup() { m_folder.reset(); }
 
-    void thereIsNoParameterFileAtTheStart();
-    void theSavedFileStaysTheCurrentOne();
-    void aFileThatCouldNotBeWrittenIsTheCurrentOneToo();
-    void savingReplacesTheCurrentFile();
-    void savingChangesNeitherTheDriveNorTheChanges();
+    void thereIsNoParameterFileAtStart();
+    void savedFileStaysCurrentOne();
+    void fileThatCouldNotBeWrittenIsCurrentOneToo();
+    void savingReplacesCurrentFile();
+    void savingChangesNeitherDriveNorChanges();
 
-    void aNewParameterFileIsEmpty();
-    void theOpenedFileStaysUntilTheNextOne();
-    void theEndForgetsTheFile();
+    void newParameterFileIsEmpty();
+    void openedFileStaysUntilNextOne();
+    void endForgetsFile();
 
-    void aSampleDriveComesBackFromItsFile_data();
-    void aSampleDriveComesBackFromItsFile();
+    void sampleDriveComesBackFromItsFile_data();
+    void sampleDriveComesBackFromItsFile();
 
 private:
     std::optional<WorkingFolder> m_folder;
 };
 
-void TestCurrentParameterFile::thereIsNoParameterFileAtTheStart()
+void TestCurrentParameterFile::thereIsNoParameterFileAtStart()
 {
     QVERIFY(!Z7Services::instance()->parameterFile());
 }
 
-void TestCurrentParameterFile::theSavedFileStaysTheCurrentOne()
+void TestCurrentParameterFile::savedFileStaysCurrentOne()
 {
     Z7Services *services = Z7Services::instance();
     QCOMPARE(services->saveParameterFile(fileName, driveWith({{11, 100}}), setOf({{11, 500}})), QString());
@@ -60,7 +60,7 @@ void TestCurrentParameterFile::theSavedFileStaysTheCurrentOne()
     QCOMPARE(file->userParams().value(11).value, 500);
 }
 
-void TestCurrentParameterFile::aFileThatCouldNotBeWrittenIsTheCurrentOneToo()
+void TestCurrentParameterFile::fileThatCouldNotBeWrittenIsCurrentOneToo()
 {
     Z7Services *services = Z7Services::instance();
     QCOMPARE(services->saveParameterFile(QString(), driveWith({{11, 100}}), setOf({})),
@@ -69,7 +69,7 @@ void TestCurrentParameterFile::aFileThatCouldNotBeWrittenIsTheCurrentOneToo()
     QCOMPARE(services->parameterFile()->softwareVersion(), version);
 }
 
-void TestCurrentParameterFile::savingReplacesTheCurrentFile()
+void TestCurrentParameterFile::savingReplacesCurrentFile()
 {
     Z7Services *services = Z7Services::instance();
     services->saveParameterFile(fileName, driveWith({{11, 100}}), setOf({{11, 500}}));
@@ -77,7 +77,7 @@ void TestCurrentParameterFile::savingReplacesTheCurrentFile()
     QCOMPARE(services->parameterFile()->userParams().params.size(), 0);
 }
 
-void TestCurrentParameterFile::savingChangesNeitherTheDriveNorTheChanges()
+void TestCurrentParameterFile::savingChangesNeitherDriveNorChanges()
 {
     const Z7Device drive = driveWith({{11, 100}});
     const Z7DeviceParamSet changes = setOf({{11, 500}});
@@ -86,7 +86,7 @@ void TestCurrentParameterFile::savingChangesNeitherTheDriveNorTheChanges()
     QCOMPARE(changes.value(11).value, 500);
 }
 
-void TestCurrentParameterFile::aNewParameterFileIsEmpty()
+void TestCurrentParameterFile::newParameterFileIsEmpty()
 {
     Z7Services *services = Z7Services::instance();
     WorkingFolder::write(fileName, parameterDocument(R"(<parameter id="11" val="1"/>)"));
@@ -97,7 +97,7 @@ void TestCurrentParameterFile::aNewParameterFileIsEmpty()
     QCOMPARE(valuesOf(file->userParams()), Values());
 }
 
-void TestCurrentParameterFile::theOpenedFileStaysUntilTheNextOne()
+void TestCurrentParameterFile::openedFileStaysUntilNextOne()
 {
     Z7Services *services = Z7Services::instance();
     Z7ParameterFile *file = services->newParameterFile();
@@ -107,21 +107,21 @@ void TestCurrentParameterFile::theOpenedFileStaysUntilTheNextOne()
     QCOMPARE(valuesOf(services->parameterFile()->userParams()), Values({{11, 1}}));
 }
 
-void TestCurrentParameterFile::theEndForgetsTheFile()
+void TestCurrentParameterFile::endForgetsFile()
 {
     Z7Services::instance()->newParameterFile();
     Z7Services::shutdown();
     QVERIFY(!Z7Services::instance()->parameterFile());
 }
 
-void TestCurrentParameterFile::aSampleDriveComesBackFromItsFile_data()
+void TestCurrentParameterFile::sampleDriveComesBackFromItsFile_data()
 {
     QTest::addColumn<QString>("sample");
     QTest::newRow("V123") << version;
     QTest::newRow("V200") << QStringLiteral("V200");
 }
 
-void TestCurrentParameterFile::aSampleDriveComesBackFromItsFile()
+void TestCurrentParameterFile::sampleDriveComesBackFromItsFile()
 {
     QFETCH(QString, sample);
     for (const QString &known : {version, QStringLiteral("V200")}) {

@@ -72,24 +72,24 @@ private slots:
 
     void whatIsNoFileCannotBeOpened_data();
     void whatIsNoFileCannotBeOpened();
-    void aFileThatMayNotBeReadCannotBeOpened();
-    void theTextComesFromTheLanguageFile();
-    void aFileThatCannotBeOpenedEmptiesTheValuesButKeepsTheVersion();
+    void fileThatMayNotBeReadCannotBeOpened();
+    void textComesFromLanguageFile();
+    void fileThatCannotBeOpenedEmptiesValuesButKeepsVersion();
 
-    void aDocumentThatBreaksOffTellsSoAndKeepsItsValues_data();
-    void aDocumentThatBreaksOffTellsSoAndKeepsItsValues();
-    void everyBeginningOfAFileIsReadAsFarAsItGoes();
-    void whatIsNoDocumentIsToldByTheReader_data();
-    void whatIsNoDocumentIsToldByTheReader();
+    void documentThatBreaksOffTellsSoAndKeepsItsValues_data();
+    void documentThatBreaksOffTellsSoAndKeepsItsValues();
+    void everyBeginningOfFileIsReadAsFarAsItGoes();
+    void whatIsNoDocumentIsToldByReader_data();
+    void whatIsNoDocumentIsToldByReader();
 
     void entitiesAreRefused_data();
     void entitiesAreRefused();
-    void anUndeclaredEntityBreaksTheDocument();
-    void aFileOf16MegabytesIsRead();
-    void aLargerFileIsRefused();
+    void undeclaredEntityBreaksDocument();
+    void fileOf16MegabytesIsRead();
+    void largerFileIsRefused();
 
     void randomBytesAreNoParameterFile();
-    void aFileWithChangedBytesIsReadOrRefused();
+    void fileWithChangedBytesIsReadOrRefused();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -119,7 +119,7 @@ void TestDamagedParameterFiles::whatIsNoFileCannotBeOpened()
     QCOMPARE(file.load(path), cannotRead);
 }
 
-void TestDamagedParameterFiles::aFileThatMayNotBeReadCannotBeOpened()
+void TestDamagedParameterFiles::fileThatMayNotBeReadCannotBeOpened()
 {
     WorkingFolder::write(fileName, parameterDocument(parameter11));
     QCOMPARE(chmod(qPrintable(fileName), 0), 0);
@@ -129,13 +129,13 @@ void TestDamagedParameterFiles::aFileThatMayNotBeReadCannotBeOpened()
     QCOMPARE(numbersOf(file), QList<int>());
 }
 
-void TestDamagedParameterFiles::theTextComesFromTheLanguageFile()
+void TestDamagedParameterFiles::textComesFromLanguageFile()
 {
     WorkingFolder::write(QStringLiteral("deutsch.z7lang"), "[Parameterfile]\nParameterfile=Parameter set\n");
     QCOMPARE(Z7ParameterFile().load(QStringLiteral("missing.z7param")), QStringLiteral("Parameter set"));
 }
 
-void TestDamagedParameterFiles::aFileThatCannotBeOpenedEmptiesTheValuesButKeepsTheVersion()
+void TestDamagedParameterFiles::fileThatCannotBeOpenedEmptiesValuesButKeepsVersion()
 {
     Z7ParameterFile file = loadedFile();
     QCOMPARE(file.load(QStringLiteral("missing.z7param")), cannotRead);
@@ -144,7 +144,7 @@ void TestDamagedParameterFiles::aFileThatCannotBeOpenedEmptiesTheValuesButKeepsT
     QCOMPARE(file.userParams().softwareVersion, QStringLiteral("V200"));
 }
 
-void TestDamagedParameterFiles::aDocumentThatBreaksOffTellsSoAndKeepsItsValues_data()
+void TestDamagedParameterFiles::documentThatBreaksOffTellsSoAndKeepsItsValues_data()
 {
     QTest::addColumn<QByteArray>("end");
     QTest::addColumn<QString>("error");
@@ -155,7 +155,7 @@ void TestDamagedParameterFiles::aDocumentThatBreaksOffTellsSoAndKeepsItsValues_d
         << QByteArray("</Z7Device>" + parameter12) << QStringLiteral("Opening and ending tag mismatch.");
 }
 
-void TestDamagedParameterFiles::aDocumentThatBreaksOffTellsSoAndKeepsItsValues()
+void TestDamagedParameterFiles::documentThatBreaksOffTellsSoAndKeepsItsValues()
 {
     QFETCH(QByteArray, end);
     const QByteArray content = parameterDocument(parameter11);
@@ -167,7 +167,7 @@ void TestDamagedParameterFiles::aDocumentThatBreaksOffTellsSoAndKeepsItsValues()
     QCOMPARE(file.userParams().value(11).value, 100);
 }
 
-void TestDamagedParameterFiles::everyBeginningOfAFileIsReadAsFarAsItGoes()
+void TestDamagedParameterFiles::everyBeginningOfFileIsReadAsFarAsItGoes()
 {
     const QByteArray content = parameterDocument(parameter11 + parameter12);
     const int end11 = content.indexOf(parameter11) + parameter11.size();
@@ -180,7 +180,7 @@ void TestDamagedParameterFiles::everyBeginningOfAFileIsReadAsFarAsItGoes()
     }
 }
 
-void TestDamagedParameterFiles::whatIsNoDocumentIsToldByTheReader_data()
+void TestDamagedParameterFiles::whatIsNoDocumentIsToldByReader_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("nothing") << QByteArray();
@@ -193,7 +193,7 @@ void TestDamagedParameterFiles::whatIsNoDocumentIsToldByTheReader_data()
     QTest::newRow("an unknown encoding") << parameterDocument({}).replace("UTF-8", "UTF-9");
 }
 
-void TestDamagedParameterFiles::whatIsNoDocumentIsToldByTheReader()
+void TestDamagedParameterFiles::whatIsNoDocumentIsToldByReader()
 {
     QFETCH(QByteArray, content);
     Z7ParameterFile file = loadedFile();
@@ -250,7 +250,7 @@ void TestDamagedParameterFiles::entitiesAreRefused()
     QCOMPARE(numbersOf(file), QList<int>());
 }
 
-void TestDamagedParameterFiles::anUndeclaredEntityBreaksTheDocument()
+void TestDamagedParameterFiles::undeclaredEntityBreaksDocument()
 {
     Z7ParameterFile file;
     QCOMPARE(load(file, parameterDocument(parameter11 + "&e;" + parameter12)),
@@ -258,14 +258,14 @@ void TestDamagedParameterFiles::anUndeclaredEntityBreaksTheDocument()
     QCOMPARE(numbersOf(file), QList<int>({11}));
 }
 
-void TestDamagedParameterFiles::aFileOf16MegabytesIsRead()
+void TestDamagedParameterFiles::fileOf16MegabytesIsRead()
 {
     Z7ParameterFile file;
     QCOMPARE(load(file, parameterDocument(parameter11).leftJustified(largestFile, ' ')), QString());
     QCOMPARE(numbersOf(file), QList<int>({11}));
 }
 
-void TestDamagedParameterFiles::aLargerFileIsRefused()
+void TestDamagedParameterFiles::largerFileIsRefused()
 {
     Z7ParameterFile file = loadedFile();
     const QString error = load(file, parameterDocument(parameter11).leftJustified(largestFile + 1, ' '));
@@ -287,7 +287,7 @@ void TestDamagedParameterFiles::randomBytesAreNoParameterFile()
     }
 }
 
-void TestDamagedParameterFiles::aFileWithChangedBytesIsReadOrRefused()
+void TestDamagedParameterFiles::fileWithChangedBytesIsReadOrRefused()
 {
     const QByteArray whole =
         typedDocument("<!ELEMENT a ANY>", parameter11 + "<!--c--><![CDATA[d]]>" + parameter12);

@@ -27,36 +27,36 @@ class TestDevice : public QObject
     Q_OBJECT
 
 private slots:
-    void aNewRecordIsThatOfADriveNobodyHasReached();
+    void newRecordIsThatOfDriveNobodyHasReached();
 
-    void aDriveThatAnswersIsOutOfItsBootloader();
-    void aLostDriveHasNoAccess();
+    void driveThatAnswersIsOutOfItsBootloader();
+    void lostDriveHasNoAccess();
     void grantedAccessMeansConnected();
-    void refusedAccessLeavesTheConnection();
-    void anotherAddressLosesTheDriveAndMarksTheRecord();
-    void thePresentAddressChangesNothing();
-    void anAddressToLookForADriveAtLeavesNoMark();
-    void anotherPasswordTakesTheAccessOnly();
-    void thePresentPasswordChangesNothing();
+    void refusedAccessLeavesConnection();
+    void anotherAddressLosesDriveAndMarksRecord();
+    void presentAddressChangesNothing();
+    void addressToLookForDriveAtLeavesNoMark();
+    void anotherPasswordTakesAccessOnly();
+    void presentPasswordChangesNothing();
 
-    void anUnknownVersionIsTakenByRecordAndParameters();
-    void aKnownVersionIsNeverReplaced();
-    void aNewParameterSetBringsItsVersion();
-    void aReplyCannotAddAParameter();
-    void aReplyReplacesAParameter();
-    void aParametersStateIsClearedInTheSet();
+    void unknownVersionIsTakenByRecordAndParameters();
+    void knownVersionIsNeverReplaced();
+    void newParameterSetBringsItsVersion();
+    void replyCannotAddParameter();
+    void replyReplacesParameter();
+    void parametersStateIsClearedInSet();
 
-    void anErrorShowsUntilItIsZero();
-    void resettingTheStateLosesTheDriveAndKeepsItsValues();
-    void theConnectionIsCopiedAndNothingElse();
-    void aDigitalOutputIsOneBit_data();
-    void aDigitalOutputIsOneBit();
-    void aDigitalInputIsOneBit_data();
-    void aDigitalInputIsOneBit();
-    void theRecordsAreKnownToQueuedSignalsUnderTheirNames();
+    void errorShowsUntilItIsZero();
+    void resettingStateLosesDriveAndKeepsItsValues();
+    void connectionIsCopiedAndNothingElse();
+    void digitalOutputIsOneBit_data();
+    void digitalOutputIsOneBit();
+    void digitalInputIsOneBit_data();
+    void digitalInputIsOneBit();
+    void recordsAreKnownToQueuedSignalsUnderTheirNames();
 };
 
-void TestDevice::aNewRecordIsThatOfADriveNobodyHasReached()
+void TestDevice::newRecordIsThatOfDriveNobodyHasReached()
 {
     const Z7Device device;
     QVERIFY(device.portInfo.isNull());
@@ -78,7 +78,7 @@ void TestDevice::aNewRecordIsThatOfADriveNobodyHasReached()
     QVERIFY(!device.parametersComplete && !device.fullReadPending);
 }
 
-void TestDevice::aDriveThatAnswersIsOutOfItsBootloader()
+void TestDevice::driveThatAnswersIsOutOfItsBootloader()
 {
     Z7Device device;
     device.bootloaderActive = true;
@@ -88,7 +88,7 @@ void TestDevice::aDriveThatAnswersIsOutOfItsBootloader()
     QVERIFY(!device.bootloaderActive);
 }
 
-void TestDevice::aLostDriveHasNoAccess()
+void TestDevice::lostDriveHasNoAccess()
 {
     Z7Device device = openDrive();
     device.bootloaderActive = true;
@@ -108,7 +108,7 @@ void TestDevice::grantedAccessMeansConnected()
     QVERIFY(!device.bootloaderActive);
 }
 
-void TestDevice::refusedAccessLeavesTheConnection()
+void TestDevice::refusedAccessLeavesConnection()
 {
     Z7Device device = openDrive();
     device.bootloaderActive = true;
@@ -118,7 +118,7 @@ void TestDevice::refusedAccessLeavesTheConnection()
     QVERIFY(device.bootloaderActive);
 }
 
-void TestDevice::anotherAddressLosesTheDriveAndMarksTheRecord()
+void TestDevice::anotherAddressLosesDriveAndMarksRecord()
 {
     Z7Device device = openDrive();
     device.setAddress(5);
@@ -130,7 +130,7 @@ void TestDevice::anotherAddressLosesTheDriveAndMarksTheRecord()
     QVERIFY(!device.isAccessGranted());
 }
 
-void TestDevice::thePresentAddressChangesNothing()
+void TestDevice::presentAddressChangesNothing()
 {
     Z7Device device;
     device.previousAddress = 9;
@@ -142,7 +142,7 @@ void TestDevice::thePresentAddressChangesNothing()
     QVERIFY(device.isAccessGranted());
 }
 
-void TestDevice::anAddressToLookForADriveAtLeavesNoMark()
+void TestDevice::addressToLookForDriveAtLeavesNoMark()
 {
     Z7Device device = openDrive();
     device.setAddress(5);
@@ -153,7 +153,7 @@ void TestDevice::anAddressToLookForADriveAtLeavesNoMark()
     QVERIFY(!device.isConnected());
 }
 
-void TestDevice::anotherPasswordTakesTheAccessOnly()
+void TestDevice::anotherPasswordTakesAccessOnly()
 {
     Z7Device device = openDrive();
     device.setPassword(4711);
@@ -162,14 +162,14 @@ void TestDevice::anotherPasswordTakesTheAccessOnly()
     QVERIFY(device.isConnected());
 }
 
-void TestDevice::thePresentPasswordChangesNothing()
+void TestDevice::presentPasswordChangesNothing()
 {
     Z7Device device = openDrive();
     device.setPassword(0);
     QVERIFY(device.isAccessGranted());
 }
 
-void TestDevice::anUnknownVersionIsTakenByRecordAndParameters()
+void TestDevice::unknownVersionIsTakenByRecordAndParameters()
 {
     Z7Device device;
     device.setSoftwareVersion(QStringLiteral("V123"));
@@ -177,7 +177,7 @@ void TestDevice::anUnknownVersionIsTakenByRecordAndParameters()
     QCOMPARE(device.parameterSet.softwareVersion, QStringLiteral("V123"));
 }
 
-void TestDevice::aKnownVersionIsNeverReplaced()
+void TestDevice::knownVersionIsNeverReplaced()
 {
     Z7Device device;
     device.setSoftwareVersion(QStringLiteral("V100"));
@@ -186,7 +186,7 @@ void TestDevice::aKnownVersionIsNeverReplaced()
     QCOMPARE(device.parameterSet.softwareVersion, QStringLiteral("V100"));
 }
 
-void TestDevice::aNewParameterSetBringsItsVersion()
+void TestDevice::newParameterSetBringsItsVersion()
 {
     Z7DeviceParamSet set(QStringLiteral("V123"));
     set.insert(paramOf(11, 500));
@@ -197,7 +197,7 @@ void TestDevice::aNewParameterSetBringsItsVersion()
     QCOMPARE(device.softwareVersion, QStringLiteral("V000"));
 }
 
-void TestDevice::aReplyCannotAddAParameter()
+void TestDevice::replyCannotAddParameter()
 {
     Z7Device device;
     device.parameterSet.insert(paramOf(11, 500));
@@ -207,7 +207,7 @@ void TestDevice::aReplyCannotAddAParameter()
     QCOMPARE(device.parameterSet.params.keys(), QList<int>({11}));
 }
 
-void TestDevice::aReplyReplacesAParameter()
+void TestDevice::replyReplacesParameter()
 {
     Z7Device device;
     device.parameterSet.insert(paramOf(11, 500));
@@ -215,7 +215,7 @@ void TestDevice::aReplyReplacesAParameter()
     QCOMPARE(device.parameterSet.value(11).value, 600);
 }
 
-void TestDevice::aParametersStateIsClearedInTheSet()
+void TestDevice::parametersStateIsClearedInSet()
 {
     Z7DeviceParam conflicting = paramOf(11, 500);
     conflicting.conflict = true;
@@ -225,7 +225,7 @@ void TestDevice::aParametersStateIsClearedInTheSet()
     QVERIFY(!device.parameterSet.value(11).conflict);
 }
 
-void TestDevice::anErrorShowsUntilItIsZero()
+void TestDevice::errorShowsUntilItIsZero()
 {
     Z7Device device;
     device.setDeviceError(10);
@@ -235,7 +235,7 @@ void TestDevice::anErrorShowsUntilItIsZero()
     QVERIFY(!device.hasError());
 }
 
-void TestDevice::resettingTheStateLosesTheDriveAndKeepsItsValues()
+void TestDevice::resettingStateLosesDriveAndKeepsItsValues()
 {
     Z7DeviceParam param = paramOf(11, 500);
     param.valid = param.accessDenied = true;
@@ -255,7 +255,7 @@ void TestDevice::resettingTheStateLosesTheDriveAndKeepsItsValues()
     QCOMPARE(device.parameterSet.value(11).value, 500);
 }
 
-void TestDevice::theConnectionIsCopiedAndNothingElse()
+void TestDevice::connectionIsCopiedAndNothingElse()
 {
     Z7Device source = openDrive();
     source.error = 10;
@@ -276,7 +276,7 @@ void TestDevice::theConnectionIsCopiedAndNothingElse()
     QCOMPARE(device.actualSpeed, 0);
 }
 
-void TestDevice::aDigitalOutputIsOneBit_data()
+void TestDevice::digitalOutputIsOneBit_data()
 {
     QTest::addColumn<int>("n");
     QTest::addColumn<int>("bit");
@@ -290,7 +290,7 @@ void TestDevice::aDigitalOutputIsOneBit_data()
     QTest::newRow("nor one beyond an int's bits") << 33 << 0;
 }
 
-void TestDevice::aDigitalOutputIsOneBit()
+void TestDevice::digitalOutputIsOneBit()
 {
     QFETCH(int, n);
     QFETCH(int, bit);
@@ -301,7 +301,7 @@ void TestDevice::aDigitalOutputIsOneBit()
     QVERIFY(!device.isDigitalOutputSet(n));
 }
 
-void TestDevice::aDigitalInputIsOneBit_data()
+void TestDevice::digitalInputIsOneBit_data()
 {
     QTest::addColumn<int>("n");
     QTest::addColumn<int>("bit");
@@ -314,7 +314,7 @@ void TestDevice::aDigitalInputIsOneBit_data()
     QTest::newRow("nor an input 0") << 0 << 0;
 }
 
-void TestDevice::aDigitalInputIsOneBit()
+void TestDevice::digitalInputIsOneBit()
 {
     QFETCH(int, n);
     QFETCH(int, bit);
@@ -325,7 +325,7 @@ void TestDevice::aDigitalInputIsOneBit()
     QVERIFY(!device.isDigitalInputSet(n));
 }
 
-void TestDevice::theRecordsAreKnownToQueuedSignalsUnderTheirNames()
+void TestDevice::recordsAreKnownToQueuedSignalsUnderTheirNames()
 {
     registerDeviceTypes();
     registerDeviceTypes();

@@ -34,25 +34,25 @@ class TestDeviceId : public QObject
     Q_OBJECT
 
 private slots:
-    void aRecordMadeForAPortKeepsIt();
-    void theKeyHoldsPortAddressAndVersion_data();
-    void theKeyHoldsPortAddressAndVersion();
-    void theVersionPartOfTheKey_data();
-    void theVersionPartOfTheKey();
-    void theFormerKeyIsThatOfTheFormerAddress();
-    void theNameHoldsThePortsDigitsInTheirOrder_data();
-    void theNameHoldsThePortsDigitsInTheirOrder();
-    void theShortNameHoldsTheAddressAlone();
+    void recordMadeForPortKeepsIt();
+    void keyHoldsPortAddressAndVersion_data();
+    void keyHoldsPortAddressAndVersion();
+    void versionPartOfKey_data();
+    void versionPartOfKey();
+    void formerKeyIsThatOfFormerAddress();
+    void nameHoldsPortsDigitsInTheirOrder_data();
+    void nameHoldsPortsDigitsInTheirOrder();
+    void shortNameHoldsAddressAlone();
 };
 
-void TestDeviceId::aRecordMadeForAPortKeepsIt()
+void TestDeviceId::recordMadeForPortKeepsIt()
 {
     const Z7Device device = driveOn(QStringLiteral("ttyUSB0"));
     QCOMPARE(device.portInfo.portName(), QStringLiteral("ttyUSB0"));
     QCOMPARE(device.softwareVersion, QStringLiteral("V000"));
 }
 
-void TestDeviceId::theKeyHoldsPortAddressAndVersion_data()
+void TestDeviceId::keyHoldsPortAddressAndVersion_data()
 {
     QTest::addColumn<QString>("port");
     QTest::addColumn<int>("address");
@@ -71,7 +71,7 @@ void TestDeviceId::theKeyHoldsPortAddressAndVersion_data()
         << "COM3" << 1 << "V800" << 0xFFFF8000u;
 }
 
-void TestDeviceId::theKeyHoldsPortAddressAndVersion()
+void TestDeviceId::keyHoldsPortAddressAndVersion()
 {
     QFETCH(QString, port);
     QFETCH(int, address);
@@ -79,7 +79,7 @@ void TestDeviceId::theKeyHoldsPortAddressAndVersion()
     QTEST(quint32(driveOn(port, address, version).deviceId()), "key");
 }
 
-void TestDeviceId::theVersionPartOfTheKey_data()
+void TestDeviceId::versionPartOfKey_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<int>("part");
@@ -104,13 +104,13 @@ void TestDeviceId::theVersionPartOfTheKey_data()
     QTest::newRow("a sign") << "V1-2" << 0;
 }
 
-void TestDeviceId::theVersionPartOfTheKey()
+void TestDeviceId::versionPartOfKey()
 {
     QFETCH(QString, version);
     QTEST(versionPart(version), "part");
 }
 
-void TestDeviceId::theFormerKeyIsThatOfTheFormerAddress()
+void TestDeviceId::formerKeyIsThatOfFormerAddress()
 {
     Z7Device device = driveOn(QStringLiteral("COM3"), 1, QStringLiteral("V123"));
     device.setAddress(7);
@@ -118,7 +118,7 @@ void TestDeviceId::theFormerKeyIsThatOfTheFormerAddress()
     QCOMPARE(device.previousDeviceId(), 0x03011081);
 }
 
-void TestDeviceId::theNameHoldsThePortsDigitsInTheirOrder_data()
+void TestDeviceId::nameHoldsPortsDigitsInTheirOrder_data()
 {
     QTest::addColumn<QString>("port");
     QTest::addColumn<QString>("name");
@@ -131,13 +131,13 @@ void TestDeviceId::theNameHoldsThePortsDigitsInTheirOrder_data()
                               << "Port - Z7.3";
 }
 
-void TestDeviceId::theNameHoldsThePortsDigitsInTheirOrder()
+void TestDeviceId::nameHoldsPortsDigitsInTheirOrder()
 {
     QFETCH(QString, port);
     QTEST(deviceName(driveOn(port, 3)), "name");
 }
 
-void TestDeviceId::theShortNameHoldsTheAddressAlone()
+void TestDeviceId::shortNameHoldsAddressAlone()
 {
     QCOMPARE(shortDeviceName(driveOn(QStringLiteral("COM12"), 255)), QStringLiteral("Z7.255"));
 }

@@ -41,33 +41,33 @@ class TestDeviceParamSet : public QObject
 private slots:
     void cleanup() { Z7Services::shutdown(); }
 
-    void aDefaultParameterIsUnsignedAndHasNoNumber();
-    void aParameterTakesItsFourFields();
-    void aParameterWithANewValueHasOne();
+    void defaultParameterIsUnsignedAndHasNoNumber();
+    void parameterTakesItsFourFields();
+    void parameterWithNewValueHasOne();
 
-    void aNewSetHasAVersionAndNoParameters();
-    void aSetForAPageTakesTheSignednessFromTheDefinitions();
-    void aSetForAnUnknownVersionIsSigned();
+    void newSetHasVersionAndNoParameters();
+    void setForPageTakesSignednessFromDefinitions();
+    void setForUnknownVersionIsSigned();
     void parametersAreWalkedByNumber();
-    void aSecondParameterOfANumberReplacesTheFirst();
-    void removingGoesByTheNumberAlone();
+    void secondParameterOfNumberReplacesFirst();
+    void removingGoesByNumberAlone();
     void removingWhatIsNotThereIsNoError();
-    void aRecordOfTheSetsOwnCanBeRemoved();
-    void aRecordOfTheSetsOwnCanBePutBack_data();
-    void aRecordOfTheSetsOwnCanBePutBack();
-    void aMissingParameterReadsAsADefaultOne();
-    void lookingForAParameterDoesNotAddIt();
-    void aParameterIsFoundInItsPlace();
-    void aMissingParameterIsNotFound();
+    void recordOfSetsOwnCanBeRemoved();
+    void recordOfSetsOwnCanBePutBack_data();
+    void recordOfSetsOwnCanBePutBack();
+    void missingParameterReadsAsDefaultOne();
+    void lookingForParameterDoesNotAddIt();
+    void parameterIsFoundInItsPlace();
+    void missingParameterIsNotFound();
 
-    void aNewPassForgetsTheLastReadButNotDenialAndConflict();
+    void newPassForgetsLastReadButNotDenialAndConflict();
     void clearingOneParameterForgetsItsConflictButNotItsDenial();
-    void clearingAParameterThatIsNotThereAddsNone();
+    void clearingParameterThatIsNotThereAddsNone();
     void hasValueIsSetOnAllParameters();
-    void aCopyIsIndependent();
+    void copyIsIndependent();
 };
 
-void TestDeviceParamSet::aDefaultParameterIsUnsignedAndHasNoNumber()
+void TestDeviceParamSet::defaultParameterIsUnsignedAndHasNoNumber()
 {
     const Z7DeviceParam p;
     QCOMPARE(p.number, -1);
@@ -77,7 +77,7 @@ void TestDeviceParamSet::aDefaultParameterIsUnsignedAndHasNoNumber()
     QVERIFY(!p.valid && !p.hasValue && !p.accessDenied && !p.writeFailed && !p.readFailed && !p.conflict);
 }
 
-void TestDeviceParamSet::aParameterTakesItsFourFields()
+void TestDeviceParamSet::parameterTakesItsFourFields()
 {
     const Z7DeviceParam p(11, -500, 0, true);
     QCOMPARE(p.number, 11);
@@ -88,7 +88,7 @@ void TestDeviceParamSet::aParameterTakesItsFourFields()
     QVERIFY(!p.valid && !p.accessDenied && !p.writeFailed && !p.readFailed && !p.conflict);
 }
 
-void TestDeviceParamSet::aParameterWithANewValueHasOne()
+void TestDeviceParamSet::parameterWithNewValueHasOne()
 {
     Z7DeviceParam p(11, 0, 1, false);
     p.setValue(500);
@@ -97,13 +97,13 @@ void TestDeviceParamSet::aParameterWithANewValueHasOne()
     QVERIFY(!p.valid);
 }
 
-void TestDeviceParamSet::aNewSetHasAVersionAndNoParameters()
+void TestDeviceParamSet::newSetHasVersionAndNoParameters()
 {
     QCOMPARE(Z7DeviceParamSet(version).softwareVersion, version);
     QVERIFY(Z7DeviceParamSet(version).params.isEmpty());
 }
 
-void TestDeviceParamSet::aSetForAPageTakesTheSignednessFromTheDefinitions()
+void TestDeviceParamSet::setForPageTakesSignednessFromDefinitions()
 {
     Z7ParamDefinitions *definitions = Z7Services::instance()->definitions(version);
     definitions->parseLine(QStringLiteral("11;Speed;rpm;0;;;Signed;0;;0;"));
@@ -117,7 +117,7 @@ void TestDeviceParamSet::aSetForAPageTakesTheSignednessFromTheDefinitions()
     QVERIFY(!set.value(12).hasValue);
 }
 
-void TestDeviceParamSet::aSetForAnUnknownVersionIsSigned()
+void TestDeviceParamSet::setForUnknownVersionIsSigned()
 {
     QCOMPARE(Z7DeviceParamSet(QStringLiteral("V999"), {11}).value(11).isUnsigned, 0);
 }
@@ -128,14 +128,14 @@ void TestDeviceParamSet::parametersAreWalkedByNumber()
     QCOMPARE(set.params.keys(), QList<int>({9, 11, 40, 0x8001}));
 }
 
-void TestDeviceParamSet::aSecondParameterOfANumberReplacesTheFirst()
+void TestDeviceParamSet::secondParameterOfNumberReplacesFirst()
 {
     const Z7DeviceParamSet set = setOf({param(11, 500), param(11, 600)});
     QCOMPARE(set.params.size(), 1);
     QCOMPARE(set.value(11).value, 600);
 }
 
-void TestDeviceParamSet::removingGoesByTheNumberAlone()
+void TestDeviceParamSet::removingGoesByNumberAlone()
 {
     Z7DeviceParamSet set = setOf({param(11, 500), param(12, 600)});
     set.remove(param(11, 999));
@@ -149,21 +149,21 @@ void TestDeviceParamSet::removingWhatIsNotThereIsNoError()
     QCOMPARE(set.params.keys(), QList<int>({11}));
 }
 
-void TestDeviceParamSet::aRecordOfTheSetsOwnCanBeRemoved()
+void TestDeviceParamSet::recordOfSetsOwnCanBeRemoved()
 {
     Z7DeviceParamSet set = setOf({param(11), param(12)});
     set.remove(*set.find(11));
     QCOMPARE(set.params.keys(), QList<int>({12}));
 }
 
-void TestDeviceParamSet::aRecordOfTheSetsOwnCanBePutBack_data()
+void TestDeviceParamSet::recordOfSetsOwnCanBePutBack_data()
 {
     QTest::addColumn<bool>("isShared");
     QTest::newRow("of a set alone") << false;
     QTest::newRow("of a set that shares its records with a copy") << true;
 }
 
-void TestDeviceParamSet::aRecordOfTheSetsOwnCanBePutBack()
+void TestDeviceParamSet::recordOfSetsOwnCanBePutBack()
 {
     QFETCH(bool, isShared);
     Z7Device drive;
@@ -175,7 +175,7 @@ void TestDeviceParamSet::aRecordOfTheSetsOwnCanBePutBack()
     QCOMPARE(drive.parameterSet.value(12).value, 600);
 }
 
-void TestDeviceParamSet::aMissingParameterReadsAsADefaultOne()
+void TestDeviceParamSet::missingParameterReadsAsDefaultOne()
 {
     const Z7DeviceParam p = setOf({param(11, 500)}).value(12);
     QCOMPARE(p.number, -1);
@@ -183,7 +183,7 @@ void TestDeviceParamSet::aMissingParameterReadsAsADefaultOne()
     QVERIFY(!p.hasValue);
 }
 
-void TestDeviceParamSet::lookingForAParameterDoesNotAddIt()
+void TestDeviceParamSet::lookingForParameterDoesNotAddIt()
 {
     const Z7DeviceParamSet set = setOf({param(11)});
     QVERIFY(set.contains(11));
@@ -192,19 +192,19 @@ void TestDeviceParamSet::lookingForAParameterDoesNotAddIt()
     QVERIFY(!set.contains(12));
 }
 
-void TestDeviceParamSet::aParameterIsFoundInItsPlace()
+void TestDeviceParamSet::parameterIsFoundInItsPlace()
 {
     const Z7DeviceParamSet set = setOf({param(11, 500), param(12, 600)});
     QCOMPARE(set.find(12), &*set.params.constFind(12));
     QCOMPARE(set.find(12)->value, 600);
 }
 
-void TestDeviceParamSet::aMissingParameterIsNotFound()
+void TestDeviceParamSet::missingParameterIsNotFound()
 {
     QVERIFY(!setOf({param(11, 500)}).find(12));
 }
 
-void TestDeviceParamSet::aNewPassForgetsTheLastReadButNotDenialAndConflict()
+void TestDeviceParamSet::newPassForgetsLastReadButNotDenialAndConflict()
 {
     Z7DeviceParamSet set = setOf({troubledParam(11), troubledParam(12)});
     set.resetReadState();
@@ -232,7 +232,7 @@ void TestDeviceParamSet::clearingOneParameterForgetsItsConflictButNotItsDenial()
     QVERIFY(set.value(12).valid && set.value(12).conflict);
 }
 
-void TestDeviceParamSet::clearingAParameterThatIsNotThereAddsNone()
+void TestDeviceParamSet::clearingParameterThatIsNotThereAddsNone()
 {
     Z7DeviceParamSet set = setOf({param(11)});
     set.clearParamState(12);
@@ -248,7 +248,7 @@ void TestDeviceParamSet::hasValueIsSetOnAllParameters()
     QVERIFY(set.value(11).hasValue && set.value(12).hasValue);
 }
 
-void TestDeviceParamSet::aCopyIsIndependent()
+void TestDeviceParamSet::copyIsIndependent()
 {
     const Z7DeviceParamSet original = setOf({param(11, 500)});
     Z7DeviceParamSet copy = original;

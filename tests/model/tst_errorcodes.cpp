@@ -19,11 +19,11 @@ private slots:
 
     void eachNumberHasItsText_data();
     void eachNumberHasItsText();
-    void withoutALanguageFileAPersonReadsTheSameText_data() { eachNumberHasItsText_data(); }
-    void withoutALanguageFileAPersonReadsTheSameText();
-    void theLanguageFileBeatsTheGermanText();
-    void aLanguageFileCanNameANumberWithoutAText();
-    void aShownNumberTurnsUpInTheLanguageFile();
+    void textIsSameWithoutLanguageFile_data() { eachNumberHasItsText_data(); }
+    void textIsSameWithoutLanguageFile();
+    void languageFileBeatsGermanText();
+    void languageFileCanNameNumberWithoutText();
+    void shownNumberTurnsUpInLanguageFile();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -83,26 +83,26 @@ void TestErrorCodes::eachNumberHasItsText()
     QTEST(errorText(number), "text");
 }
 
-void TestErrorCodes::withoutALanguageFileAPersonReadsTheSameText()
+void TestErrorCodes::textIsSameWithoutLanguageFile()
 {
     QFETCH(int, number);
     QTEST(localizedErrorText(number), "text");
 }
 
-void TestErrorCodes::theLanguageFileBeatsTheGermanText()
+void TestErrorCodes::languageFileBeatsGermanText()
 {
     WorkingFolder::write(languageFile, "[ErrorCodes]\nErrorCode_1=The drive does not answer\n");
     QCOMPARE(localizedErrorText(1), QStringLiteral("The drive does not answer"));
     QCOMPARE(errorText(1), QString::fromUtf8("Das Gerät antwortet nicht (timeout)"));
 }
 
-void TestErrorCodes::aLanguageFileCanNameANumberWithoutAText()
+void TestErrorCodes::languageFileCanNameNumberWithoutText()
 {
     WorkingFolder::write(languageFile, "[ErrorCodes]\nErrorCode_4=The adapter refuses even parity\n");
     QCOMPARE(localizedErrorText(4), QStringLiteral("The adapter refuses even parity"));
 }
 
-void TestErrorCodes::aShownNumberTurnsUpInTheLanguageFile()
+void TestErrorCodes::shownNumberTurnsUpInLanguageFile()
 {
     localizedErrorText(2);
     localizedErrorText(-1);

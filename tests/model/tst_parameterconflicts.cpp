@@ -38,11 +38,11 @@ private slots:
 
     void supportPointsHaveToRise_data();
     void supportPointsHaveToRise();
-    void aValueThatNobodyHasReadCountsAllTheSame();
-    void aDeletedChangeFallsBackToTheDrivesValue();
-    void theSentenceComesFromTheLanguageFile();
-    void aTranslationMayLackOrRepeatAPlaceholder_data();
-    void aTranslationMayLackOrRepeatAPlaceholder();
+    void valueThatNobodyHasReadCountsToo();
+    void deletedChangeFallsBackToDrivesValue();
+    void sentenceComesFromLanguageFile();
+    void translationMayLackOrRepeatPlaceholder_data();
+    void translationMayLackOrRepeatPlaceholder();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -94,13 +94,13 @@ void TestParameterConflicts::supportPointsHaveToRise()
     QTEST(conflicts(user, device), "text");
 }
 
-void TestParameterConflicts::aValueThatNobodyHasReadCountsAllTheSame()
+void TestParameterConflicts::valueThatNobodyHasReadCountsToo()
 {
     QCOMPARE(paramConflicts(setOf({}), setOf({{11, 5}}, false)),
         QStringLiteral("Parameterkonflikt Drehzahl: 5 <= 0 <= 0 verletzt."));
 }
 
-void TestParameterConflicts::aDeletedChangeFallsBackToTheDrivesValue()
+void TestParameterConflicts::deletedChangeFallsBackToDrivesValue()
 {
     const Z7DeviceParamSet device = setOf({{11, 0}, {12, 100}, {13, 1000}});
     Z7DeviceParamSet user = setOf({{11, 500}});
@@ -109,7 +109,7 @@ void TestParameterConflicts::aDeletedChangeFallsBackToTheDrivesValue()
     QVERIFY(paramConflicts(user, device).isEmpty());
 }
 
-void TestParameterConflicts::theSentenceComesFromTheLanguageFile()
+void TestParameterConflicts::sentenceComesFromLanguageFile()
 {
     WorkingFolder::write(QStringLiteral("deutsch.z7lang"),
         "[ErrorCodes]\nConflictingParamsRotation=speed %3 %2 %1\nConflictingParamsCurrent=current %1 %2 "
@@ -118,7 +118,7 @@ void TestParameterConflicts::theSentenceComesFromTheLanguageFile()
         conflicts({{11, 3}, {12, 2}, {13, 1}, {38, 6}}, {}), QStringLiteral("speed 1 2 3, current 6 0 0"));
 }
 
-void TestParameterConflicts::aTranslationMayLackOrRepeatAPlaceholder_data()
+void TestParameterConflicts::translationMayLackOrRepeatPlaceholder_data()
 {
     QTest::addColumn<QByteArray>("translation");
     QTest::addColumn<QString>("text");
@@ -133,7 +133,7 @@ void TestParameterConflicts::aTranslationMayLackOrRepeatAPlaceholder_data()
     QTest::newRow("has a placeholder too many") << QByteArray("%1 %2 %3 %4") << "30 20 10 %4";
 }
 
-void TestParameterConflicts::aTranslationMayLackOrRepeatAPlaceholder()
+void TestParameterConflicts::translationMayLackOrRepeatPlaceholder()
 {
     QFETCH(QByteArray, translation);
     WorkingFolder::write(QStringLiteral("deutsch.z7lang"),

@@ -44,33 +44,33 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup();
 
-    void theFileOfAVersionIsRead();
-    void anUnusualVersionIsPartOfTheNameAsItIs();
+    void fileOfVersionIsRead();
+    void unusualVersionIsPartOfNameAsItIs();
     void umlautsAreLatin1();
     void windowsLineEndsAreLineFeeds();
-    void theLastLineNeedsNoLineEnd();
-    void aFileWithoutAUsableLineIsAFailure_data();
-    void aFileWithoutAUsableLineIsAFailure();
-    void usableLinesOfADamagedFileCount_data();
-    void usableLinesOfADamagedFileCount();
+    void lastLineNeedsNoLineEnd();
+    void fileWithoutUsableLineIsFailure_data();
+    void fileWithoutUsableLineIsFailure();
+    void usableLinesOfDamagedFileCount_data();
+    void usableLinesOfDamagedFileCount();
     void numbersOutOfRangeFallBack();
-    void aFileOf15MegabytesIsRead();
-    void aFileOf20MegabytesIsLeftAlone();
+    void fileOf15MegabytesIsRead();
+    void fileOf20MegabytesIsLeftAlone();
 
-    void aMissingFileIsAFailureEvenIfRowsAreKnown();
+    void missingFileIsFailureEvenIfRowsAreKnown();
     void whatIsNoFileCountsAsMissing_data();
     void whatIsNoFileCountsAsMissing();
-    void aFileThatCannotBeOpenedKeepsTheRowsThatAreKnown_data();
-    void aFileThatCannotBeOpenedKeepsTheRowsThatAreKnown();
-    void readingAgainPutsNewRowsOverTheOldOnes();
+    void fileThatCannotBeOpenedKeepsRowsThatAreKnown_data();
+    void fileThatCannotBeOpenedKeepsRowsThatAreKnown();
+    void readingAgainPutsNewRowsOverOldOnes();
 
     void definitionsAreMadeEmptyAndReadNothing();
-    void aVersionWithoutAFileHasWorkingDefinitions();
+    void versionWithoutFileHasWorkingDefinitions();
     void oneVersionHasOneObject();
-    void theEndForgetsTheDefinitions();
-    void aWorkerMayAskWhileTheFileIsRead();
-    void theRowsOfAFileComeAllAtOnce();
-    void workersThatMeetANewVersionGetTheSameObject();
+    void endForgetsDefinitions();
+    void workerMayAskWhileFileIsRead();
+    void rowsOfFileComeAllAtOnce();
+    void workersThatMeetNewVersionGetSameObject();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -82,7 +82,7 @@ void TestParameterDefinitionFiles::cleanup()
     m_folder.reset();
 }
 
-void TestParameterDefinitionFiles::theFileOfAVersionIsRead()
+void TestParameterDefinitionFiles::fileOfVersionIsRead()
 {
     writeFile(header + row7 + row(8));
     Z7ParamDefinitions definitions(version);
@@ -92,7 +92,7 @@ void TestParameterDefinitionFiles::theFileOfAVersionIsRead()
     QCOMPARE(definitions.paramOptionText(7, 0), QStringLiteral("\n"));
 }
 
-void TestParameterDefinitionFiles::anUnusualVersionIsPartOfTheNameAsItIs()
+void TestParameterDefinitionFiles::unusualVersionIsPartOfNameAsItIs()
 {
     WorkingFolder::write(QStringLiteral("Z7ParamDef_B-1 x.csv"), row7);
     QVERIFY(Z7ParamDefinitions(QStringLiteral("B-1 x")).load());
@@ -118,7 +118,7 @@ void TestParameterDefinitionFiles::windowsLineEndsAreLineFeeds()
     QCOMPARE(definitions.paramOptionText(7, 0), QStringLiteral("aus\n"));
 }
 
-void TestParameterDefinitionFiles::theLastLineNeedsNoLineEnd()
+void TestParameterDefinitionFiles::lastLineNeedsNoLineEnd()
 {
     writeFile(header + "7;Name;rpm;0;;;Signed;0;;0");
     Z7ParamDefinitions definitions(version);
@@ -126,7 +126,7 @@ void TestParameterDefinitionFiles::theLastLineNeedsNoLineEnd()
     QCOMPARE(numbersOf(definitions), QList<int>({7}));
 }
 
-void TestParameterDefinitionFiles::aFileWithoutAUsableLineIsAFailure_data()
+void TestParameterDefinitionFiles::fileWithoutUsableLineIsFailure_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -140,7 +140,7 @@ void TestParameterDefinitionFiles::aFileWithoutAUsableLineIsAFailure_data()
     QTest::newRow("a row behind a UTF-8 mark") << "\xEF\xBB\xBF" + row7;
 }
 
-void TestParameterDefinitionFiles::aFileWithoutAUsableLineIsAFailure()
+void TestParameterDefinitionFiles::fileWithoutUsableLineIsFailure()
 {
     QFETCH(QByteArray, content);
     writeFile(content);
@@ -150,7 +150,7 @@ void TestParameterDefinitionFiles::aFileWithoutAUsableLineIsAFailure()
     QCOMPARE(definitions.paramName(7), QString());
 }
 
-void TestParameterDefinitionFiles::usableLinesOfADamagedFileCount_data()
+void TestParameterDefinitionFiles::usableLinesOfDamagedFileCount_data()
 {
     QTest::addColumn<QByteArray>("content");
     const QByteArray nul(1, '\0');
@@ -161,7 +161,7 @@ void TestParameterDefinitionFiles::usableLinesOfADamagedFileCount_data()
     QTest::newRow("a line of a million columns") << row7 + "x" + QByteArray(1000000, ';') + "\n";
 }
 
-void TestParameterDefinitionFiles::usableLinesOfADamagedFileCount()
+void TestParameterDefinitionFiles::usableLinesOfDamagedFileCount()
 {
     QFETCH(QByteArray, content);
     writeFile(content);
@@ -184,7 +184,7 @@ void TestParameterDefinitionFiles::numbersOutOfRangeFallBack()
     QVERIFY(definitions.isApplFunction(7));
 }
 
-void TestParameterDefinitionFiles::aFileOf15MegabytesIsRead()
+void TestParameterDefinitionFiles::fileOf15MegabytesIsRead()
 {
     writeFile(row7 + QByteArray(15 * 1024 * 1024, 'x') + "\n" + row(8));
     Z7ParamDefinitions definitions(version);
@@ -192,7 +192,7 @@ void TestParameterDefinitionFiles::aFileOf15MegabytesIsRead()
     QCOMPARE(numbersOf(definitions), QList<int>({7, 8}));
 }
 
-void TestParameterDefinitionFiles::aFileOf20MegabytesIsLeftAlone()
+void TestParameterDefinitionFiles::fileOf20MegabytesIsLeftAlone()
 {
     writeFile(row7 + QByteArray(20 * 1024 * 1024, 'x') + "\n");
     Z7ParamDefinitions definitions(version);
@@ -200,7 +200,7 @@ void TestParameterDefinitionFiles::aFileOf20MegabytesIsLeftAlone()
     QCOMPARE(numbersOf(definitions), QList<int>());
 }
 
-void TestParameterDefinitionFiles::aMissingFileIsAFailureEvenIfRowsAreKnown()
+void TestParameterDefinitionFiles::missingFileIsFailureEvenIfRowsAreKnown()
 {
     Z7ParamDefinitions definitions(version);
     QVERIFY(!definitions.load());
@@ -230,14 +230,14 @@ void TestParameterDefinitionFiles::whatIsNoFileCountsAsMissing()
     QCOMPARE(numbersOf(definitions), QList<int>({7}));
 }
 
-void TestParameterDefinitionFiles::aFileThatCannotBeOpenedKeepsTheRowsThatAreKnown_data()
+void TestParameterDefinitionFiles::fileThatCannotBeOpenedKeepsRowsThatAreKnown_data()
 {
     QTest::addColumn<bool>("isKnown");
     QTest::newRow("nothing is known") << false;
     QTest::newRow("a row is known") << true;
 }
 
-void TestParameterDefinitionFiles::aFileThatCannotBeOpenedKeepsTheRowsThatAreKnown()
+void TestParameterDefinitionFiles::fileThatCannotBeOpenedKeepsRowsThatAreKnown()
 {
     QFETCH(bool, isKnown);
     QDir().mkpath(fileName); // a folder of that name
@@ -248,7 +248,7 @@ void TestParameterDefinitionFiles::aFileThatCannotBeOpenedKeepsTheRowsThatAreKno
     QCOMPARE(numbersOf(definitions).size(), isKnown ? 1 : 0);
 }
 
-void TestParameterDefinitionFiles::readingAgainPutsNewRowsOverTheOldOnes()
+void TestParameterDefinitionFiles::readingAgainPutsNewRowsOverOldOnes()
 {
     writeFile(row7 + row(8));
     Z7ParamDefinitions definitions(version);
@@ -271,7 +271,7 @@ void TestParameterDefinitionFiles::definitionsAreMadeEmptyAndReadNothing()
     QCOMPARE(numbersOf(*Z7Services::instance()->definitions(version)), QList<int>({7}));
 }
 
-void TestParameterDefinitionFiles::aVersionWithoutAFileHasWorkingDefinitions()
+void TestParameterDefinitionFiles::versionWithoutFileHasWorkingDefinitions()
 {
     const Z7ParamDefinitions *definitions = Z7Services::instance()->definitions(QStringLiteral("V999"));
     for (const int number : {-1, 0, 7, 0x8001})
@@ -286,14 +286,14 @@ void TestParameterDefinitionFiles::oneVersionHasOneObject()
     QVERIFY(services->definitions(version) != services->definitions(QStringLiteral("V200")));
 }
 
-void TestParameterDefinitionFiles::theEndForgetsTheDefinitions()
+void TestParameterDefinitionFiles::endForgetsDefinitions()
 {
     Z7Services::instance()->definitions(version)->parseLine(QString::fromLatin1(row7));
     Z7Services::shutdown();
     QCOMPARE(numbersOf(*Z7Services::instance()->definitions(version)), QList<int>());
 }
 
-void TestParameterDefinitionFiles::aWorkerMayAskWhileTheFileIsRead()
+void TestParameterDefinitionFiles::workerMayAskWhileFileIsRead()
 {
     QByteArray content;
     for (int number = 0; number < 5000; ++number)
@@ -321,7 +321,7 @@ void TestParameterDefinitionFiles::aWorkerMayAskWhileTheFileIsRead()
     QCOMPARE(definitions->paramName(4999), QStringLiteral("Name"));
 }
 
-void TestParameterDefinitionFiles::theRowsOfAFileComeAllAtOnce()
+void TestParameterDefinitionFiles::rowsOfFileComeAllAtOnce()
 {
     constexpr int last = 20000;
     QByteArray content;
@@ -345,7 +345,7 @@ void TestParameterDefinitionFiles::theRowsOfAFileComeAllAtOnce()
     QVERIFY(isLastThere);
 }
 
-void TestParameterDefinitionFiles::workersThatMeetANewVersionGetTheSameObject()
+void TestParameterDefinitionFiles::workersThatMeetNewVersionGetSameObject()
 {
     Z7Services *services = Z7Services::instance();
     const auto ask = [services](QVector<Z7ParamDefinitions *> &found) {

@@ -40,37 +40,37 @@ class TestParameterDefinitions : public QObject
     Q_OBJECT
 
 private slots:
-    void aFullLineTellsEverything();
-    void anUnknownNumberHasADefaultRow();
-    void eachRowGivesTheDriveAParameterWithoutAValue();
+    void fullLineTellsEverything();
+    void unknownNumberHasDefaultRow();
+    void eachRowGivesDriveParameterWithoutValue();
 
-    void aLineIsTakenOrSkipped_data();
-    void aLineIsTakenOrSkipped();
-    void signednessDecidesTheLimits_data();
-    void signednessDecidesTheLimits();
-    void aNumberThatIsNoneFallsBack_data();
-    void aNumberThatIsNoneFallsBack();
-    void zeroMarksAnApplicationFunction_data();
-    void zeroMarksAnApplicationFunction();
-    void onlyAnRMarksAReadOnlyParameter_data();
-    void onlyAnRMarksAReadOnlyParameter();
+    void lineIsTakenOrSkipped_data();
+    void lineIsTakenOrSkipped();
+    void signednessDecidesLimits_data();
+    void signednessDecidesLimits();
+    void numberThatIsNoneFallsBack_data();
+    void numberThatIsNoneFallsBack();
+    void zeroMarksApplicationFunction_data();
+    void zeroMarksApplicationFunction();
+    void onlyRMarksReadOnlyParameter_data();
+    void onlyRMarksReadOnlyParameter();
     void quotesAreTakenOutOfTexts();
 
-    void aTextBelongsToTheValueOfItsColumn();
-    void aValueWithoutATextHasNone_data();
-    void aValueWithoutATextHasNone();
-    void twoQuotesMakeAnEmptyTextThatExists();
-    void theLineEndStaysOnTheLastColumn_data();
-    void theLineEndStaysOnTheLastColumn();
-    void ofTwoLinesTheLaterOneCounts();
+    void textBelongsToValueOfItsColumn();
+    void valueWithoutTextHasNone_data();
+    void valueWithoutTextHasNone();
+    void twoQuotesMakeEmptyTextThatExists();
+    void lineEndStaysOnLastColumn_data();
+    void lineEndStaysOnLastColumn();
+    void ofTwoLinesLaterOneCounts();
 
-    void oneLookUpGivesTheWholeRow();
-    void askingTwiceGivesTheVeryRow_data();
-    void askingTwiceGivesTheVeryRow();
-    void aRowThatIsHeldStaysAsItWas();
+    void oneLookUpGivesWholeRow();
+    void askingTwiceGivesVeryRow_data();
+    void askingTwiceGivesVeryRow();
+    void rowThatIsHeldStaysAsItWas();
 };
 
-void TestParameterDefinitions::aFullLineTellsEverything()
+void TestParameterDefinitions::fullLineTellsEverything()
 {
     const auto definitions = definitionsOf("11;Drehzahl X1;1/min;500;-100;4000;Signed;3;r;0;aus;ein;");
     QCOMPARE(definitions->paramName(11), QStringLiteral("Drehzahl X1"));
@@ -85,7 +85,7 @@ void TestParameterDefinitions::aFullLineTellsEverything()
     QCOMPARE(definitions->paramOptionText(11, 1), QStringLiteral("ein"));
 }
 
-void TestParameterDefinitions::anUnknownNumberHasADefaultRow()
+void TestParameterDefinitions::unknownNumberHasDefaultRow()
 {
     const auto definitions = definitionsOf("11;Name;rpm;1;2;3;Unsigned;1;r;0;aus;");
     QCOMPARE(definitions->paramName(12), QString());
@@ -100,7 +100,7 @@ void TestParameterDefinitions::anUnknownNumberHasADefaultRow()
     QCOMPARE(numbersOf(*definitions), QList<int>({11}));
 }
 
-void TestParameterDefinitions::eachRowGivesTheDriveAParameterWithoutAValue()
+void TestParameterDefinitions::eachRowGivesDriveParameterWithoutValue()
 {
     const auto definitions = definitionsOf(
         Lines {QStringLiteral("12;B;;7;;;Unsigned;0;;0;"), QStringLiteral("11;A;;7;;;Signed;0;;0;")});
@@ -114,7 +114,7 @@ void TestParameterDefinitions::eachRowGivesTheDriveAParameterWithoutAValue()
     QVERIFY(!set.value(12).hasValue);
 }
 
-void TestParameterDefinitions::aLineIsTakenOrSkipped_data()
+void TestParameterDefinitions::lineIsTakenOrSkipped_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<bool>("isTaken");
@@ -142,7 +142,7 @@ void TestParameterDefinitions::aLineIsTakenOrSkipped_data()
     row("more columns than there is meaning for", "7;;;;;;;;;0;;;;;;;;;;;;;;;;;;;;", true);
 }
 
-void TestParameterDefinitions::aLineIsTakenOrSkipped()
+void TestParameterDefinitions::lineIsTakenOrSkipped()
 {
     QFETCH(QString, line);
     QFETCH(bool, isTaken);
@@ -151,7 +151,7 @@ void TestParameterDefinitions::aLineIsTakenOrSkipped()
     QVERIFY(isTaken || definitions->paramName(7).isEmpty());
 }
 
-void TestParameterDefinitions::signednessDecidesTheLimits_data()
+void TestParameterDefinitions::signednessDecidesLimits_data()
 {
     QTest::addColumn<QString>("signedness");
     QTest::addColumn<int>("isUnsigned");
@@ -167,7 +167,7 @@ void TestParameterDefinitions::signednessDecidesTheLimits_data()
     QTest::newRow("nothing") << "" << 1 << 0 << 65535;
 }
 
-void TestParameterDefinitions::signednessDecidesTheLimits()
+void TestParameterDefinitions::signednessDecidesLimits()
 {
     QFETCH(QString, signedness);
     const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;;;;%1;;;0;").arg(signedness)});
@@ -176,7 +176,7 @@ void TestParameterDefinitions::signednessDecidesTheLimits()
     QTEST(definitions->paramMax(7), "maximum");
 }
 
-void TestParameterDefinitions::aNumberThatIsNoneFallsBack_data()
+void TestParameterDefinitions::numberThatIsNoneFallsBack_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("letters") << "abc";
@@ -187,7 +187,7 @@ void TestParameterDefinitions::aNumberThatIsNoneFallsBack_data()
     QTest::newRow("nothing") << "";
 }
 
-void TestParameterDefinitions::aNumberThatIsNoneFallsBack()
+void TestParameterDefinitions::numberThatIsNoneFallsBack()
 {
     QFETCH(QString, text);
     const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;%1;%1;%1;Signed;%1;;0;").arg(text)});
@@ -197,7 +197,7 @@ void TestParameterDefinitions::aNumberThatIsNoneFallsBack()
     QVERIFY(definitions->isApplFunction(7));
 }
 
-void TestParameterDefinitions::zeroMarksAnApplicationFunction_data()
+void TestParameterDefinitions::zeroMarksApplicationFunction_data()
 {
     QTest::addColumn<QString>("column");
     QTest::addColumn<bool>("isApplFunction");
@@ -207,14 +207,14 @@ void TestParameterDefinitions::zeroMarksAnApplicationFunction_data()
     QTest::newRow("nothing") << "" << true;
 }
 
-void TestParameterDefinitions::zeroMarksAnApplicationFunction()
+void TestParameterDefinitions::zeroMarksApplicationFunction()
 {
     QFETCH(QString, column);
     const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;;;;;%1;;0;").arg(column)});
     QTEST(definitions->isApplFunction(7), "isApplFunction");
 }
 
-void TestParameterDefinitions::onlyAnRMarksAReadOnlyParameter_data()
+void TestParameterDefinitions::onlyRMarksReadOnlyParameter_data()
 {
     QTest::addColumn<QString>("column");
     QTest::addColumn<bool>("isReadOnly");
@@ -226,7 +226,7 @@ void TestParameterDefinitions::onlyAnRMarksAReadOnlyParameter_data()
     QTest::newRow("nothing") << "" << false;
 }
 
-void TestParameterDefinitions::onlyAnRMarksAReadOnlyParameter()
+void TestParameterDefinitions::onlyRMarksReadOnlyParameter()
 {
     QFETCH(QString, column);
     const auto definitions = definitionsOf(Lines {QStringLiteral("7;;;;;;;;%1;0;").arg(column)});
@@ -241,14 +241,14 @@ void TestParameterDefinitions::quotesAreTakenOutOfTexts()
     QCOMPARE(definitions->paramOptionText(7, 0), QStringLiteral("aus"));
 }
 
-void TestParameterDefinitions::aTextBelongsToTheValueOfItsColumn()
+void TestParameterDefinitions::textBelongsToValueOfItsColumn()
 {
     const auto definitions = definitionsOf("7;;;;;;;;;0;t0;t1;t2;t3;t4;t5;t6;t7;t8;t9;t10;t11;t12;t13;t14");
     for (int value = 0; value <= 12; ++value)
         QCOMPARE(definitions->paramOptionText(7, value), QStringLiteral("t%1").arg(value));
 }
 
-void TestParameterDefinitions::aValueWithoutATextHasNone_data()
+void TestParameterDefinitions::valueWithoutTextHasNone_data()
 {
     QTest::addColumn<int>("value");
     QTest::newRow("its column is empty") << 1;
@@ -257,14 +257,14 @@ void TestParameterDefinitions::aValueWithoutATextHasNone_data()
     QTest::newRow("the highest wire value") << 65535;
 }
 
-void TestParameterDefinitions::aValueWithoutATextHasNone()
+void TestParameterDefinitions::valueWithoutTextHasNone()
 {
     QFETCH(int, value);
     const auto definitions = definitionsOf("7;;;;;;;;;0;t0;;t2;t3;t4;t5;t6;t7;t8;t9;t10;t11;t12;t13");
     QCOMPARE(definitions->paramOptionText(7, value), QString());
 }
 
-void TestParameterDefinitions::twoQuotesMakeAnEmptyTextThatExists()
+void TestParameterDefinitions::twoQuotesMakeEmptyTextThatExists()
 {
     const auto definitions = definitionsOf("7;;;;;;;;;0;\"\";;");
     QCOMPARE(definitions->paramOptionText(7, 0), QString());
@@ -273,7 +273,7 @@ void TestParameterDefinitions::twoQuotesMakeAnEmptyTextThatExists()
     QVERIFY(definitions->paramOptionText(7, 1).isNull());
 }
 
-void TestParameterDefinitions::theLineEndStaysOnTheLastColumn_data()
+void TestParameterDefinitions::lineEndStaysOnLastColumn_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("text");
@@ -284,7 +284,7 @@ void TestParameterDefinitions::theLineEndStaysOnTheLastColumn_data()
                                                     << "aus\n";
 }
 
-void TestParameterDefinitions::theLineEndStaysOnTheLastColumn()
+void TestParameterDefinitions::lineEndStaysOnLastColumn()
 {
     QFETCH(QString, line);
     const auto definitions = definitionsOf(Lines {line});
@@ -294,7 +294,7 @@ void TestParameterDefinitions::theLineEndStaysOnTheLastColumn()
     QVERIFY(!definitions->isReadOnly(7));
 }
 
-void TestParameterDefinitions::ofTwoLinesTheLaterOneCounts()
+void TestParameterDefinitions::ofTwoLinesLaterOneCounts()
 {
     const auto definitions = definitionsOf(Lines {QStringLiteral("7;first;V;1;2;3;Signed;1;r;0;aus;ein;"),
         QStringLiteral("7;second;;;;;Unsigned;;;0;Aus;")});
@@ -307,7 +307,7 @@ void TestParameterDefinitions::ofTwoLinesTheLaterOneCounts()
     QCOMPARE(definitions->emptyParameterSet().value(7).isUnsigned, 1);
 }
 
-void TestParameterDefinitions::oneLookUpGivesTheWholeRow()
+void TestParameterDefinitions::oneLookUpGivesWholeRow()
 {
     const auto definitions = definitionsOf("11;Drehzahl X1;1/min;500;-100;4000;Signed;3;r;0;aus;ein;");
     const Z7ParamDefinition &row = definitions->row(11);
@@ -323,14 +323,14 @@ void TestParameterDefinitions::oneLookUpGivesTheWholeRow()
     QCOMPARE(row.optionText(1), QStringLiteral("ein"));
 }
 
-void TestParameterDefinitions::askingTwiceGivesTheVeryRow_data()
+void TestParameterDefinitions::askingTwiceGivesVeryRow_data()
 {
     QTest::addColumn<int>("number");
     QTest::newRow("a number that is known") << 11;
     QTest::newRow("an unknown number") << 12;
 }
 
-void TestParameterDefinitions::askingTwiceGivesTheVeryRow()
+void TestParameterDefinitions::askingTwiceGivesVeryRow()
 {
     QFETCH(int, number);
     const auto definitions = definitionsOf("11;Name;rpm;1;2;3;Unsigned;1;r;0;aus;");
@@ -339,7 +339,7 @@ void TestParameterDefinitions::askingTwiceGivesTheVeryRow()
     QCOMPARE(&definitions->row(number), row);
 }
 
-void TestParameterDefinitions::aRowThatIsHeldStaysAsItWas()
+void TestParameterDefinitions::rowThatIsHeldStaysAsItWas()
 {
     const auto definitions = definitionsOf("11;first;V;1;2;3;Signed;1;r;0;aus;");
     const Z7ParamDefinition &row = definitions->row(11);

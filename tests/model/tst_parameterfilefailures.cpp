@@ -56,18 +56,18 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup() { m_folder.reset(); }
 
-    void whicheverCallFailsTheFileIsWhole_data();
-    void whicheverCallFailsTheFileIsWhole();
-    void aDiskThatFailsAltogetherIsTold_data();
-    void aDiskThatFailsAltogetherIsTold();
-    void aFileThatIsWrittenInPlaceIsPutBack_data();
-    void aFileThatIsWrittenInPlaceIsPutBack();
+    void fileIsWholeWhicheverCallFails_data();
+    void fileIsWholeWhicheverCallFails();
+    void diskThatFailsAltogetherIsTold_data();
+    void diskThatFailsAltogetherIsTold();
+    void fileThatIsWrittenInPlaceIsPutBack_data();
+    void fileThatIsWrittenInPlaceIsPutBack();
 
 private:
     std::optional<WorkingFolder> m_folder;
 };
 
-void TestParameterFileFailures::whicheverCallFailsTheFileIsWhole_data()
+void TestParameterFileFailures::fileIsWholeWhicheverCallFails_data()
 {
     QTest::addColumn<QByteArray>("call");
     QTest::addColumn<z7_failure>("failure");
@@ -76,7 +76,7 @@ void TestParameterFileFailures::whicheverCallFailsTheFileIsWhole_data()
     QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
 }
 
-void TestParameterFileFailures::whicheverCallFailsTheFileIsWhole()
+void TestParameterFileFailures::fileIsWholeWhicheverCallFails()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);
@@ -87,7 +87,7 @@ void TestParameterFileFailures::whicheverCallFailsTheFileIsWhole()
     });
 }
 
-void TestParameterFileFailures::aDiskThatFailsAltogetherIsTold_data()
+void TestParameterFileFailures::diskThatFailsAltogetherIsTold_data()
 {
     QTest::addColumn<QByteArray>("call");
     QTest::addColumn<z7_failure>("failure");
@@ -95,7 +95,7 @@ void TestParameterFileFailures::aDiskThatFailsAltogetherIsTold_data()
     QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
 }
 
-void TestParameterFileFailures::aDiskThatFailsAltogetherIsTold()
+void TestParameterFileFailures::diskThatFailsAltogetherIsTold()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);
@@ -104,7 +104,7 @@ void TestParameterFileFailures::aDiskThatFailsAltogetherIsTold()
     QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
-void TestParameterFileFailures::aFileThatIsWrittenInPlaceIsPutBack_data()
+void TestParameterFileFailures::fileThatIsWrittenInPlaceIsPutBack_data()
 {
     QTest::addColumn<QByteArray>("call");
     QTest::addColumn<z7_failure>("failure");
@@ -119,7 +119,7 @@ void TestParameterFileFailures::aFileThatIsWrittenInPlaceIsPutBack_data()
     rows("fsync fails from then on", "fsync", Z7_FAILS_FROM_THEN_ON);
 }
 
-void TestParameterFileFailures::aFileThatIsWrittenInPlaceIsPutBack()
+void TestParameterFileFailures::fileThatIsWrittenInPlaceIsPutBack()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);

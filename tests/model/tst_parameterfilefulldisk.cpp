@@ -44,9 +44,9 @@ private slots:
     void init();
     void cleanup();
 
-    void theOldFileStaysUnlessTheNewOneHasRoom_data();
-    void theOldFileStaysUnlessTheNewOneHasRoom();
-    void aFileThatFindsNoRoomIsNotMade();
+    void oldFileStaysUnlessNewOneHasRoom_data();
+    void oldFileStaysUnlessNewOneHasRoom();
+    void fileThatFindsNoRoomIsNotMade();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -72,7 +72,7 @@ void TestParameterFileFullDisk::cleanup()
     m_folder.reset();
 }
 
-void TestParameterFileFullDisk::theOldFileStaysUnlessTheNewOneHasRoom_data()
+void TestParameterFileFullDisk::oldFileStaysUnlessNewOneHasRoom_data()
 {
     QTest::addColumn<int>("freePages");
     QTest::addColumn<int>("neededPages");
@@ -82,7 +82,7 @@ void TestParameterFileFullDisk::theOldFileStaysUnlessTheNewOneHasRoom_data()
     }
 }
 
-void TestParameterFileFullDisk::theOldFileStaysUnlessTheNewOneHasRoom()
+void TestParameterFileFullDisk::oldFileStaysUnlessNewOneHasRoom()
 {
     QFETCH(int, freePages);
     QFETCH(int, neededPages);
@@ -98,7 +98,7 @@ void TestParameterFileFullDisk::theOldFileStaysUnlessTheNewOneHasRoom()
     QCOMPARE(WorkingFolder::files(), QStringList({ballast, fileName}));
 }
 
-void TestParameterFileFullDisk::aFileThatFindsNoRoomIsNotMade()
+void TestParameterFileFullDisk::fileThatFindsNoRoomIsNotMade()
 {
     const Z7Device drive = driveWithPages(3);
     SmallFileSystem::fill(ballast, 2);

@@ -44,45 +44,45 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup() { m_folder.reset(); }
 
-    void aFileGivesItsVersionAndItsValues();
-    void aValueReadIsMarkedAsPresent();
-    void theFormOfTheDocumentDoesNotMatter_data();
-    void theFormOfTheDocumentDoesNotMatter();
-    void aDocumentInAnotherEncodingIsRead_data();
-    void aDocumentInAnotherEncodingIsRead();
+    void fileGivesItsVersionAndItsValues();
+    void valueReadIsMarkedAsPresent();
+    void formOfDocumentDoesNotMatter_data();
+    void formOfDocumentDoesNotMatter();
+    void documentInAnotherEncodingIsRead_data();
+    void documentInAnotherEncodingIsRead();
     void namesAreComparedExactly_data();
     void namesAreComparedExactly();
 
     void parametersCountOnlyFromTheirElementOn();
-    void parametersCountToTheEndOfTheDocument();
+    void parametersCountToEndOfDocument();
     void parametersInsideOfOtherElementsCount();
-    void aParameterWithoutNumberOrValueIsSkipped_data();
-    void aParameterWithoutNumberOrValueIsSkipped();
-    void aFileOfSuchParametersIsAnEmptySet();
-    void aTextThatIsNoNumberCountsAsZero_data();
-    void aTextThatIsNoNumberCountsAsZero();
-    void ofTwoValuesOfOneParameterTheLaterCounts();
-    void aValueBeyondTheLimitsIsTaken();
-    void aReadOnlyParameterIsTaken();
-    void anUnknownParameterIsTakenAsADefaultOne();
+    void parameterWithoutNumberOrValueIsSkipped_data();
+    void parameterWithoutNumberOrValueIsSkipped();
+    void fileOfSuchParametersIsEmptySet();
+    void textThatIsNoNumberCountsAsZero_data();
+    void textThatIsNoNumberCountsAsZero();
+    void ofTwoValuesOfOneParameterLaterCounts();
+    void valueBeyondLimitsIsTaken();
+    void readOnlyParameterIsTaken();
+    void unknownParameterIsTakenAsDefaultOne();
 
-    void theVersionOfTheFileTellsTheSignedness_data();
-    void theVersionOfTheFileTellsTheSignedness();
-    void aVersionBehindTheParametersIsNotRead();
-    void withoutAVersionTheSignednessIsUnknown();
-    void anEmptyVersionIsNoVersion_data();
-    void anEmptyVersionIsNoVersion();
-    void ofTwoVersionsTheLaterCounts();
+    void versionOfFileTellsSignedness_data();
+    void versionOfFileTellsSignedness();
+    void versionBehindParametersIsNotRead();
+    void withoutVersionSignednessIsUnknown();
+    void emptyVersionIsNoVersion_data();
+    void emptyVersionIsNoVersion();
+    void ofTwoVersionsLaterCounts();
     void anyVersionIsTakenAsItStands();
 
-    void openingAnotherFileForgetsTheValuesOfTheFirst();
-    void openingAFileWithoutAVersionKeepsTheVersionOfTheFirst();
+    void openingAnotherFileForgetsValuesOfFirst();
+    void openingFileWithoutVersionKeepsVersionOfFirst();
 
 private:
     std::optional<WorkingFolder> m_folder;
 };
 
-void TestParameterFileReading::aFileGivesItsVersionAndItsValues()
+void TestParameterFileReading::fileGivesItsVersionAndItsValues()
 {
     Z7ParameterFile file;
     const QByteArray parameters = R"(<parameter id="11" val="100"/><parameter id="12" val="-5"/>)";
@@ -92,7 +92,7 @@ void TestParameterFileReading::aFileGivesItsVersionAndItsValues()
     QCOMPARE(valuesOf(file), Values({{11, 100}, {12, -5}}));
 }
 
-void TestParameterFileReading::aValueReadIsMarkedAsPresent()
+void TestParameterFileReading::valueReadIsMarkedAsPresent()
 {
     Z7ParameterFile file;
     load(file, parameterDocument(R"(<parameter id="11" val="0"/>)"));
@@ -101,7 +101,7 @@ void TestParameterFileReading::aValueReadIsMarkedAsPresent()
     QVERIFY(!onlyParameter(file).valid);
 }
 
-void TestParameterFileReading::theFormOfTheDocumentDoesNotMatter_data()
+void TestParameterFileReading::formOfDocumentDoesNotMatter_data()
 {
     QTest::addColumn<QByteArray>("content");
     const QByteArray usual = parameterDocument(R"(<parameter id="11" val="100"/>)");
@@ -132,7 +132,7 @@ void TestParameterFileReading::theFormOfTheDocumentDoesNotMatter_data()
         << QByteArray(usual).replace("?><", "?><!DOCTYPE Z7Device [<!ELEMENT Z7Device ANY>]><");
 }
 
-void TestParameterFileReading::theFormOfTheDocumentDoesNotMatter()
+void TestParameterFileReading::formOfDocumentDoesNotMatter()
 {
     QFETCH(QByteArray, content);
     Z7ParameterFile file;
@@ -141,7 +141,7 @@ void TestParameterFileReading::theFormOfTheDocumentDoesNotMatter()
     QCOMPARE(valuesOf(file), Values({{11, 100}}));
 }
 
-void TestParameterFileReading::aDocumentInAnotherEncodingIsRead_data()
+void TestParameterFileReading::documentInAnotherEncodingIsRead_data()
 {
     QTest::addColumn<QByteArray>("encoding");
     QTest::newRow("UTF-8") << QByteArray("UTF-8");
@@ -149,7 +149,7 @@ void TestParameterFileReading::aDocumentInAnotherEncodingIsRead_data()
     QTest::newRow("Latin-1") << QByteArray("ISO-8859-1");
 }
 
-void TestParameterFileReading::aDocumentInAnotherEncodingIsRead()
+void TestParameterFileReading::documentInAnotherEncodingIsRead()
 {
     QFETCH(QByteArray, encoding);
     const QByteArray utf8 = parameterDocument(R"(<parameter id="11" val="100"/>)", "Vä");
@@ -194,7 +194,7 @@ void TestParameterFileReading::parametersCountOnlyFromTheirElementOn()
     QCOMPARE(valuesOf(file), Values({{11, 100}}));
 }
 
-void TestParameterFileReading::parametersCountToTheEndOfTheDocument()
+void TestParameterFileReading::parametersCountToEndOfDocument()
 {
     Z7ParameterFile file;
     const QByteArray content = parameterDocument(R"(<parameter id="11" val="100"/>)");
@@ -211,7 +211,7 @@ void TestParameterFileReading::parametersInsideOfOtherElementsCount()
     QCOMPARE(valuesOf(file), Values({{11, 1}, {12, 2}}));
 }
 
-void TestParameterFileReading::aParameterWithoutNumberOrValueIsSkipped_data()
+void TestParameterFileReading::parameterWithoutNumberOrValueIsSkipped_data()
 {
     QTest::addColumn<QByteArray>("parameter");
     QTest::newRow("no attributes") << QByteArray(R"(<parameter/>)");
@@ -222,7 +222,7 @@ void TestParameterFileReading::aParameterWithoutNumberOrValueIsSkipped_data()
     QTest::newRow("both empty") << QByteArray(R"(<parameter id="" val=""/>)");
 }
 
-void TestParameterFileReading::aParameterWithoutNumberOrValueIsSkipped()
+void TestParameterFileReading::parameterWithoutNumberOrValueIsSkipped()
 {
     QFETCH(QByteArray, parameter);
     Z7ParameterFile file;
@@ -230,7 +230,7 @@ void TestParameterFileReading::aParameterWithoutNumberOrValueIsSkipped()
     QCOMPARE(valuesOf(file), Values({{11, 100}}));
 }
 
-void TestParameterFileReading::aFileOfSuchParametersIsAnEmptySet()
+void TestParameterFileReading::fileOfSuchParametersIsEmptySet()
 {
     Z7ParameterFile file;
     QCOMPARE(load(file, parameterDocument("<parameter/><parameter/>")), QString());
@@ -238,7 +238,7 @@ void TestParameterFileReading::aFileOfSuchParametersIsAnEmptySet()
     QCOMPARE(valuesOf(file), Values());
 }
 
-void TestParameterFileReading::aTextThatIsNoNumberCountsAsZero_data()
+void TestParameterFileReading::textThatIsNoNumberCountsAsZero_data()
 {
     QTest::addColumn<QByteArray>("text");
     for (const char *text : {"abc", "-", "1.5", "0x10", "12abc", "1 2", "2147483648", "-2147483649",
@@ -246,7 +246,7 @@ void TestParameterFileReading::aTextThatIsNoNumberCountsAsZero_data()
         QTest::newRow(text) << QByteArray(text);
 }
 
-void TestParameterFileReading::aTextThatIsNoNumberCountsAsZero()
+void TestParameterFileReading::textThatIsNoNumberCountsAsZero()
 {
     QFETCH(QByteArray, text);
     Z7ParameterFile file;
@@ -256,14 +256,14 @@ void TestParameterFileReading::aTextThatIsNoNumberCountsAsZero()
     QCOMPARE(valuesOf(file), Values({{0, 100}}));
 }
 
-void TestParameterFileReading::ofTwoValuesOfOneParameterTheLaterCounts()
+void TestParameterFileReading::ofTwoValuesOfOneParameterLaterCounts()
 {
     Z7ParameterFile file;
     load(file, parameterDocument(R"(<parameter id="11" val="1"/><parameter id="11" val="2"/>)"));
     QCOMPARE(valuesOf(file), Values({{11, 2}}));
 }
 
-void TestParameterFileReading::aValueBeyondTheLimitsIsTaken()
+void TestParameterFileReading::valueBeyondLimitsIsTaken()
 {
     Z7ParameterFile file;
     load(file,
@@ -271,7 +271,7 @@ void TestParameterFileReading::aValueBeyondTheLimitsIsTaken()
     QCOMPARE(valuesOf(file), Values({{1, 2147483647}, {-2, std::numeric_limits<int>::min()}}));
 }
 
-void TestParameterFileReading::aReadOnlyParameterIsTaken()
+void TestParameterFileReading::readOnlyParameterIsTaken()
 {
     defineParameter(version, 20, "Signed", "r");
     Z7ParameterFile file;
@@ -279,7 +279,7 @@ void TestParameterFileReading::aReadOnlyParameterIsTaken()
     QCOMPARE(valuesOf(file), Values({{20, 7}}));
 }
 
-void TestParameterFileReading::anUnknownParameterIsTakenAsADefaultOne()
+void TestParameterFileReading::unknownParameterIsTakenAsDefaultOne()
 {
     defineParameter(version, 11, "Unsigned");
     Z7ParameterFile file;
@@ -291,7 +291,7 @@ void TestParameterFileReading::anUnknownParameterIsTakenAsADefaultOne()
     QCOMPARE(valuesOf(ofTheDrive), Values({{11, 0}}));
 }
 
-void TestParameterFileReading::theVersionOfTheFileTellsTheSignedness_data()
+void TestParameterFileReading::versionOfFileTellsSignedness_data()
 {
     QTest::addColumn<QByteArray>("fileVersion");
     QTest::addColumn<int>("isUnsigned");
@@ -299,7 +299,7 @@ void TestParameterFileReading::theVersionOfTheFileTellsTheSignedness_data()
     QTest::newRow("signed there") << QByteArray("V200") << 0;
 }
 
-void TestParameterFileReading::theVersionOfTheFileTellsTheSignedness()
+void TestParameterFileReading::versionOfFileTellsSignedness()
 {
     QFETCH(QByteArray, fileVersion);
     defineParameter(version, 11, "Unsigned");
@@ -309,7 +309,7 @@ void TestParameterFileReading::theVersionOfTheFileTellsTheSignedness()
     QTEST(onlyParameter(file).isUnsigned, "isUnsigned");
 }
 
-void TestParameterFileReading::aVersionBehindTheParametersIsNotRead()
+void TestParameterFileReading::versionBehindParametersIsNotRead()
 {
     defineParameter(version, 11, "Unsigned");
     Z7ParameterFile file;
@@ -320,7 +320,7 @@ void TestParameterFileReading::aVersionBehindTheParametersIsNotRead()
     QCOMPARE(onlyParameter(file).isUnsigned, 0);
 }
 
-void TestParameterFileReading::withoutAVersionTheSignednessIsUnknown()
+void TestParameterFileReading::withoutVersionSignednessIsUnknown()
 {
     defineParameter(version, 11, "Unsigned");
     Z7ParameterFile file;
@@ -331,7 +331,7 @@ void TestParameterFileReading::withoutAVersionTheSignednessIsUnknown()
     QCOMPARE(onlyParameter(file).isUnsigned, 0);
 }
 
-void TestParameterFileReading::anEmptyVersionIsNoVersion_data()
+void TestParameterFileReading::emptyVersionIsNoVersion_data()
 {
     QTest::addColumn<QByteArray>("element");
     QTest::newRow("empty") << QByteArray(R"(<DeviceInfo SoftwareVersion=""/>)");
@@ -340,7 +340,7 @@ void TestParameterFileReading::anEmptyVersionIsNoVersion_data()
     QTest::newRow("other element") << QByteArray(R"(<deviceinfo SoftwareVersion="V200"/>)");
 }
 
-void TestParameterFileReading::anEmptyVersionIsNoVersion()
+void TestParameterFileReading::emptyVersionIsNoVersion()
 {
     QFETCH(QByteArray, element);
     Z7ParameterFile file;
@@ -350,7 +350,7 @@ void TestParameterFileReading::anEmptyVersionIsNoVersion()
     QCOMPARE(file.userParams().softwareVersion, version);
 }
 
-void TestParameterFileReading::ofTwoVersionsTheLaterCounts()
+void TestParameterFileReading::ofTwoVersionsLaterCounts()
 {
     Z7ParameterFile file;
     const QByteArray content = parameterDocument(R"(<parameter id="11" val="1"/>)");
@@ -365,7 +365,7 @@ void TestParameterFileReading::anyVersionIsTakenAsItStands()
     QCOMPARE(file.softwareVersion(), QStringLiteral(" v 1.2.3 <beta>"));
 }
 
-void TestParameterFileReading::openingAnotherFileForgetsTheValuesOfTheFirst()
+void TestParameterFileReading::openingAnotherFileForgetsValuesOfFirst()
 {
     Z7ParameterFile file;
     load(file, parameterDocument(R"(<parameter id="11" val="1"/>)"));
@@ -374,7 +374,7 @@ void TestParameterFileReading::openingAnotherFileForgetsTheValuesOfTheFirst()
     QCOMPARE(valuesOf(file), Values({{12, 2}}));
 }
 
-void TestParameterFileReading::openingAFileWithoutAVersionKeepsTheVersionOfTheFirst()
+void TestParameterFileReading::openingFileWithoutVersionKeepsVersionOfFirst()
 {
     defineParameter(version, 12, "Unsigned");
     Z7ParameterFile file;

@@ -60,29 +60,29 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup() { m_folder.reset(); }
 
-    void theWholeFileIsOneLine();
+    void wholeFileIsOneLine();
     void parametersStandInAscendingOrder();
     void readOnlyParametersAreLeftOut();
-    void theVersionOfTheDriveTellsWhatIsReadOnly();
-    void theValueOfTheUserWins_data();
-    void theValueOfTheUserWins();
-    void aChangeOfAParameterThatTheDriveDoesNotHaveIsLeftOut();
-    void aChangeOfAReadOnlyParameterIsLeftOut();
-    void aParameterThatWasNeverReadIsWrittenWithZero();
+    void versionOfDriveTellsWhatIsReadOnly();
+    void valueOfUserWins_data();
+    void valueOfUserWins();
+    void changeOfParameterThatDriveDoesNotHaveIsLeftOut();
+    void changeOfReadOnlyParameterIsLeftOut();
+    void parameterThatWasNeverReadIsWrittenWithZero();
     void valuesAreWrittenOverTheirWholeRange();
-    void aDriveWithoutWritableParametersGivesAFileWithoutThem();
-    void aVersionOfAnyCharactersIsWrittenSoThatItCanBeRead();
+    void driveWithoutWritableParametersGivesFileWithoutThem();
+    void versionOfAnyCharactersIsWrittenSoThatItCanBeRead();
 
-    void savingAgainLeavesNothingOfALongerFile();
-    void aSavedFileKeepsItsPermissions();
-    void aLinkStaysOneAndTheFileBehindItIsWritten();
-    void nothingElseLiesInTheFolderAfterwards();
+    void savingAgainLeavesNothingOfLongerFile();
+    void savedFileKeepsItsPermissions();
+    void linkStaysOneAndFileBehindItIsWritten();
+    void nothingElseLiesInFolderAfterwards();
 
 private:
     std::optional<WorkingFolder> m_folder;
 };
 
-void TestParameterFileWriting::theWholeFileIsOneLine()
+void TestParameterFileWriting::wholeFileIsOneLine()
 {
     QCOMPARE(save(driveWith({{11, 100}, {12, -5}})), QString());
     QCOMPARE(WorkingFolder::read(fileName),
@@ -112,7 +112,7 @@ void TestParameterFileWriting::readOnlyParametersAreLeftOut()
     QCOMPARE(savedParameters(), QByteArray("<parameter id=\"11\" val=\"500\"/>"));
 }
 
-void TestParameterFileWriting::theVersionOfTheDriveTellsWhatIsReadOnly()
+void TestParameterFileWriting::versionOfDriveTellsWhatIsReadOnly()
 {
     defineParameter(QStringLiteral("V200"), 11, "Signed", "r");
     defineParameter(version, 12, "Signed", "r");
@@ -122,7 +122,7 @@ void TestParameterFileWriting::theVersionOfTheDriveTellsWhatIsReadOnly()
     QCOMPARE(savedParameters("V200"), QByteArray("<parameter id=\"12\" val=\"2\"/>"));
 }
 
-void TestParameterFileWriting::theValueOfTheUserWins_data()
+void TestParameterFileWriting::valueOfUserWins_data()
 {
     QTest::addColumn<Z7DeviceParam>("read");
     QTest::addColumn<Z7DeviceParam>("changed");
@@ -141,7 +141,7 @@ void TestParameterFileWriting::theValueOfTheUserWins_data()
     }() << 6;
 }
 
-void TestParameterFileWriting::theValueOfTheUserWins()
+void TestParameterFileWriting::valueOfUserWins()
 {
     QFETCH(Z7DeviceParam, read);
     QFETCH(Z7DeviceParam, changed);
@@ -154,20 +154,20 @@ void TestParameterFileWriting::theValueOfTheUserWins()
     QCOMPARE(savedParameters(), "<parameter id=\"11\" val=\"" + QByteArray::number(written) + "\"/>");
 }
 
-void TestParameterFileWriting::aChangeOfAParameterThatTheDriveDoesNotHaveIsLeftOut()
+void TestParameterFileWriting::changeOfParameterThatDriveDoesNotHaveIsLeftOut()
 {
     save(driveWith({{11, 100}}), {{12, 500}});
     QCOMPARE(savedParameters(), QByteArray("<parameter id=\"11\" val=\"100\"/>"));
 }
 
-void TestParameterFileWriting::aChangeOfAReadOnlyParameterIsLeftOut()
+void TestParameterFileWriting::changeOfReadOnlyParameterIsLeftOut()
 {
     defineParameter(version, 20, "Signed", "r");
     save(driveWith({{11, 100}, {20, 7}}), {{20, 8}});
     QCOMPARE(savedParameters(), QByteArray("<parameter id=\"11\" val=\"100\"/>"));
 }
 
-void TestParameterFileWriting::aParameterThatWasNeverReadIsWrittenWithZero()
+void TestParameterFileWriting::parameterThatWasNeverReadIsWrittenWithZero()
 {
     defineParameter(version, 11, "Signed");
     save(driveWithSet(Z7Services::instance()->definitions(version)->emptyParameterSet()));
@@ -182,7 +182,7 @@ void TestParameterFileWriting::valuesAreWrittenOverTheirWholeRange()
                    "<parameter id=\"3\" val=\"65535\"/>"));
 }
 
-void TestParameterFileWriting::aDriveWithoutWritableParametersGivesAFileWithoutThem()
+void TestParameterFileWriting::driveWithoutWritableParametersGivesFileWithoutThem()
 {
     defineParameter(version, 20, "Signed", "r");
     QCOMPARE(save(driveWith({{20, 7}})), QString());
@@ -191,7 +191,7 @@ void TestParameterFileWriting::aDriveWithoutWritableParametersGivesAFileWithoutT
     QCOMPARE(WorkingFolder::read(fileName), expected + "\n");
 }
 
-void TestParameterFileWriting::aVersionOfAnyCharactersIsWrittenSoThatItCanBeRead()
+void TestParameterFileWriting::versionOfAnyCharactersIsWrittenSoThatItCanBeRead()
 {
     Z7Device drive = driveWith({{11, 1}});
     drive.softwareVersion = QStringLiteral("V<1&\"2\">ä");
@@ -201,7 +201,7 @@ void TestParameterFileWriting::aVersionOfAnyCharactersIsWrittenSoThatItCanBeRead
     QCOMPARE(file.softwareVersion(), drive.softwareVersion);
 }
 
-void TestParameterFileWriting::savingAgainLeavesNothingOfALongerFile()
+void TestParameterFileWriting::savingAgainLeavesNothingOfLongerFile()
 {
     save(driveWithParameters(5000));
     QVERIFY(QFileInfo(fileName).size() > 100000);
@@ -209,7 +209,7 @@ void TestParameterFileWriting::savingAgainLeavesNothingOfALongerFile()
     QCOMPARE(savedParameters(), QByteArray("<parameter id=\"11\" val=\"100\"/>"));
 }
 
-void TestParameterFileWriting::aSavedFileKeepsItsPermissions()
+void TestParameterFileWriting::savedFileKeepsItsPermissions()
 {
     writeOldFile(0640);
     QCOMPARE(save(driveWith({{11, 100}})), QString());
@@ -218,7 +218,7 @@ void TestParameterFileWriting::aSavedFileKeepsItsPermissions()
     QCOMPARE(status.st_mode & 0777U, 0640U);
 }
 
-void TestParameterFileWriting::aLinkStaysOneAndTheFileBehindItIsWritten()
+void TestParameterFileWriting::linkStaysOneAndFileBehindItIsWritten()
 {
     writeOldFile(0600);
     const QString link = QStringLiteral("link.z7param");
@@ -229,7 +229,7 @@ void TestParameterFileWriting::aLinkStaysOneAndTheFileBehindItIsWritten()
     QCOMPARE(savedParameters(), QByteArray("<parameter id=\"11\" val=\"100\"/>"));
 }
 
-void TestParameterFileWriting::nothingElseLiesInTheFolderAfterwards()
+void TestParameterFileWriting::nothingElseLiesInFolderAfterwards()
 {
     for (int i = 0; i < 3; ++i)
         save(driveWith({{11, i}}));

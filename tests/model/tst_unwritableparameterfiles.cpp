@@ -70,27 +70,27 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup() { m_folder.reset(); }
 
-    void aPathThatCannotBeOpenedIsToldInOneText_data();
-    void aPathThatCannotBeOpenedIsToldInOneText();
-    void theTextComesFromTheLanguageFile();
+    void pathThatCannotBeOpenedIsToldInOneText_data();
+    void pathThatCannotBeOpenedIsToldInOneText();
+    void textComesFromLanguageFile();
 
     void whatIsNoFileIsNotWrittenTo_data();
     void whatIsNoFileIsNotWrittenTo();
-    void aReadOnlyFileStaysAsItIs();
-    void aReadOnlyFolderTakesNoNewFile();
-    void aFileInAReadOnlyFolderIsWrittenInPlace();
+    void readOnlyFileStaysAsItIs();
+    void readOnlyFolderTakesNoNewFile();
+    void fileInReadOnlyFolderIsWrittenInPlace();
 
-    void aFullDiskLeavesTheOldFileAndNoOther_data();
-    void aFullDiskLeavesTheOldFileAndNoOther();
-    void aFullDiskLeavesNoHalfFile();
-    void aFullDiskLeavesAFileThatIsWrittenInPlace_data();
-    void aFullDiskLeavesAFileThatIsWrittenInPlace();
+    void fullDiskLeavesOldFileAndNoOther_data();
+    void fullDiskLeavesOldFileAndNoOther();
+    void fullDiskLeavesNoHalfFile();
+    void fullDiskLeavesFileThatIsWrittenInPlace_data();
+    void fullDiskLeavesFileThatIsWrittenInPlace();
 
 private:
     std::optional<WorkingFolder> m_folder;
 };
 
-void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText_data()
+void TestUnwritableParameterFiles::pathThatCannotBeOpenedIsToldInOneText_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("no name") << QString();
@@ -101,7 +101,7 @@ void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText_data()
     QTest::newRow("a name that is too long") << QString(300, QLatin1Char('n'));
 }
 
-void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText()
+void TestUnwritableParameterFiles::pathThatCannotBeOpenedIsToldInOneText()
 {
     QFETCH(QString, path);
     QVERIFY(QDir().mkdir(QStringLiteral("folder")));
@@ -111,7 +111,7 @@ void TestUnwritableParameterFiles::aPathThatCannotBeOpenedIsToldInOneText()
     QCOMPARE(WorkingFolder::read(QStringLiteral("file")), oldContent);
 }
 
-void TestUnwritableParameterFiles::theTextComesFromTheLanguageFile()
+void TestUnwritableParameterFiles::textComesFromLanguageFile()
 {
     WorkingFolder::write(QStringLiteral("deutsch.z7lang"), "[Common]\nCannotOpenFile=No way\n");
     QCOMPARE(save(driveWith({{11, 100}}), QStringLiteral("/proc/x.z7param")), QStringLiteral("No way"));
@@ -140,7 +140,7 @@ void TestUnwritableParameterFiles::whatIsNoFileIsNotWrittenTo()
     QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
-void TestUnwritableParameterFiles::aReadOnlyFileStaysAsItIs()
+void TestUnwritableParameterFiles::readOnlyFileStaysAsItIs()
 {
     writeOldFile(0444);
     const FolderWithPermissions folder(0777);
@@ -149,14 +149,14 @@ void TestUnwritableParameterFiles::aReadOnlyFileStaysAsItIs()
     QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
-void TestUnwritableParameterFiles::aReadOnlyFolderTakesNoNewFile()
+void TestUnwritableParameterFiles::readOnlyFolderTakesNoNewFile()
 {
     const FolderWithPermissions folder(0555);
     QCOMPARE(save(driveWith({{11, 100}})), cannotOpen);
     QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
-void TestUnwritableParameterFiles::aFileInAReadOnlyFolderIsWrittenInPlace()
+void TestUnwritableParameterFiles::fileInReadOnlyFolderIsWrittenInPlace()
 {
     writeOldFile(0666);
     const FolderWithPermissions folder(0555);
@@ -164,14 +164,14 @@ void TestUnwritableParameterFiles::aFileInAReadOnlyFolderIsWrittenInPlace()
     QCOMPARE(WorkingFolder::read(fileName), written11);
 }
 
-void TestUnwritableParameterFiles::aFullDiskLeavesTheOldFileAndNoOther_data()
+void TestUnwritableParameterFiles::fullDiskLeavesOldFileAndNoOther_data()
 {
     QTest::addColumn<int>("count");
     QTest::newRow("noticed at the end") << 1;
     QTest::newRow("noticed on the way") << 5000;
 }
 
-void TestUnwritableParameterFiles::aFullDiskLeavesTheOldFileAndNoOther()
+void TestUnwritableParameterFiles::fullDiskLeavesOldFileAndNoOther()
 {
     QFETCH(int, count);
     const Z7Device drive = driveWithParameters(count);
@@ -185,7 +185,7 @@ void TestUnwritableParameterFiles::aFullDiskLeavesTheOldFileAndNoOther()
     QCOMPARE(WorkingFolder::files(), QStringList(fileName));
 }
 
-void TestUnwritableParameterFiles::aFullDiskLeavesNoHalfFile()
+void TestUnwritableParameterFiles::fullDiskLeavesNoHalfFile()
 {
     const QString error = [] {
         const FullDisk disk;
@@ -195,12 +195,12 @@ void TestUnwritableParameterFiles::aFullDiskLeavesNoHalfFile()
     QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
-void TestUnwritableParameterFiles::aFullDiskLeavesAFileThatIsWrittenInPlace_data()
+void TestUnwritableParameterFiles::fullDiskLeavesFileThatIsWrittenInPlace_data()
 {
-    aFullDiskLeavesTheOldFileAndNoOther_data();
+    fullDiskLeavesOldFileAndNoOther_data();
 }
 
-void TestUnwritableParameterFiles::aFullDiskLeavesAFileThatIsWrittenInPlace()
+void TestUnwritableParameterFiles::fullDiskLeavesFileThatIsWrittenInPlace()
 {
     QFETCH(int, count);
     const Z7Device drive = driveWithParameters(count);
