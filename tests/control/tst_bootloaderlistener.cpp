@@ -35,27 +35,27 @@ private slots:
     void init();
     void cleanup();
 
-    void idleBusCarriesTheCommandAlone();
-    void pollingEndsForTheCommandAndStaysAway();
+    void idleBusCarriesCommandAlone();
+    void pollingEndsForCommandAndStaysAway();
     void pollingThatReadsEverythingDoesNotComeBackEither();
-    void scanEndsForTheCommand();
-    void transferEndsForTheCommand();
-    void transferThatWasCutShortIsNotTheOutcome();
+    void scanEndsForCommand();
+    void transferEndsForCommand();
+    void transferThatWasCutShortIsNotOutcome();
 
-    void anotherPageCanBeShownWhileTheCommandIsUnderWay();
-    void anotherPageCanBeShownWhileATransferStops();
-    void nobodyElseHearsOfTheOutcome();
-    void otherListenersDoNotOutliveTheShowing();
+    void anotherPageCanBeShownWhileCommandIsUnderWay();
+    void anotherPageCanBeShownWhileTransferStops();
+    void nobodyElseHearsOfOutcome();
+    void otherListenersDoNotOutliveShowing();
     void pageHearsOfItsOwnCommandAlone();
 
-    void cancelledCommunicationDoesNotTakeTheOutcomeAway();
-    void wizardThatEmptiesTheListDoesNotTakeTheOutcomeAway();
-    void wizardThatListsAnewWhileATransferStopsLeavesNoCommand();
-    void withoutADriveNoCommandIsSent();
+    void cancelledCommunicationDoesNotTakeOutcomeAway();
+    void wizardThatEmptiesListDoesNotTakeOutcomeAway();
+    void wizardThatListsAnewWhileTransferStopsLeavesNoCommand();
+    void withoutDriveNoCommandIsSent();
 
     void failedCommandIsTold_data();
     void failedCommandIsTold();
-    void controllerCanGoWhileTheCommandIsUnderWay();
+    void controllerCanGoWhileCommandIsUnderWay();
 
 private:
     Z7MainController &controller() { return tested->controller; }
@@ -93,7 +93,7 @@ void TestBootloaderListener::showFirmwarePage(int deviceId)
     user->choose("image.bin");
 }
 
-void TestBootloaderListener::idleBusCarriesTheCommandAlone()
+void TestBootloaderListener::idleBusCarriesCommandAlone()
 {
     showFirmwarePage();
     startUpdate();
@@ -102,7 +102,7 @@ void TestBootloaderListener::idleBusCarriesTheCommandAlone()
     QVERIFY(controller().device(id3).bootloaderActive);
 }
 
-void TestBootloaderListener::pollingEndsForTheCommandAndStaysAway()
+void TestBootloaderListener::pollingEndsForCommandAndStaysAway()
 {
     Z7Services::instance()->options()->setPollingInterval(pauseMs);
     showFirmwarePage();
@@ -125,7 +125,7 @@ void TestBootloaderListener::pollingThatReadsEverythingDoesNotComeBackEither()
     QVERIFY(!controller().device(id3).parametersComplete);
 }
 
-void TestBootloaderListener::scanEndsForTheCommand()
+void TestBootloaderListener::scanEndsForCommand()
 {
     NotingListener sweep;
     showFirmwarePage();
@@ -137,7 +137,7 @@ void TestBootloaderListener::scanEndsForTheCommand()
     QVERIFY2(sweep.records.size() < 255, "the sweep was cut short");
 }
 
-void TestBootloaderListener::transferEndsForTheCommand()
+void TestBootloaderListener::transferEndsForCommand()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();
@@ -151,7 +151,7 @@ void TestBootloaderListener::transferEndsForTheCommand()
     QCOMPARE(tested->requests().last(), bootloaderCommand);
 }
 
-void TestBootloaderListener::transferThatWasCutShortIsNotTheOutcome()
+void TestBootloaderListener::transferThatWasCutShortIsNotOutcome()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();
@@ -163,7 +163,7 @@ void TestBootloaderListener::transferThatWasCutShortIsNotTheOutcome()
         QStringList({Stage::stopping, Stage::bootloader, Stage::programming}).join("\n\n") + "\n");
 }
 
-void TestBootloaderListener::anotherPageCanBeShownWhileTheCommandIsUnderWay()
+void TestBootloaderListener::anotherPageCanBeShownWhileCommandIsUnderWay()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();
@@ -174,7 +174,7 @@ void TestBootloaderListener::anotherPageCanBeShownWhileTheCommandIsUnderWay()
     QTRY_COMPARE(user->stage(), Stage::programming);
 }
 
-void TestBootloaderListener::anotherPageCanBeShownWhileATransferStops()
+void TestBootloaderListener::anotherPageCanBeShownWhileTransferStops()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();
@@ -186,7 +186,7 @@ void TestBootloaderListener::anotherPageCanBeShownWhileATransferStops()
     QTRY_COMPARE(user->stage(), Stage::programming);
 }
 
-void TestBootloaderListener::nobodyElseHearsOfTheOutcome()
+void TestBootloaderListener::nobodyElseHearsOfOutcome()
 {
     showFirmwarePage();
     startUpdate();
@@ -198,7 +198,7 @@ void TestBootloaderListener::nobodyElseHearsOfTheOutcome()
     QCOMPARE(tested->deviceControl.notes, QStringList());
 }
 
-void TestBootloaderListener::otherListenersDoNotOutliveTheShowing()
+void TestBootloaderListener::otherListenersDoNotOutliveShowing()
 {
     NotingListener other;
     tested->bus.command(lateReply);
@@ -228,7 +228,7 @@ void TestBootloaderListener::pageHearsOfItsOwnCommandAlone()
     QCOMPARE(user->stage(), Stage::bootloader);
 }
 
-void TestBootloaderListener::cancelledCommunicationDoesNotTakeTheOutcomeAway()
+void TestBootloaderListener::cancelledCommunicationDoesNotTakeOutcomeAway()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();
@@ -239,7 +239,7 @@ void TestBootloaderListener::cancelledCommunicationDoesNotTakeTheOutcomeAway()
     QCOMPARE(tested->requests(), QStringList(bootloaderCommand));
 }
 
-void TestBootloaderListener::wizardThatEmptiesTheListDoesNotTakeTheOutcomeAway()
+void TestBootloaderListener::wizardThatEmptiesListDoesNotTakeOutcomeAway()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();
@@ -250,7 +250,7 @@ void TestBootloaderListener::wizardThatEmptiesTheListDoesNotTakeTheOutcomeAway()
     QTRY_COMPARE(user->stage(), Stage::programming);
 }
 
-void TestBootloaderListener::wizardThatListsAnewWhileATransferStopsLeavesNoCommand()
+void TestBootloaderListener::wizardThatListsAnewWhileTransferStopsLeavesNoCommand()
 {
     NotingListener reading;
     tested->bus.command(lateReply);
@@ -266,7 +266,7 @@ void TestBootloaderListener::wizardThatListsAnewWhileATransferStopsLeavesNoComma
     QVERIFY(!hasSent(bootloaderCommand));
 }
 
-void TestBootloaderListener::withoutADriveNoCommandIsSent()
+void TestBootloaderListener::withoutDriveNoCommandIsSent()
 {
     showFirmwarePage(noDrive);
     startUpdate();
@@ -306,7 +306,7 @@ void TestBootloaderListener::failedCommandIsTold()
     QVERIFY(!controller().device(id3).bootloaderActive);
 }
 
-void TestBootloaderListener::controllerCanGoWhileTheCommandIsUnderWay()
+void TestBootloaderListener::controllerCanGoWhileCommandIsUnderWay()
 {
     tested->bus.command(lateReply);
     showFirmwarePage();

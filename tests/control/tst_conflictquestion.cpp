@@ -25,12 +25,12 @@ private slots:
     void init();
     void cleanup() { tested.reset(); }
 
-    void questionNamesTheConflictAndOffersToWriteAnyway_data() { writeSlots(); }
-    void questionNamesTheConflictAndOffersToWriteAnyway();
-    void buttonsAreOffWhileTheQuestionStands_data() { writeSlots(); }
-    void buttonsAreOffWhileTheQuestionStands();
-    void noWritesNothingAndTheButtonsWorkAgain_data() { writeSlots(); }
-    void noWritesNothingAndTheButtonsWorkAgain();
+    void questionNamesConflictAndOffersToWriteAnyway_data() { writeSlots(); }
+    void questionNamesConflictAndOffersToWriteAnyway();
+    void buttonsAreOffWhileQuestionStands_data() { writeSlots(); }
+    void buttonsAreOffWhileQuestionStands();
+    void noWritesNothingAndButtonsWorkAgain_data() { writeSlots(); }
+    void noWritesNothingAndButtonsWorkAgain();
     void escapeKeyMeansNo_data() { writeSlots(); }
     void escapeKeyMeansNo();
     void enterKeyMeansNo_data() { writeSlots(); }
@@ -42,9 +42,9 @@ private slots:
     void withoutChangesNothingHappens_data() { writeSlots(); }
     void withoutChangesNothingHappens();
 
-    void writingLeavesTheTreeAlone();
-    void writingAndStoringRefreshesTheWindowBeforeTheButtonsWorkAgain();
-    void storingRefreshesTheWindow();
+    void writingLeavesTreeAlone();
+    void writingAndStoringRefreshesWindowBeforeButtonsWorkAgain();
+    void storingRefreshesWindow();
 
 private:
     static void writeSlots();
@@ -83,7 +83,7 @@ bool TestConflictQuestion::isWriting()
     return !tested->deviceControl.notes.isEmpty();
 }
 
-void TestConflictQuestion::questionNamesTheConflictAndOffersToWriteAnyway()
+void TestConflictQuestion::questionNamesConflictAndOffersToWriteAnyway()
 {
     makeConflict();
     const MessageBoxAnswerer user(QMessageBox::No);
@@ -100,7 +100,7 @@ void TestConflictQuestion::questionNamesTheConflictAndOffersToWriteAnyway()
     QVERIFY(!user.last().hasParent);
 }
 
-void TestConflictQuestion::buttonsAreOffWhileTheQuestionStands()
+void TestConflictQuestion::buttonsAreOffWhileQuestionStands()
 {
     makeConflict();
     tested->mainContent.buttonsWork = true;
@@ -114,7 +114,7 @@ void TestConflictQuestion::buttonsAreOffWhileTheQuestionStands()
     QVERIFY(!workedDuringTheQuestion);
 }
 
-void TestConflictQuestion::noWritesNothingAndTheButtonsWorkAgain()
+void TestConflictQuestion::noWritesNothingAndButtonsWorkAgain()
 {
     makeConflict();
     const MessageBoxAnswerer user(QMessageBox::No);
@@ -171,7 +171,7 @@ void TestConflictQuestion::withoutChangesNothingHappens()
     QVERIFY(!isWriting());
 }
 
-void TestConflictQuestion::writingLeavesTheTreeAlone()
+void TestConflictQuestion::writingLeavesTreeAlone()
 {
     tested->typeInTable(30, "7");
     tested->forgetNotes();
@@ -179,7 +179,7 @@ void TestConflictQuestion::writingLeavesTheTreeAlone()
     QCOMPARE(tested->mainContent.notes, (QStringList {"disable", "enable"}));
 }
 
-void TestConflictQuestion::writingAndStoringRefreshesTheWindowBeforeTheButtonsWorkAgain()
+void TestConflictQuestion::writingAndStoringRefreshesWindowBeforeButtonsWorkAgain()
 {
     tested->typeInTable(30, "7");
     tested->forgetNotes();
@@ -187,7 +187,7 @@ void TestConflictQuestion::writingAndStoringRefreshesTheWindowBeforeTheButtonsWo
     QCOMPARE(tested->mainContent.notes, (QStringList {"disable", "tree", "conflict line", "enable"}));
 }
 
-void TestConflictQuestion::storingRefreshesTheWindow()
+void TestConflictQuestion::storingRefreshesWindow()
 {
     tested->typeInTable(11, "500");
     tested->mainContent.conflictLine.clear();

@@ -24,13 +24,13 @@ class TestControllerAlone : public QObject
     Q_OBJECT
 
 private slots:
-    void callWithoutAWindowIsHarmless_data();
-    void callWithoutAWindowIsHarmless();
+    void callWithoutWindowIsHarmless_data();
+    void callWithoutWindowIsHarmless();
     void windowThatComesLaterIsTold();
     void windowThatGoesIsNotToldAnyMore();
 };
 
-void TestControllerAlone::callWithoutAWindowIsHarmless_data()
+void TestControllerAlone::callWithoutWindowIsHarmless_data()
 {
     QTest::addColumn<Call>("call");
     const auto row = [](const char *name, Call call) { QTest::newRow(name) << call; };
@@ -66,7 +66,7 @@ void TestControllerAlone::callWithoutAWindowIsHarmless_data()
     });
 }
 
-void TestControllerAlone::callWithoutAWindowIsHarmless()
+void TestControllerAlone::callWithoutWindowIsHarmless()
 {
     QFETCH(Call, call);
     const WorkingFolder folder;

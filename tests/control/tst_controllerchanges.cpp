@@ -29,40 +29,40 @@ private slots:
     void init();
     void cleanup() { tested.reset(); }
 
-    void typedNumberBecomesAChangeOfTheShownDrive();
-    void laterNumberReplacesTheFormerOne();
-    void changeBearsTheVersionOfItsDrive();
-    void changeRebuildsTheTreeAndThenTheConflictLine();
-    void emptiedFieldWithdrawsTheChange();
-    void withdrawingTheLastChangeLeavesNoSet();
-    void withdrawingWhatWasNotChangedStillRefreshesTheWindow();
+    void typedNumberBecomesChangeOfShownDrive();
+    void laterNumberReplacesFormerOne();
+    void changeBearsVersionOfItsDrive();
+    void changeRebuildsTreeAndThenConflictLine();
+    void emptiedFieldWithdrawsChange();
+    void withdrawingLastChangeLeavesNoSet();
+    void withdrawingWhatWasNotChangedStillRefreshesWindow();
     void changesBelongToTheirDriveAlone();
-    void changeWithoutADriveBelongsToNoDrive();
-    void changesOfADriveThatComesBackAreStillThere();
+    void changeWithoutDriveBelongsToNoDrive();
+    void changesOfDriveThatComesBackAreStillThere();
 
-    void changeThatDiffersFromTheDriveIsModified();
-    void changeEqualToTheDriveIsKeptButNotModified();
-    void changeStopsBeingModifiedWhenTheDriveHasTheValue();
-    void parameterThatTheDriveLacksCountsAsZero_data();
-    void parameterThatTheDriveLacksCountsAsZero();
-    void changeWithoutAValueIsNotModified();
-    void onlyThePagesOfAParameterAreModified();
+    void changeThatDiffersFromDriveIsModified();
+    void changeEqualToDriveIsKeptButNotModified();
+    void changeStopsBeingModifiedWhenDriveHasValue();
+    void parameterThatDriveLacksCountsAsZero_data();
+    void parameterThatDriveLacksCountsAsZero();
+    void changeWithoutValueIsNotModified();
+    void onlyPagesOfParameterAreModified();
     void unknownPageOrDriveIsNotModified();
 
-    void resetForgetsTheChangesAndEmptiesTheFields();
-    void resetOfAnotherDriveKeepsTheChanges();
+    void resetForgetsChangesAndEmptiesFields();
+    void resetOfAnotherDriveKeepsChanges();
     void defaultsBecomePendingChangesOfEveryWritableParameter();
-    void defaultsReplaceWhatTheUserTyped();
-    void defaultsOfAnUnlistedDriveChangeNothing();
-    void importedSetReplacesTheChangesAndFillsThePage();
+    void defaultsReplaceWhatUserTyped();
+    void defaultsOfUnlistedDriveChangeNothing();
+    void importedSetReplacesChangesAndFillsPage();
     void importedEmptySetDoesNothing();
 
     void noChangesNoConflict();
-    void conflictRuleShowsInTheConflictLine();
-    void withdrawnChangeFallsBackToTheDrivesValue();
-    void applicationFunctionWithAnInputHighIsAConflict_data();
-    void applicationFunctionWithAnInputHighIsAConflict();
-    void messageOnApplicationFunctionsFollowsTheRulesOnANewLine();
+    void conflictRuleShowsInConflictLine();
+    void withdrawnChangeFallsBackToDrivesValue();
+    void applicationFunctionWithInputHighIsConflict_data();
+    void applicationFunctionWithInputHighIsConflict();
+    void messageOnApplicationFunctionsFollowsRulesOnNewLine();
     void messageOnApplicationFunctionsComesOnce();
 
 private:
@@ -91,20 +91,20 @@ void TestControllerChanges::reportInputs(int digitalInputs)
     controller().PostDeviceUpdate(DevicePolling, reported);
 }
 
-void TestControllerChanges::typedNumberBecomesAChangeOfTheShownDrive()
+void TestControllerChanges::typedNumberBecomesChangeOfShownDrive()
 {
     tested->typeInTable(30, "7");
     QCOMPARE(tested->userChanges(), QStringLiteral("30=7"));
 }
 
-void TestControllerChanges::laterNumberReplacesTheFormerOne()
+void TestControllerChanges::laterNumberReplacesFormerOne()
 {
     tested->typeInTable(30, "71");
     tested->typeInTable(11, "5");
     QCOMPARE(tested->userChanges(), QStringLiteral("11=5 30=71"));
 }
 
-void TestControllerChanges::changeBearsTheVersionOfItsDrive()
+void TestControllerChanges::changeBearsVersionOfItsDrive()
 {
     tested->typeInTable(30, "7");
     Z7DeviceParamSet changes;
@@ -112,14 +112,14 @@ void TestControllerChanges::changeBearsTheVersionOfItsDrive()
     QCOMPARE(changes.softwareVersion, QStringLiteral("V123"));
 }
 
-void TestControllerChanges::changeRebuildsTheTreeAndThenTheConflictLine()
+void TestControllerChanges::changeRebuildsTreeAndThenConflictLine()
 {
     tested->typeInTable(30, "7");
     QCOMPARE(tested->mainContent.notes, (QStringList {"tree", "conflict line"}));
     QCOMPARE(tested->mainContent.tree, (QList<int> {id3, id4}));
 }
 
-void TestControllerChanges::emptiedFieldWithdrawsTheChange()
+void TestControllerChanges::emptiedFieldWithdrawsChange()
 {
     tested->typeInTable(30, "7");
     tested->typeInTable(11, "5");
@@ -127,7 +127,7 @@ void TestControllerChanges::emptiedFieldWithdrawsTheChange()
     QCOMPARE(tested->userChanges(), QStringLiteral("11=5"));
 }
 
-void TestControllerChanges::withdrawingTheLastChangeLeavesNoSet()
+void TestControllerChanges::withdrawingLastChangeLeavesNoSet()
 {
     tested->typeInTable(30, "7");
     tested->emptyInTable(30);
@@ -136,7 +136,7 @@ void TestControllerChanges::withdrawingTheLastChangeLeavesNoSet()
     QCOMPARE(untouched.softwareVersion, QStringLiteral("as it was"));
 }
 
-void TestControllerChanges::withdrawingWhatWasNotChangedStillRefreshesTheWindow()
+void TestControllerChanges::withdrawingWhatWasNotChangedStillRefreshesWindow()
 {
     controller().postUserDeletedParameter(userChange(30, 0));
     QCOMPARE(tested->mainContent.notes, (QStringList {"tree", "conflict line"}));
@@ -153,7 +153,7 @@ void TestControllerChanges::changesBelongToTheirDriveAlone()
     QCOMPARE(tested->userChanges(), QStringLiteral("30=7"));
 }
 
-void TestControllerChanges::changeWithoutADriveBelongsToNoDrive()
+void TestControllerChanges::changeWithoutDriveBelongsToNoDrive()
 {
     constexpr int unlisted = 1;
     tested->showPage(table, unlisted);
@@ -163,7 +163,7 @@ void TestControllerChanges::changeWithoutADriveBelongsToNoDrive()
     QCOMPARE(tested->userChanges(), QStringLiteral("none"));
 }
 
-void TestControllerChanges::changesOfADriveThatComesBackAreStillThere()
+void TestControllerChanges::changesOfDriveThatComesBackAreStillThere()
 {
     tested->typeInTable(30, "7");
     tested->showTableOf({connectedDrive(3)});
@@ -171,14 +171,14 @@ void TestControllerChanges::changesOfADriveThatComesBackAreStillThere()
     QCOMPARE(tested->tableField(30)->text(), QStringLiteral("7"));
 }
 
-void TestControllerChanges::changeThatDiffersFromTheDriveIsModified()
+void TestControllerChanges::changeThatDiffersFromDriveIsModified()
 {
     tested->typeInTable(30, "7");
     QVERIFY(controller().hasModifiedParams(table, id3));
     QVERIFY(!controller().hasModifiedParams(table, id4));
 }
 
-void TestControllerChanges::changeEqualToTheDriveIsKeptButNotModified()
+void TestControllerChanges::changeEqualToDriveIsKeptButNotModified()
 {
     reportValue(30, 7);
     tested->typeInTable(30, "7");
@@ -186,7 +186,7 @@ void TestControllerChanges::changeEqualToTheDriveIsKeptButNotModified()
     QVERIFY(!controller().hasModifiedParams(table, id3));
 }
 
-void TestControllerChanges::changeStopsBeingModifiedWhenTheDriveHasTheValue()
+void TestControllerChanges::changeStopsBeingModifiedWhenDriveHasValue()
 {
     tested->typeInTable(30, "7");
     reportValue(30, 7);
@@ -194,7 +194,7 @@ void TestControllerChanges::changeStopsBeingModifiedWhenTheDriveHasTheValue()
     QCOMPARE(tested->userChanges(), QStringLiteral("30=7"));
 }
 
-void TestControllerChanges::parameterThatTheDriveLacksCountsAsZero_data()
+void TestControllerChanges::parameterThatDriveLacksCountsAsZero_data()
 {
     QTest::addColumn<int>("wanted");
     QTest::addColumn<bool>("modified");
@@ -202,20 +202,20 @@ void TestControllerChanges::parameterThatTheDriveLacksCountsAsZero_data()
     QTest::newRow("any other number is one") << 1 << true;
 }
 
-void TestControllerChanges::parameterThatTheDriveLacksCountsAsZero()
+void TestControllerChanges::parameterThatDriveLacksCountsAsZero()
 {
     QFETCH(int, wanted);
     controller().postUserModifiedParameter(userChange(4711, wanted));
     QTEST(controller().hasModifiedParams(table, id3), "modified");
 }
 
-void TestControllerChanges::changeWithoutAValueIsNotModified()
+void TestControllerChanges::changeWithoutValueIsNotModified()
 {
     controller().postUserModifiedParameter(Z7DeviceParam(30, 7, 1, false));
     QVERIFY(!controller().hasModifiedParams(table, id3));
 }
 
-void TestControllerChanges::onlyThePagesOfAParameterAreModified()
+void TestControllerChanges::onlyPagesOfParameterAreModified()
 {
     constexpr int network = 0;
     tested->showPage(network, id3);
@@ -235,7 +235,7 @@ void TestControllerChanges::unknownPageOrDriveIsNotModified()
     QVERIFY(!controller().hasModifiedParams(table, unlisted));
 }
 
-void TestControllerChanges::resetForgetsTheChangesAndEmptiesTheFields()
+void TestControllerChanges::resetForgetsChangesAndEmptiesFields()
 {
     tested->typeInTable(11, "500");
     tested->forgetNotes();
@@ -246,7 +246,7 @@ void TestControllerChanges::resetForgetsTheChangesAndEmptiesTheFields()
     QCOMPARE(tested->mainContent.conflictLine, QString());
 }
 
-void TestControllerChanges::resetOfAnotherDriveKeepsTheChanges()
+void TestControllerChanges::resetOfAnotherDriveKeepsChanges()
 {
     tested->typeInTable(30, "7");
     controller().resetChanges(id4);
@@ -262,7 +262,7 @@ void TestControllerChanges::defaultsBecomePendingChangesOfEveryWritableParameter
     QVERIFY(!controller().hasModifiedParams(table, id4));
 }
 
-void TestControllerChanges::defaultsReplaceWhatTheUserTyped()
+void TestControllerChanges::defaultsReplaceWhatUserTyped()
 {
     tested->typeInTable(30, "7");
     controller().postUserModifiedParameter(userChange(4711, 1));
@@ -270,7 +270,7 @@ void TestControllerChanges::defaultsReplaceWhatTheUserTyped()
     QCOMPARE(tested->userChanges(), QStringLiteral("11=100 12=200 13=300 30=120 31=-5 50=3 4711=1"));
 }
 
-void TestControllerChanges::defaultsOfAnUnlistedDriveChangeNothing()
+void TestControllerChanges::defaultsOfUnlistedDriveChangeNothing()
 {
     constexpr int unlisted = 1;
     controller().setDefaults(unlisted);
@@ -278,7 +278,7 @@ void TestControllerChanges::defaultsOfAnUnlistedDriveChangeNothing()
     QVERIFY(!controller().hasModifiedParams(table, unlisted));
 }
 
-void TestControllerChanges::importedSetReplacesTheChangesAndFillsThePage()
+void TestControllerChanges::importedSetReplacesChangesAndFillsPage()
 {
     tested->typeInTable(11, "5");
     tested->forgetNotes();
@@ -306,14 +306,14 @@ void TestControllerChanges::noChangesNoConflict()
     QCOMPARE(controller().calcConflicts(), QString());
 }
 
-void TestControllerChanges::conflictRuleShowsInTheConflictLine()
+void TestControllerChanges::conflictRuleShowsInConflictLine()
 {
     tested->typeInTable(11, "500");
     QCOMPARE(controller().calcConflicts(), speedConflict);
     QCOMPARE(tested->mainContent.conflictLine, speedConflict);
 }
 
-void TestControllerChanges::withdrawnChangeFallsBackToTheDrivesValue()
+void TestControllerChanges::withdrawnChangeFallsBackToDrivesValue()
 {
     reportValue(12, 600);
     reportValue(13, 700);
@@ -325,7 +325,7 @@ void TestControllerChanges::withdrawnChangeFallsBackToTheDrivesValue()
     QCOMPARE(tested->mainContent.conflictLine, QString());
 }
 
-void TestControllerChanges::applicationFunctionWithAnInputHighIsAConflict_data()
+void TestControllerChanges::applicationFunctionWithInputHighIsConflict_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<int>("digitalInputs");
@@ -337,7 +337,7 @@ void TestControllerChanges::applicationFunctionWithAnInputHighIsAConflict_data()
     QTest::newRow("parameter that can be written at any time") << 30 << 0x03 << QString();
 }
 
-void TestControllerChanges::applicationFunctionWithAnInputHighIsAConflict()
+void TestControllerChanges::applicationFunctionWithInputHighIsConflict()
 {
     QFETCH(int, number);
     QFETCH(int, digitalInputs);
@@ -346,7 +346,7 @@ void TestControllerChanges::applicationFunctionWithAnInputHighIsAConflict()
     QTEST(tested->mainContent.conflictLine, "conflict");
 }
 
-void TestControllerChanges::messageOnApplicationFunctionsFollowsTheRulesOnANewLine()
+void TestControllerChanges::messageOnApplicationFunctionsFollowsRulesOnNewLine()
 {
     reportInputs(0x01);
     tested->typeInTable(11, "500");

@@ -33,29 +33,29 @@ private slots:
     void cleanup() { tested.reset(); }
 
     void drivesAreListedInAscendingOrderOfTheirId();
-    void driveHasTheParametersOfItsDefinitions();
+    void driveHasParametersOfItsDefinitions();
     void newDriveIsReadCompletelyEvenIfItsRecordSaysOtherwise();
-    void newListReplacesTheFormerOne();
-    void newListShowsInTheTree();
-    void newListTakesTheShownPageAway();
-    void newListWithoutAShownPageLeavesTheButtons();
+    void newListReplacesFormerOne();
+    void newListShowsInTree();
+    void newListTakesShownPageAway();
+    void newListWithoutShownPageLeavesButtons();
     void newListLeavesNoDriveSelected();
-    void unknownIdGivesADefaultRecordWithoutAccess();
-    void accessIsThatOfTheRecord();
+    void unknownIdGivesDefaultRecordWithoutAccess();
+    void accessIsThatOfRecord();
 
-    void driveWithoutDefinitionFileIsRefusedWithAMessage();
-    void driveAfterARefusedOneIsAdded();
-    void definitionFileWithoutAParameterCountsAsNone();
+    void driveWithoutDefinitionFileIsRefusedWithMessage();
+    void driveAfterRefusedOneIsAdded();
+    void definitionFileWithoutParameterCountsAsNone();
 
-    void reportedRecordReplacesTheStoredOne();
-    void recordOfAnUnlistedDriveChangesNothing();
-    void recordWithoutParametersKeepsTheStoredOnes();
-    void eachRecordRebuildsTheTree();
-    void firstReportAfterShowingAPageCompletesTheParameters();
+    void reportedRecordReplacesStoredOne();
+    void recordOfUnlistedDriveChangesNothing();
+    void recordWithoutParametersKeepsStoredOnes();
+    void eachRecordRebuildsTree();
+    void firstReportAfterShowingPageCompletesParameters();
 
     void driveMovesToItsNewAddress();
-    void userChangesStayBehindUnderTheOldAddress();
-    void neighbourWithoutTheMarkOfANewAddressReplacesNobody();
+    void userChangesStayBehindUnderOldAddress();
+    void neighbourWithoutMarkOfNewAddressReplacesNobody();
     void movedDriveThatIsNotListedIsNotStored();
 
 private:
@@ -74,7 +74,7 @@ void TestControllerDevices::drivesAreListedInAscendingOrderOfTheirId()
     QCOMPARE(controller().device(id4).address, 4);
 }
 
-void TestControllerDevices::driveHasTheParametersOfItsDefinitions()
+void TestControllerDevices::driveHasParametersOfItsDefinitions()
 {
     tested->connectDrives({withValue(connectedDrive(3), 4711, 1)});
     const Z7DeviceParamSet parameters = controller().device(id3).parameterSet;
@@ -93,20 +93,20 @@ void TestControllerDevices::newDriveIsReadCompletelyEvenIfItsRecordSaysOtherwise
     QVERIFY(!controller().device(id3).fullReadPending);
 }
 
-void TestControllerDevices::newListReplacesTheFormerOne()
+void TestControllerDevices::newListReplacesFormerOne()
 {
     tested->connectDrives({connectedDrive(3)});
     tested->connectDrives({connectedDrive(4)});
     QCOMPARE(controller().deviceIds(), QList<int> {id4});
 }
 
-void TestControllerDevices::newListShowsInTheTree()
+void TestControllerDevices::newListShowsInTree()
 {
     tested->connectDrives({connectedDrive(4), connectedDrive(3)});
     QCOMPARE(tested->mainContent.tree, (QList<int> {id3, id4}));
 }
 
-void TestControllerDevices::newListTakesTheShownPageAway()
+void TestControllerDevices::newListTakesShownPageAway()
 {
     tested->showTableOf({connectedDrive(3)});
     const Z7DataWidget *page = tested->shownPage();
@@ -116,7 +116,7 @@ void TestControllerDevices::newListTakesTheShownPageAway()
     QCOMPARE(tested->mainContent.notes, (QStringList {"tree", "disable"}));
 }
 
-void TestControllerDevices::newListWithoutAShownPageLeavesTheButtons()
+void TestControllerDevices::newListWithoutShownPageLeavesButtons()
 {
     tested->connectDrives({connectedDrive(3)});
     QCOMPARE(tested->mainContent.notes, QStringList {"tree"});
@@ -131,14 +131,14 @@ void TestControllerDevices::newListLeavesNoDriveSelected()
     QVERIFY(!controller().hasCurrentDevice());
 }
 
-void TestControllerDevices::unknownIdGivesADefaultRecordWithoutAccess()
+void TestControllerDevices::unknownIdGivesDefaultRecordWithoutAccess()
 {
     QCOMPARE(controller().device(id3).softwareVersion, Z7Device::unknownVersion());
     QVERIFY(!controller().isAccessGranted(id3));
     QVERIFY(!controller().hasCurrentDevice());
 }
 
-void TestControllerDevices::accessIsThatOfTheRecord()
+void TestControllerDevices::accessIsThatOfRecord()
 {
     Z7Device refused = connectedDrive(4);
     refused.setAccessGranted(false);
@@ -147,7 +147,7 @@ void TestControllerDevices::accessIsThatOfTheRecord()
     QVERIFY(!controller().isAccessGranted(id4));
 }
 
-void TestControllerDevices::driveWithoutDefinitionFileIsRefusedWithAMessage()
+void TestControllerDevices::driveWithoutDefinitionFileIsRefusedWithMessage()
 {
     const MessageBoxAnswerer user(QMessageBox::Ok);
     tested->connectDrives({driveOfVersion(7, "V999")});
@@ -164,7 +164,7 @@ void TestControllerDevices::driveWithoutDefinitionFileIsRefusedWithAMessage()
     QCOMPARE(controller().deviceIds(), QList<int>());
 }
 
-void TestControllerDevices::driveAfterARefusedOneIsAdded()
+void TestControllerDevices::driveAfterRefusedOneIsAdded()
 {
     const MessageBoxAnswerer user(QMessageBox::Ok);
     tested->connectDrives({driveOfVersion(1, "V998"), connectedDrive(3), driveOfVersion(2, "V999")});
@@ -173,7 +173,7 @@ void TestControllerDevices::driveAfterARefusedOneIsAdded()
     QCOMPARE(tested->mainContent.tree, QList<int> {id3});
 }
 
-void TestControllerDevices::definitionFileWithoutAParameterCountsAsNone()
+void TestControllerDevices::definitionFileWithoutParameterCountsAsNone()
 {
     tested->folder.writeText("Z7ParamDef_V200.csv", "Nummer;Name\n");
     const MessageBoxAnswerer user(QMessageBox::Ok);
@@ -182,7 +182,7 @@ void TestControllerDevices::definitionFileWithoutAParameterCountsAsNone()
     QCOMPARE(controller().deviceIds(), QList<int>());
 }
 
-void TestControllerDevices::reportedRecordReplacesTheStoredOne()
+void TestControllerDevices::reportedRecordReplacesStoredOne()
 {
     tested->connectDrives({connectedDrive(3)});
     Z7Device reported = withValue(controller().device(id3), 11, 555);
@@ -197,14 +197,14 @@ void TestControllerDevices::reportedRecordReplacesTheStoredOne()
     QVERIFY(!controller().isAccessGranted(id3));
 }
 
-void TestControllerDevices::recordOfAnUnlistedDriveChangesNothing()
+void TestControllerDevices::recordOfUnlistedDriveChangesNothing()
 {
     tested->connectDrives({connectedDrive(3)});
     controller().PostDeviceUpdate(ScanDevice, connectedDrive(4));
     QCOMPARE(controller().deviceIds(), QList<int> {id3});
 }
 
-void TestControllerDevices::recordWithoutParametersKeepsTheStoredOnes()
+void TestControllerDevices::recordWithoutParametersKeepsStoredOnes()
 {
     tested->connectDrives({connectedDrive(3)});
     Z7Device loggedOnByTheWizard = connectedDrive(3);
@@ -214,7 +214,7 @@ void TestControllerDevices::recordWithoutParametersKeepsTheStoredOnes()
     QVERIFY(controller().device(id3).parameterSet.contains(11));
 }
 
-void TestControllerDevices::eachRecordRebuildsTheTree()
+void TestControllerDevices::eachRecordRebuildsTree()
 {
     tested->connectDrives({connectedDrive(3)});
     tested->forgetNotes();
@@ -223,7 +223,7 @@ void TestControllerDevices::eachRecordRebuildsTheTree()
     QCOMPARE(tested->mainContent.notes, (QStringList {"tree", "tree"}));
 }
 
-void TestControllerDevices::firstReportAfterShowingAPageCompletesTheParameters()
+void TestControllerDevices::firstReportAfterShowingPageCompletesParameters()
 {
     tested->connectDrives({connectedDrive(3)});
     controller().PostDeviceUpdate(DevicePolling, controller().device(id3));
@@ -254,7 +254,7 @@ void TestControllerDevices::driveMovesToItsNewAddress()
     QCOMPARE(tested->mainContent.tree, QList<int> {id4});
 }
 
-void TestControllerDevices::userChangesStayBehindUnderTheOldAddress()
+void TestControllerDevices::userChangesStayBehindUnderOldAddress()
 {
     tested->showTableOf({connectedDrive(3)});
     tested->typeInTable(11, "5");
@@ -264,7 +264,7 @@ void TestControllerDevices::userChangesStayBehindUnderTheOldAddress()
     QCOMPARE(tested->userChanges(), QStringLiteral("11=5"));
 }
 
-void TestControllerDevices::neighbourWithoutTheMarkOfANewAddressReplacesNobody()
+void TestControllerDevices::neighbourWithoutMarkOfNewAddressReplacesNobody()
 {
     tested->connectDrives({connectedDrive(3)});
     Z7Device neighbour = connectedDrive(4);

@@ -25,11 +25,11 @@ private slots:
     void init();
     void cleanup() { tested.reset(); }
 
-    void writeDuringItIsSentAndTheReadCompletedAfterwards();
+    void writeDuringItIsSentAndReadCompletedAfterwards();
     void anotherPageDuringItDoesNotCutItShort();
     void cancelDuringItKeepsPollingOff();
-    void logOnAfterACancelDoesNotBringPollingBack();
-    void cancelLetsTheTreeTakeClicksAgain();
+    void logOnAfterCancelDoesNotBringPollingBack();
+    void cancelLetsTreeTakeClicksAgain();
 
 private:
     Z7MainController &controller() { return tested->controller; }
@@ -55,7 +55,7 @@ void TestControllerFullRead::reachFullRead()
     QTRY_VERIFY(tested->requests().contains(readRequests({writableParameters.first()}).constFirst()));
 }
 
-void TestControllerFullRead::writeDuringItIsSentAndTheReadCompletedAfterwards()
+void TestControllerFullRead::writeDuringItIsSentAndReadCompletedAfterwards()
 {
     reachFullRead();
     controller().postUserModifiedParameter(userChange(30, 77));
@@ -84,7 +84,7 @@ void TestControllerFullRead::cancelDuringItKeepsPollingOff()
     QCOMPARE(tested->requests(), QStringList());
 }
 
-void TestControllerFullRead::logOnAfterACancelDoesNotBringPollingBack()
+void TestControllerFullRead::logOnAfterCancelDoesNotBringPollingBack()
 {
     NotingListener wizard;
     Z7Services::instance()->options()->setPollingInterval(3600000);
@@ -95,7 +95,7 @@ void TestControllerFullRead::logOnAfterACancelDoesNotBringPollingBack()
     QVERIFY(!controller().device(id3).fullReadPending);
 }
 
-void TestControllerFullRead::cancelLetsTheTreeTakeClicksAgain()
+void TestControllerFullRead::cancelLetsTreeTakeClicksAgain()
 {
     reachFullRead();
     tested->mainContent.notes.clear();

@@ -29,17 +29,17 @@ private slots:
     void operationIsHeardByThoseItConcerns_data();
     void operationIsHeardByThoseItConcerns();
     void scanIsHeardByItsCallbackAlone();
-    void statusReadIsHeardByTheControlBarBeforeItsCallback();
-    void pollingIsHeardByTheControlBarAndTheShownPage();
+    void statusReadIsHeardByControlBarBeforeItsCallback();
+    void pollingIsHeardByControlBarAndShownPage();
 
     void listenerHearsStartProgressAndEnd();
-    void listenerHearsTheRecordAsItCame();
-    void listenerHearsOfADriveThatIsNotListed();
+    void listenerHearsRecordAsItCame();
+    void listenerHearsOfDriveThatIsNotListed();
     void listenerOfOneThreadHearsNothingOfAnother();
     void listenerIsCalledOnceHoweverOftenItSignedUp();
-    void recordAfterTheEndOfATransactionReachesNobody();
+    void recordAfterEndOfTransactionReachesNobody();
     void removedListenerHearsNothing();
-    void listenerThatRemovesTheNextOneIsTheLastToHear();
+    void listenerThatRemovesNextOneIsLastToHear();
 
 private:
     Z7MainController &controller() { return tested->controller; }
@@ -101,7 +101,7 @@ void TestControllerListeners::scanIsHeardByItsCallbackAlone()
     QCOMPARE(tested->deviceControl.notes, QStringList());
 }
 
-void TestControllerListeners::statusReadIsHeardByTheControlBarBeforeItsCallback()
+void TestControllerListeners::statusReadIsHeardByControlBarBeforeItsCallback()
 {
     QStringList journal;
     NotingListener bar("bar", &journal);
@@ -116,7 +116,7 @@ void TestControllerListeners::statusReadIsHeardByTheControlBarBeforeItsCallback(
     controller().removeCallback(&callback);
 }
 
-void TestControllerListeners::pollingIsHeardByTheControlBarAndTheShownPage()
+void TestControllerListeners::pollingIsHeardByControlBarAndShownPage()
 {
     controller().PostDeviceUpdate(DevicePolling, withValue(record(), 11, 555));
     QCOMPARE(tested->deviceControl.notes, QStringList {"record Z7.3"});
@@ -131,7 +131,7 @@ void TestControllerListeners::listenerHearsStartProgressAndEnd()
     QCOMPARE(tested->deviceControl.notes, (QStringList {"started 21 Z7.3", "progress", "terminated"}));
 }
 
-void TestControllerListeners::listenerHearsTheRecordAsItCame()
+void TestControllerListeners::listenerHearsRecordAsItCame()
 {
     Z7Device reported = record();
     reported.setDeviceError(12);
@@ -141,7 +141,7 @@ void TestControllerListeners::listenerHearsTheRecordAsItCame()
     QVERIFY(tested->deviceControl.records.last().parameterSet.params.isEmpty());
 }
 
-void TestControllerListeners::listenerHearsOfADriveThatIsNotListed()
+void TestControllerListeners::listenerHearsOfDriveThatIsNotListed()
 {
     controller().PostDeviceUpdate(DevicePolling, connectedDrive(5));
     QCOMPARE(tested->deviceControl.notes, QStringList {"record Z7.5"});
@@ -167,7 +167,7 @@ void TestControllerListeners::listenerIsCalledOnceHoweverOftenItSignedUp()
     QCOMPARE(tested->deviceControl.notes, QStringList {"record Z7.3"});
 }
 
-void TestControllerListeners::recordAfterTheEndOfATransactionReachesNobody()
+void TestControllerListeners::recordAfterEndOfTransactionReachesNobody()
 {
     controller().StoreData();
     controller().PostTransactionTerminated(TransferTelegramStack);
@@ -190,7 +190,7 @@ void TestControllerListeners::removedListenerHearsNothing()
     QCOMPARE(callback.notes, QStringList());
 }
 
-void TestControllerListeners::listenerThatRemovesTheNextOneIsTheLastToHear()
+void TestControllerListeners::listenerThatRemovesNextOneIsLastToHear()
 {
     class Remover : public NotingListener
     {

@@ -26,26 +26,26 @@ private slots:
     void init();
     void cleanup() { tested.reset(); }
 
-    void readingAPageReadsItsParametersAlone();
-    void readingTheTableReadsEveryParameter();
+    void readingPageReadsItsParametersAlone();
+    void readingTableReadsEveryParameter();
     void writingSendsEveryChangeInAscendingOrder();
-    void writingChangesTheWorkingMemoryAlone();
+    void writingChangesWorkingMemoryAlone();
     void writtenChangesStayUntilTheyAreReset();
-    void valueReadBackEndsTheModifiedMark();
-    void conflictThatTheUserAcceptsIsWritten();
+    void valueReadBackEndsModifiedMark();
+    void conflictThatUserAcceptsIsWritten();
     void writingAndStoringEndsWithOneStore();
     void storingNeedsNoChanges();
-    void factoryResetBringsTheFactoryValuesBack();
+    void factoryResetBringsFactoryValuesBack();
     void newPasswordIsUsedFromThenOn();
     void driveIsSentIntoItsBootloader();
     void newAddressIsWritten();
     void wrongPasswordWritesNothingAndTellsError10();
-    void controlBarHearsEveryStepOfATransfer();
+    void controlBarHearsEveryStepOfTransfer();
 
-    void operationWithoutAPageSendsNothing_data() { operations(); }
-    void operationWithoutAPageSendsNothing();
-    void operationWithoutADriveSendsNothing_data() { operations(); }
-    void operationWithoutADriveSendsNothing();
+    void operationWithoutPageSendsNothing_data() { operations(); }
+    void operationWithoutPageSendsNothing();
+    void operationWithoutDriveSendsNothing_data() { operations(); }
+    void operationWithoutDriveSendsNothing();
 
 private:
     static void operations();
@@ -63,7 +63,7 @@ void TestControllerOperations::init()
     tested->showTableOf({tested->drive3()});
 }
 
-void TestControllerOperations::readingAPageReadsItsParametersAlone()
+void TestControllerOperations::readingPageReadsItsParametersAlone()
 {
     tested->showPage(network, tested->drive3().deviceId());
     tested->shownPage()->addParamId(30);
@@ -76,7 +76,7 @@ void TestControllerOperations::readingAPageReadsItsParametersAlone()
     QVERIFY(!controller().currentDeviceRecord().parameterSet.value(12).hasValue);
 }
 
-void TestControllerOperations::readingTheTableReadsEveryParameter()
+void TestControllerOperations::readingTableReadsEveryParameter()
 {
     controller().DownloadData();
     QTRY_VERIFY(tested->isOver());
@@ -97,7 +97,7 @@ void TestControllerOperations::writingSendsEveryChangeInAscendingOrder()
     QCOMPARE(tested->requests(), logOnRequests() + writes);
 }
 
-void TestControllerOperations::writingChangesTheWorkingMemoryAlone()
+void TestControllerOperations::writingChangesWorkingMemoryAlone()
 {
     tested->typeInTable(31, "-7");
     controller().UploadData();
@@ -115,7 +115,7 @@ void TestControllerOperations::writtenChangesStayUntilTheyAreReset()
     QCOMPARE(tested->tableField(31)->text(), QStringLiteral("-7"));
 }
 
-void TestControllerOperations::valueReadBackEndsTheModifiedMark()
+void TestControllerOperations::valueReadBackEndsModifiedMark()
 {
     const int id3 = tested->drive3().deviceId();
     tested->typeInTable(31, "-7");
@@ -128,7 +128,7 @@ void TestControllerOperations::valueReadBackEndsTheModifiedMark()
     QVERIFY(!controller().hasModifiedParams(table, id3));
 }
 
-void TestControllerOperations::conflictThatTheUserAcceptsIsWritten()
+void TestControllerOperations::conflictThatUserAcceptsIsWritten()
 {
     tested->typeInTable(11, "500");
     const MessageBoxAnswerer user(QMessageBox::Yes);
@@ -159,7 +159,7 @@ void TestControllerOperations::storingNeedsNoChanges()
     QCOMPARE(flash(31), memory(31));
 }
 
-void TestControllerOperations::factoryResetBringsTheFactoryValuesBack()
+void TestControllerOperations::factoryResetBringsFactoryValuesBack()
 {
     tested->typeInTable(31, "-7");
     controller().WriteAndStoreData();
@@ -217,7 +217,7 @@ void TestControllerOperations::wrongPasswordWritesNothingAndTellsError10()
     QCOMPARE(memory(31), -5);
 }
 
-void TestControllerOperations::controlBarHearsEveryStepOfATransfer()
+void TestControllerOperations::controlBarHearsEveryStepOfTransfer()
 {
     tested->typeInTable(31, "-7");
     tested->forgetNotes();
@@ -254,7 +254,7 @@ QStringList TestControllerOperations::requestsUpToAStatusRead()
     return over ? tested->requests() : QStringList {"the bus came to no end"};
 }
 
-void TestControllerOperations::operationWithoutAPageSendsNothing()
+void TestControllerOperations::operationWithoutPageSendsNothing()
 {
     QFETCH(Operation, operation);
     tested->typeInTable(31, "-7");
@@ -263,7 +263,7 @@ void TestControllerOperations::operationWithoutAPageSendsNothing()
     QCOMPARE(requestsUpToAStatusRead(), logOnRequests());
 }
 
-void TestControllerOperations::operationWithoutADriveSendsNothing()
+void TestControllerOperations::operationWithoutDriveSendsNothing()
 {
     QFETCH(Operation, operation);
     constexpr int unlisted = 1;

@@ -28,30 +28,30 @@ private slots:
     void init();
     void cleanup();
 
-    void shownPageStandsInTheContentArea();
-    void nextPageTakesThePlaceOfTheFormerOne();
+    void shownPageStandsInContentArea();
+    void nextPageTakesPlaceOfFormerOne();
     void pageShownAgainStaysInItsPlace();
     void unknownPageChangesNothing();
-    void pageCreatedTwiceReportsAKeystrokeOnce();
-    void eachOfTheSeventeenPagesCanBeShown();
+    void pageCreatedTwiceReportsKeystrokeOnce();
+    void eachOfSeventeenPagesCanBeShown();
 
-    void firstPageOfADriveSelectsTheDrive();
-    void nextPageOfTheSameDriveSelectsNothing();
+    void firstPageOfDriveSelectsDrive();
+    void nextPageOfSameDriveSelectsNothing();
     void pageOfAnotherDriveSelectsThatDrive();
-    void firmwarePageOfANewDriveSelectsNone();
-    void pageBehindTheFirmwarePageOfTheSameDriveSelectsNothing();
-    void pageOfAnUnlistedDriveSelectsNone();
+    void firmwarePageOfNewDriveSelectsNone();
+    void pageBehindFirmwarePageOfSameDriveSelectsNothing();
+    void pageOfUnlistedDriveSelectsNone();
 
-    void pageShowsTheDrivesValues();
-    void pageShowsTheUsersChangesWithoutReportingThem();
-    void conflictLineIsEmptiedForADriveWithoutChanges();
-    void conflictLineStaysForADriveWithChanges();
-    void pageWithoutADriveKeepsItsValuesAndLosesTheUsers();
-    void tableNeverShownWithADriveIsEmpty();
+    void pageShowsDrivesValues();
+    void pageShowsUsersChangesWithoutReportingThem();
+    void conflictLineIsEmptiedForDriveWithoutChanges();
+    void conflictLineStaysForDriveWithChanges();
+    void pageWithoutDriveKeepsItsValuesAndLosesThoseOfUser();
+    void tableNeverShownWithDriveIsEmpty();
 
-    void showingAPageForgetsAllListeners();
-    void showingAPageWithoutADriveForgetsNobody();
-    void lateRecordOfTheFormerDriveReachesTheNewPage();
+    void showingPageForgetsAllListeners();
+    void showingPageWithoutDriveForgetsNobody();
+    void lateRecordOfFormerDriveReachesNewPage();
 
 private:
     Z7MainController &controller() { return tested->controller; }
@@ -79,7 +79,7 @@ void TestControllerPages::cleanup()
     tested.reset();
 }
 
-void TestControllerPages::shownPageStandsInTheContentArea()
+void TestControllerPages::shownPageStandsInContentArea()
 {
     QVERIFY(tested->showPage(table, id3));
     const Z7DataWidget *page = tested->shownPage();
@@ -89,7 +89,7 @@ void TestControllerPages::shownPageStandsInTheContentArea()
     QVERIFY(page->isVisible());
 }
 
-void TestControllerPages::nextPageTakesThePlaceOfTheFormerOne()
+void TestControllerPages::nextPageTakesPlaceOfFormerOne()
 {
     tested->showPage(table, id3);
     const Z7DataWidget *former = tested->shownPage();
@@ -119,7 +119,7 @@ void TestControllerPages::unknownPageChangesNothing()
     QCOMPARE(tested->mainContent.notes, QStringList());
 }
 
-void TestControllerPages::pageCreatedTwiceReportsAKeystrokeOnce()
+void TestControllerPages::pageCreatedTwiceReportsKeystrokeOnce()
 {
     controller().createPage(table);
     tested->showPage(table, id3);
@@ -128,7 +128,7 @@ void TestControllerPages::pageCreatedTwiceReportsAKeystrokeOnce()
     QCOMPARE(tested->mainContent.notes, (QStringList {"tree", "conflict line"}));
 }
 
-void TestControllerPages::eachOfTheSeventeenPagesCanBeShown()
+void TestControllerPages::eachOfSeventeenPagesCanBeShown()
 {
     for (int number = 0; number <= 16; ++number) {
         QVERIFY(tested->showPage(number, id3));
@@ -136,7 +136,7 @@ void TestControllerPages::eachOfTheSeventeenPagesCanBeShown()
     }
 }
 
-void TestControllerPages::firstPageOfADriveSelectsTheDrive()
+void TestControllerPages::firstPageOfDriveSelectsDrive()
 {
     tested->showPage(network, id3);
     QCOMPARE(selected->count(), 1);
@@ -146,7 +146,7 @@ void TestControllerPages::firstPageOfADriveSelectsTheDrive()
     QVERIFY(controller().hasCurrentDevice());
 }
 
-void TestControllerPages::nextPageOfTheSameDriveSelectsNothing()
+void TestControllerPages::nextPageOfSameDriveSelectsNothing()
 {
     tested->showPage(network, id3);
     tested->showPage(table, id3);
@@ -162,7 +162,7 @@ void TestControllerPages::pageOfAnotherDriveSelectsThatDrive()
     QCOMPARE(selected->last().first().value<Z7Device>().address, 4);
 }
 
-void TestControllerPages::firmwarePageOfANewDriveSelectsNone()
+void TestControllerPages::firmwarePageOfNewDriveSelectsNone()
 {
     tested->showPage(firmware, id3);
     QCOMPARE(selected->count(), 0);
@@ -170,7 +170,7 @@ void TestControllerPages::firmwarePageOfANewDriveSelectsNone()
     QVERIFY(controller().hasCurrentDevice());
 }
 
-void TestControllerPages::pageBehindTheFirmwarePageOfTheSameDriveSelectsNothing()
+void TestControllerPages::pageBehindFirmwarePageOfSameDriveSelectsNothing()
 {
     tested->showPage(firmware, id3);
     tested->showPage(table, id3);
@@ -178,7 +178,7 @@ void TestControllerPages::pageBehindTheFirmwarePageOfTheSameDriveSelectsNothing(
     QCOMPARE(none->count(), 1);
 }
 
-void TestControllerPages::pageOfAnUnlistedDriveSelectsNone()
+void TestControllerPages::pageOfUnlistedDriveSelectsNone()
 {
     tested->showPage(table, id3);
     QVERIFY(tested->showPage(table, unlisted));
@@ -186,7 +186,7 @@ void TestControllerPages::pageOfAnUnlistedDriveSelectsNone()
     QVERIFY(!controller().hasCurrentDevice());
 }
 
-void TestControllerPages::pageShowsTheDrivesValues()
+void TestControllerPages::pageShowsDrivesValues()
 {
     controller().PostDeviceUpdate(TransferTelegramStack, withValue(record(id3), 11, 555));
     tested->showPage(table, id3);
@@ -195,7 +195,7 @@ void TestControllerPages::pageShowsTheDrivesValues()
     QCOMPARE(shownValue(11), QStringLiteral("0"));
 }
 
-void TestControllerPages::pageShowsTheUsersChangesWithoutReportingThem()
+void TestControllerPages::pageShowsUsersChangesWithoutReportingThem()
 {
     tested->showPage(table, id3);
     tested->typeInTable(30, "7");
@@ -207,7 +207,7 @@ void TestControllerPages::pageShowsTheUsersChangesWithoutReportingThem()
     QVERIFY(!tested->mainContent.notes.contains("conflict line"));
 }
 
-void TestControllerPages::conflictLineIsEmptiedForADriveWithoutChanges()
+void TestControllerPages::conflictLineIsEmptiedForDriveWithoutChanges()
 {
     tested->showPage(table, id3);
     tested->typeInTable(11, "500");
@@ -216,7 +216,7 @@ void TestControllerPages::conflictLineIsEmptiedForADriveWithoutChanges()
     QCOMPARE(tested->mainContent.conflictLine, QString());
 }
 
-void TestControllerPages::conflictLineStaysForADriveWithChanges()
+void TestControllerPages::conflictLineStaysForDriveWithChanges()
 {
     tested->showPage(table, id3);
     tested->typeInTable(11, "500");
@@ -225,7 +225,7 @@ void TestControllerPages::conflictLineStaysForADriveWithChanges()
     QCOMPARE(tested->mainContent.conflictLine, conflict);
 }
 
-void TestControllerPages::pageWithoutADriveKeepsItsValuesAndLosesTheUsers()
+void TestControllerPages::pageWithoutDriveKeepsItsValuesAndLosesThoseOfUser()
 {
     controller().PostDeviceUpdate(TransferTelegramStack, withValue(record(id3), 11, 555));
     tested->showPage(table, id3);
@@ -238,13 +238,13 @@ void TestControllerPages::pageWithoutADriveKeepsItsValuesAndLosesTheUsers()
     QCOMPARE(tested->tableField(11)->text(), QStringLiteral("500"));
 }
 
-void TestControllerPages::tableNeverShownWithADriveIsEmpty()
+void TestControllerPages::tableNeverShownWithDriveIsEmpty()
 {
     tested->showPage(table, unlisted);
     QCOMPARE(tested->content.findChild<QTableWidget *>("ParameterTable")->rowCount(), 0);
 }
 
-void TestControllerPages::showingAPageForgetsAllListeners()
+void TestControllerPages::showingPageForgetsAllListeners()
 {
     NotingListener callback;
     tested->showPage(table, id3);
@@ -257,7 +257,7 @@ void TestControllerPages::showingAPageForgetsAllListeners()
     QCOMPARE(callback.notes, QStringList());
 }
 
-void TestControllerPages::showingAPageWithoutADriveForgetsNobody()
+void TestControllerPages::showingPageWithoutDriveForgetsNobody()
 {
     tested->showPage(table, id3);
     tested->showPage(table, unlisted);
@@ -266,7 +266,7 @@ void TestControllerPages::showingAPageWithoutADriveForgetsNobody()
     QCOMPARE(tested->deviceControl.notes, QStringList {"record Z7.5"});
 }
 
-void TestControllerPages::lateRecordOfTheFormerDriveReachesTheNewPage()
+void TestControllerPages::lateRecordOfFormerDriveReachesNewPage()
 {
     tested->showPage(table, id3);
     tested->showPage(table, id4);

@@ -26,12 +26,12 @@ private slots:
     void init();
     void cleanup() { tested.reset(); }
 
-    void firstPassReadsEverythingAndTheNextThoseOfThePage();
+    void firstPassReadsEverythingAndNextThoseOfPage();
     void tableGoesOnReadingEveryParameter();
-    void pollingFollowsTheShownPage();
+    void pollingFollowsShownPage();
     void driveConnectedAgainIsReadCompletelyOnce();
-    void drivesValuesReachThePageAndTheControlBar();
-    void pollingGoesOnAtTheNewAddress();
+    void drivesValuesReachPageAndControlBar();
+    void pollingGoesOnAtNewAddress();
     void pageCanStopAllCommunication();
 
 private:
@@ -69,7 +69,7 @@ QList<QStringList> TestControllerPolling::passes() const
     return passes;
 }
 
-void TestControllerPolling::firstPassReadsEverythingAndTheNextThoseOfThePage()
+void TestControllerPolling::firstPassReadsEverythingAndNextThoseOfPage()
 {
     tested->showPage(network, id3);
     tested->shownPage()->addParamId(30);
@@ -86,7 +86,7 @@ void TestControllerPolling::tableGoesOnReadingEveryParameter()
     QCOMPARE(passes().at(1), readRequests(everyParameter));
 }
 
-void TestControllerPolling::pollingFollowsTheShownPage()
+void TestControllerPolling::pollingFollowsShownPage()
 {
     tested->showPage(network, id3);
     tested->shownPage()->addParamId(30);
@@ -112,7 +112,7 @@ void TestControllerPolling::driveConnectedAgainIsReadCompletelyOnce()
     QVERIFY(!passes().contains(readRequests(everyParameter)));
 }
 
-void TestControllerPolling::drivesValuesReachThePageAndTheControlBar()
+void TestControllerPolling::drivesValuesReachPageAndControlBar()
 {
     tested->showPage(table, id3);
     QTRY_COMPARE(tested->tableText(31, TestedController::deviceValueColumn), QStringLiteral("-5"));
@@ -121,7 +121,7 @@ void TestControllerPolling::drivesValuesReachThePageAndTheControlBar()
     QCOMPARE(tested->deviceControl.records.last().parameterSet.value(31).value, -7);
 }
 
-void TestControllerPolling::pollingGoesOnAtTheNewAddress()
+void TestControllerPolling::pollingGoesOnAtNewAddress()
 {
     tested->showPage(network, id3);
     QTRY_VERIFY(controller().device(id3).parametersComplete);

@@ -46,22 +46,22 @@ private slots:
     void init();
     void cleanup() { tested.reset(); }
 
-    void recordOfAPassFromBeforeTheClickStaysAwayFromThePage();
-    void thatRecordStillReachesTheListAndTheControlBar();
-    void recordOfAPassFromAfterTheClickReachesThePage();
-    void recordOfTheSelectedDriveReachesThePageWheneverItsPassBegan();
-    void recordOfADriveThatIsNotListedReachesThePage();
-    void recordOfADriveThatHasJustMovedReachesThePage();
+    void recordOfPassFromBeforeClickStaysAwayFromPage();
+    void thatRecordStillReachesListAndControlBar();
+    void recordOfPassFromAfterClickReachesPage();
+    void recordOfSelectedDriveReachesPageWheneverItsPassBegan();
+    void recordOfDriveThatIsNotListedReachesPage();
+    void recordOfDriveThatHasJustMovedReachesPage();
     void pageOfAllDrivesHearsEveryRecord();
 
     void movedDriveStaysSelected();
     void driveSelectedMeanwhileStaysSelected();
 
-    void fileForTheOtherDriveLeavesTheFieldsOfTheShownOne();
-    void fileForTheOtherDriveLeavesNoRowInTheTable();
-    void fileForTheOtherDriveLeavesTheCurveFields();
-    void discardOnTheOtherDriveLeavesTheFieldsOfTheShownOne();
-    void addressTypedForTheShownDriveSurvivesAFileForTheOther();
+    void fileForOtherDriveLeavesFieldsOfShownOne();
+    void fileForOtherDriveLeavesNoRowInTable();
+    void fileForOtherDriveLeavesCurveFields();
+    void discardOnOtherDriveLeavesFieldsOfShownOne();
+    void addressTypedForShownDriveSurvivesFileForOther();
 
 private:
     Z7MainController &controller() { return tested->controller; }
@@ -85,7 +85,7 @@ void TestTwoDrives::clickDuringAPass(int page)
     tested->showPage(page, id4);
 }
 
-void TestTwoDrives::recordOfAPassFromBeforeTheClickStaysAwayFromThePage()
+void TestTwoDrives::recordOfPassFromBeforeClickStaysAwayFromPage()
 {
     clickDuringAPass(table);
     controller().PostDeviceUpdate(DevicePolling, withValue(controller().device(id3), 11, 555));
@@ -93,7 +93,7 @@ void TestTwoDrives::recordOfAPassFromBeforeTheClickStaysAwayFromThePage()
     QCOMPARE(tested->shownPage()->device.address, 4);
 }
 
-void TestTwoDrives::thatRecordStillReachesTheListAndTheControlBar()
+void TestTwoDrives::thatRecordStillReachesListAndControlBar()
 {
     clickDuringAPass(table);
     tested->forgetNotes();
@@ -102,7 +102,7 @@ void TestTwoDrives::thatRecordStillReachesTheListAndTheControlBar()
     QCOMPARE(tested->deviceControl.notes, QStringList {"record Z7.3"});
 }
 
-void TestTwoDrives::recordOfAPassFromAfterTheClickReachesThePage()
+void TestTwoDrives::recordOfPassFromAfterClickReachesPage()
 {
     clickDuringAPass(table);
     controller().PostDeviceUpdate(DevicePolling, controller().device(id3));
@@ -111,7 +111,7 @@ void TestTwoDrives::recordOfAPassFromAfterTheClickReachesThePage()
     QCOMPARE(shownValue(), QStringLiteral("555"));
 }
 
-void TestTwoDrives::recordOfTheSelectedDriveReachesThePageWheneverItsPassBegan()
+void TestTwoDrives::recordOfSelectedDriveReachesPageWheneverItsPassBegan()
 {
     controller().PostTransactionStarted(DevicePolling, 21, controller().device(id3));
     tested->showPage(table, id3);
@@ -119,14 +119,14 @@ void TestTwoDrives::recordOfTheSelectedDriveReachesThePageWheneverItsPassBegan()
     QCOMPARE(shownValue(), QStringLiteral("555"));
 }
 
-void TestTwoDrives::recordOfADriveThatIsNotListedReachesThePage()
+void TestTwoDrives::recordOfDriveThatIsNotListedReachesPage()
 {
     clickDuringAPass(table);
     controller().PostDeviceUpdate(DevicePolling, withValue(connectedDrive(9), 11, 555));
     QCOMPARE(shownValue(), QStringLiteral("555"));
 }
 
-void TestTwoDrives::recordOfADriveThatHasJustMovedReachesThePage()
+void TestTwoDrives::recordOfDriveThatHasJustMovedReachesPage()
 {
     clickDuringAPass(table);
     controller().PostDeviceUpdate(DevicePolling, withValue(moved(controller().device(id3), 9), 11, 555));
@@ -157,7 +157,7 @@ void TestTwoDrives::driveSelectedMeanwhileStaysSelected()
     QVERIFY(!controller().hasModifiedParams(table, answer.deviceId()));
 }
 
-void TestTwoDrives::fileForTheOtherDriveLeavesTheFieldsOfTheShownOne()
+void TestTwoDrives::fileForOtherDriveLeavesFieldsOfShownOne()
 {
     tested->typeInTable(30, "7");
     controller().setUserParams(id4, changes({userChange(11, 99), userChange(30, 8)}));
@@ -168,14 +168,14 @@ void TestTwoDrives::fileForTheOtherDriveLeavesTheFieldsOfTheShownOne()
     QCOMPARE(tested->userChanges(), QStringLiteral("11=99 30=8"));
 }
 
-void TestTwoDrives::fileForTheOtherDriveLeavesNoRowInTheTable()
+void TestTwoDrives::fileForOtherDriveLeavesNoRowInTable()
 {
     controller().setUserParams(id4, changes({userChange(foreignNumber, 1)}));
     QVERIFY(!tested->tableField(foreignNumber));
     QVERIFY(tested->tableField(83));
 }
 
-void TestTwoDrives::fileForTheOtherDriveLeavesTheCurveFields()
+void TestTwoDrives::fileForOtherDriveLeavesCurveFields()
 {
     tested->showPage(curve, id3);
     QTest::keyClicks(field("edValX1_User"), "7");
@@ -184,7 +184,7 @@ void TestTwoDrives::fileForTheOtherDriveLeavesTheCurveFields()
     QCOMPARE(field("edValX2_User")->text(), QString());
 }
 
-void TestTwoDrives::discardOnTheOtherDriveLeavesTheFieldsOfTheShownOne()
+void TestTwoDrives::discardOnOtherDriveLeavesFieldsOfShownOne()
 {
     tested->typeInTable(30, "7");
     controller().setUserParams(id4, changes({userChange(11, 99)}));
@@ -194,7 +194,7 @@ void TestTwoDrives::discardOnTheOtherDriveLeavesTheFieldsOfTheShownOne()
     QVERIFY(!controller().hasModifiedParams(table, id4));
 }
 
-void TestTwoDrives::addressTypedForTheShownDriveSurvivesAFileForTheOther()
+void TestTwoDrives::addressTypedForShownDriveSurvivesFileForOther()
 {
     tested->showPage(busAddress, id3);
     QTest::keyClicks(field("edParam0x52User"), "77");

@@ -39,27 +39,27 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup();
 
-    void aTextWithoutFileIsItsDefaultAndIsWrittenAtTheEnd();
-    void theFirstDefaultWins();
+    void textWithoutFileIsItsDefaultAndIsWrittenAtEnd();
+    void firstDefaultWins();
     void oneKeyInTwoSectionsMakesTwoTexts();
     void keysDifferInCase();
-    void theFileBeatsTheDefault();
-    void anEmptyTextOfTheFileStaysEmpty();
-    void anUnquotedCommaMakesAnEmptyText();
-    void aQuotedCommaIsPartOfTheText();
+    void fileBeatsDefault();
+    void emptyTextOfFileStaysEmpty();
+    void unquotedCommaMakesEmptyText();
+    void quotedCommaIsPartOfText();
     void keysOutsideOfSectionsAreNotTaken();
-    void umlautsSurviveAndAreEscapedInTheFile();
-    void aTextNoLongerAskedForSurvivesARun();
+    void umlautsSurviveAndAreEscapedInFile();
+    void textNoLongerAskedForSurvivesRun();
     void anotherLanguageIsReadFromItsOwnFile();
-    void theFileIsReadOnceInARun();
+    void fileIsReadOnceInRun();
 
-    void aDefinitionTextIsItsOwnKeyAndDefault();
-    void aUnitWithASlashKeepsItsTranslation();
-    void anEmptyUnitStaysEmptyAndStandsOutsideOfTheSections();
+    void definitionTextIsItsOwnKeyAndDefault();
+    void unitWithSlashKeepsItsTranslation();
+    void emptyUnitStaysEmptyAndStandsOutsideOfSections();
 
     void eachPageHasItsTitle_data();
     void eachPageHasItsTitle();
-    void aTitleCanBeTranslated();
+    void titleCanBeTranslated();
     void anyOtherPageHasNoTitleAndMakesNoLookUp_data();
     void anyOtherPageHasNoTitleAndMakesNoLookUp();
 
@@ -73,14 +73,14 @@ void TestLanguage::cleanup()
     m_folder.reset();
 }
 
-void TestLanguage::aTextWithoutFileIsItsDefaultAndIsWrittenAtTheEnd()
+void TestLanguage::textWithoutFileIsItsDefaultAndIsWrittenAtEnd()
 {
     QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));
     QVERIFY(!QFile::exists(fileName));
     QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nOK=OK\n"));
 }
 
-void TestLanguage::theFirstDefaultWins()
+void TestLanguage::firstDefaultWins()
 {
     languageText("Common", "Cancel", QStringLiteral("Beenden"));
     QCOMPARE(languageText("Common", "Cancel", QStringLiteral("Abbrechen")), QStringLiteral("Beenden"));
@@ -101,27 +101,27 @@ void TestLanguage::keysDifferInCase()
     QCOMPARE(languageText("Common", "ok", QStringLiteral("x")), QStringLiteral("klein"));
 }
 
-void TestLanguage::theFileBeatsTheDefault()
+void TestLanguage::fileBeatsDefault()
 {
     writeFile("[Common]\nOK=Fine\n");
     QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("Fine"));
     QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nOK=Fine\n"));
 }
 
-void TestLanguage::anEmptyTextOfTheFileStaysEmpty()
+void TestLanguage::emptyTextOfFileStaysEmpty()
 {
     writeFile("[Common]\nOK=\n");
     QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QString());
     QCOMPARE(fileAfterTheEnd(), QByteArray("[Common]\nOK=\n"));
 }
 
-void TestLanguage::anUnquotedCommaMakesAnEmptyText()
+void TestLanguage::unquotedCommaMakesEmptyText()
 {
     writeFile("[Common]\nWriteAnyway=Yes, write\n");
     QCOMPARE(languageText("Common", "WriteAnyway", QStringLiteral("Trotzdem schreiben?")), QString());
 }
 
-void TestLanguage::aQuotedCommaIsPartOfTheText()
+void TestLanguage::quotedCommaIsPartOfText()
 {
     writeFile("[Common]\nWriteAnyway=\"Yes, write\"\n");
     QCOMPARE(languageText("Common", "WriteAnyway", QStringLiteral("Trotzdem schreiben?")),
@@ -137,7 +137,7 @@ void TestLanguage::keysOutsideOfSectionsAreNotTaken()
     QCOMPARE(languageText("General", "Common", QStringLiteral("x")), QStringLiteral("x"));
 }
 
-void TestLanguage::umlautsSurviveAndAreEscapedInTheFile()
+void TestLanguage::umlautsSurviveAndAreEscapedInFile()
 {
     const QString text = utf8("Größe ändern: 5 µm ≤ Ω");
     languageText("Common", "Size", text);
@@ -146,7 +146,7 @@ void TestLanguage::umlautsSurviveAndAreEscapedInTheFile()
     QCOMPARE(languageText("Common", "Size", QStringLiteral("x")), text);
 }
 
-void TestLanguage::aTextNoLongerAskedForSurvivesARun()
+void TestLanguage::textNoLongerAskedForSurvivesRun()
 {
     writeFile("[Common]\nForgotten=Vergessen\n\n[DialogGone]\nA\\B=tief\nTitle=Weg\n");
     languageText("Common", "OK", QStringLiteral("OK"));
@@ -166,14 +166,14 @@ void TestLanguage::anotherLanguageIsReadFromItsOwnFile()
         WorkingFolder::read(QStringLiteral("english.z7lang")), QByteArray("[Common]\nNo=Nein\nYes=Yes\n"));
 }
 
-void TestLanguage::theFileIsReadOnceInARun()
+void TestLanguage::fileIsReadOnceInRun()
 {
     languageText("Common", "OK", QStringLiteral("OK"));
     writeFile("[Common]\nYes=Yes\n");
     QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Ja"));
 }
 
-void TestLanguage::aDefinitionTextIsItsOwnKeyAndDefault()
+void TestLanguage::definitionTextIsItsOwnKeyAndDefault()
 {
     QCOMPARE(definitionText(QStringLiteral("Drehzahl")), QStringLiteral("Drehzahl"));
     Z7Services::shutdown();
@@ -182,7 +182,7 @@ void TestLanguage::aDefinitionTextIsItsOwnKeyAndDefault()
     QCOMPARE(definitionText(QStringLiteral("Drehzahl")), QStringLiteral("speed"));
 }
 
-void TestLanguage::aUnitWithASlashKeepsItsTranslation()
+void TestLanguage::unitWithSlashKeepsItsTranslation()
 {
     QCOMPARE(definitionText(QStringLiteral("1/min")), QStringLiteral("1/min"));
     Z7Services::shutdown();
@@ -190,7 +190,7 @@ void TestLanguage::aUnitWithASlashKeepsItsTranslation()
     QCOMPARE(definitionText(QStringLiteral("1/min")), QStringLiteral("rpm"));
 }
 
-void TestLanguage::anEmptyUnitStaysEmptyAndStandsOutsideOfTheSections()
+void TestLanguage::emptyUnitStaysEmptyAndStandsOutsideOfSections()
 {
     QCOMPARE(definitionText(QString()), QString());
     QCOMPARE(fileAfterTheEnd(), QByteArray("[General]\nParamDefinition=\n"));
@@ -235,7 +235,7 @@ void TestLanguage::eachPageHasItsTitle()
     QCOMPARE(languageText(qPrintable(section), "Title", QStringLiteral("x")), title);
 }
 
-void TestLanguage::aTitleCanBeTranslated()
+void TestLanguage::titleCanBeTranslated()
 {
     writeFile("[DialogNetworkStatus]\nTitle=Network\n");
     QCOMPARE(pageTitle(0), QStringLiteral("Network"));

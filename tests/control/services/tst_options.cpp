@@ -39,29 +39,29 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup() { m_folder.reset(); }
 
-    void anOptionWithoutFileHasItsDefault_data();
-    void anOptionWithoutFileHasItsDefault();
-    void aSetNumberIsBackAtOnceAndSaved_data() { anOptionWithoutFileHasItsDefault_data(); }
-    void aSetNumberIsBackAtOnceAndSaved();
-    void aNumberOfTheFileBeatsTheDefault_data() { anOptionWithoutFileHasItsDefault_data(); }
-    void aNumberOfTheFileBeatsTheDefault();
-    void theLanguageIsDeutschUntilOneIsSet();
+    void optionWithoutFileHasItsDefault_data();
+    void optionWithoutFileHasItsDefault();
+    void setNumberIsBackAtOnceAndSaved_data() { optionWithoutFileHasItsDefault_data(); }
+    void setNumberIsBackAtOnceAndSaved();
+    void numberOfFileBeatsDefault_data() { optionWithoutFileHasItsDefault_data(); }
+    void numberOfFileBeatsDefault();
+    void languageIsDeutschUntilOneIsSet();
 
-    void aDefaultThatWasAskedForIsSaved();
-    void whatNobodyAskedForStaysOutOfTheFile();
-    void aTextThatIsNoNumberReadsAsZeroAndIsSavedBack_data();
-    void aTextThatIsNoNumberReadsAsZeroAndIsSavedBack();
-    void pollingCanBeOffFromTheStart();
-    void onlyTheGroupOfTheOptionsIsRead();
-    void loadingReplacesOnlyWhatTheFileHolds();
-    void unknownKeysStayInTheFile();
+    void defaultThatWasAskedForIsSaved();
+    void whatNobodyAskedForStaysOutOfFile();
+    void textThatIsNoNumberReadsAsZeroAndIsSavedBack_data();
+    void textThatIsNoNumberReadsAsZeroAndIsSavedBack();
+    void pollingCanBeOffFromStart();
+    void onlyGroupOfOptionsIsRead();
+    void loadingReplacesOnlyWhatFileHolds();
+    void unknownKeysStayInFile();
     void savingNothingMakesNoFile();
 
 private:
     std::optional<WorkingFolder> m_folder;
 };
 
-void TestOptions::anOptionWithoutFileHasItsDefault_data()
+void TestOptions::optionWithoutFileHasItsDefault_data()
 {
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<int>("defaultNumber");
@@ -81,14 +81,14 @@ void TestOptions::anOptionWithoutFileHasItsDefault_data()
         << Setter(&Z7Options::setPollingInterval);
 }
 
-void TestOptions::anOptionWithoutFileHasItsDefault()
+void TestOptions::optionWithoutFileHasItsDefault()
 {
     QFETCH(Getter, get);
     Z7Options options = loadedOptions();
     QTEST(get(options), "defaultNumber");
 }
 
-void TestOptions::aSetNumberIsBackAtOnceAndSaved()
+void TestOptions::setNumberIsBackAtOnceAndSaved()
 {
     QFETCH(QByteArray, key);
     QFETCH(Getter, get);
@@ -100,7 +100,7 @@ void TestOptions::aSetNumberIsBackAtOnceAndSaved()
     QCOMPARE(WorkingFolder::read(fileName), "[OPTIONS]\n" + key + "=77\n");
 }
 
-void TestOptions::aNumberOfTheFileBeatsTheDefault()
+void TestOptions::numberOfFileBeatsDefault()
 {
     QFETCH(QByteArray, key);
     QFETCH(Getter, get);
@@ -109,7 +109,7 @@ void TestOptions::aNumberOfTheFileBeatsTheDefault()
     QCOMPARE(get(options), 33);
 }
 
-void TestOptions::theLanguageIsDeutschUntilOneIsSet()
+void TestOptions::languageIsDeutschUntilOneIsSet()
 {
     Z7Options options = loadedOptions();
     QCOMPARE(options.language(), QStringLiteral("deutsch"));
@@ -119,7 +119,7 @@ void TestOptions::theLanguageIsDeutschUntilOneIsSet()
     QCOMPARE(loadedOptions().language(), QStringLiteral("english"));
 }
 
-void TestOptions::aDefaultThatWasAskedForIsSaved()
+void TestOptions::defaultThatWasAskedForIsSaved()
 {
     Z7Options options;
     QCOMPARE(options.timeout(), 140);
@@ -127,7 +127,7 @@ void TestOptions::aDefaultThatWasAskedForIsSaved()
     QCOMPARE(WorkingFolder::read(fileName), QByteArray("[OPTIONS]\ntimeout=140\n"));
 }
 
-void TestOptions::whatNobodyAskedForStaysOutOfTheFile()
+void TestOptions::whatNobodyAskedForStaysOutOfFile()
 {
     writeFile("[OPTIONS]\npollingInterval=500\n");
     Z7Options options = loadedOptions();
@@ -137,7 +137,7 @@ void TestOptions::whatNobodyAskedForStaysOutOfTheFile()
         WorkingFolder::read(fileName), QByteArray("[OPTIONS]\npollingInterval=500\ntimeoutScanning=20\n"));
 }
 
-void TestOptions::aTextThatIsNoNumberReadsAsZeroAndIsSavedBack_data()
+void TestOptions::textThatIsNoNumberReadsAsZeroAndIsSavedBack_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::newRow("letters") << QByteArray("abc");
@@ -148,7 +148,7 @@ void TestOptions::aTextThatIsNoNumberReadsAsZeroAndIsSavedBack_data()
     QTest::newRow("nothing") << QByteArray();
 }
 
-void TestOptions::aTextThatIsNoNumberReadsAsZeroAndIsSavedBack()
+void TestOptions::textThatIsNoNumberReadsAsZeroAndIsSavedBack()
 {
     QFETCH(QByteArray, text);
     const QByteArray content = "[OPTIONS]\ntimeout=" + text + "\n";
@@ -159,19 +159,19 @@ void TestOptions::aTextThatIsNoNumberReadsAsZeroAndIsSavedBack()
     QCOMPARE(WorkingFolder::read(fileName), content);
 }
 
-void TestOptions::pollingCanBeOffFromTheStart()
+void TestOptions::pollingCanBeOffFromStart()
 {
     writeFile("[OPTIONS]\npollingInterval=0\n");
     QCOMPARE(loadedOptions().pollingInterval(), 0);
 }
 
-void TestOptions::onlyTheGroupOfTheOptionsIsRead()
+void TestOptions::onlyGroupOfOptionsIsRead()
 {
     writeFile("timeout=1\n[Other]\ntimeout=2\n[OPTIONS]\nsub\\timeout=3\n");
     QCOMPARE(loadedOptions().timeout(), 140);
 }
 
-void TestOptions::loadingReplacesOnlyWhatTheFileHolds()
+void TestOptions::loadingReplacesOnlyWhatFileHolds()
 {
     Z7Options options;
     options.setTimeout(1);
@@ -182,7 +182,7 @@ void TestOptions::loadingReplacesOnlyWhatTheFileHolds()
     QCOMPARE(options.timeoutScanning(), 2);
 }
 
-void TestOptions::unknownKeysStayInTheFile()
+void TestOptions::unknownKeysStayInFile()
 {
     writeFile("[OPTIONS]\ncolour=blue\n\n[Other]\nkey=value\n");
     Z7Options options = loadedOptions();

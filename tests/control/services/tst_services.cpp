@@ -59,13 +59,13 @@ private slots:
     void cleanup();
 
     void thereIsOneObjectOfEachKind();
-    void theFirstTextReadsTheOptions();
-    void nothingIsWrittenBeforeTheEnd();
-    void theEndWritesTheLanguageBeforeTheOptions();
-    void aRunWithoutATextWritesNoLanguageFile();
-    void anEndWithoutABeginningIsHarmless();
-    void theNextRunReadsWhatTheLastOneWrote();
-    void aNewLanguageWaitsForTheNextRun();
+    void firstTextReadsOptions();
+    void nothingIsWrittenBeforeEnd();
+    void endWritesLanguageBeforeOptions();
+    void runWithoutTextWritesNoLanguageFile();
+    void endWithoutBeginningIsHarmless();
+    void nextRunReadsWhatLastOneWrote();
+    void newLanguageWaitsForNextRun();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -85,21 +85,21 @@ void TestServices::thereIsOneObjectOfEachKind()
     QCOMPARE(services->language(), services->language());
 }
 
-void TestServices::theFirstTextReadsTheOptions()
+void TestServices::firstTextReadsOptions()
 {
     languageText("Common", "OK", QStringLiteral("OK"));
     WorkingFolder::write(optionsFile, "[OPTIONS]\ntimeout=1\n");
     QCOMPARE(Z7Services::instance()->options()->timeout(), 140);
 }
 
-void TestServices::nothingIsWrittenBeforeTheEnd()
+void TestServices::nothingIsWrittenBeforeEnd()
 {
     languageText("Common", "OK", QStringLiteral("OK"));
     Z7Services::instance()->options()->setTimeout(200);
     QVERIFY(QDir().entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
 
-void TestServices::theEndWritesTheLanguageBeforeTheOptions()
+void TestServices::endWritesLanguageBeforeOptions()
 {
     languageText("Common", "OK", QStringLiteral("OK"));
     Z7Services::instance()->options()->timeout();
@@ -110,7 +110,7 @@ void TestServices::theEndWritesTheLanguageBeforeTheOptions()
     QCOMPARE(WorkingFolder::read(optionsFile), QByteArray("[OPTIONS]\nlanguage=deutsch\ntimeout=140\n"));
 }
 
-void TestServices::aRunWithoutATextWritesNoLanguageFile()
+void TestServices::runWithoutTextWritesNoLanguageFile()
 {
     Z7Services::instance()->options()->timeout();
     Z7Services::shutdown();
@@ -118,21 +118,21 @@ void TestServices::aRunWithoutATextWritesNoLanguageFile()
     QCOMPARE(WorkingFolder::read(optionsFile), QByteArray("[OPTIONS]\ntimeout=140\n"));
 }
 
-void TestServices::anEndWithoutABeginningIsHarmless()
+void TestServices::endWithoutBeginningIsHarmless()
 {
     Z7Services::shutdown();
     Z7Services::shutdown();
     QVERIFY(QDir().entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
 
-void TestServices::theNextRunReadsWhatTheLastOneWrote()
+void TestServices::nextRunReadsWhatLastOneWrote()
 {
     Z7Services::instance()->options()->setPollingInterval(250);
     Z7Services::shutdown();
     QCOMPARE(Z7Services::instance()->options()->pollingInterval(), 250);
 }
 
-void TestServices::aNewLanguageWaitsForTheNextRun()
+void TestServices::newLanguageWaitsForNextRun()
 {
     WorkingFolder::write(QStringLiteral("english.z7lang"), "[Common]\nYes=Yes\n");
     QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Ja"));

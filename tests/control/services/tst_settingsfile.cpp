@@ -126,35 +126,35 @@ private slots:
     void init() { m_folder.emplace(); }
     void cleanup();
 
-    void aDamagedFileIsKeptBesideTheNewOne_data();
-    void aDamagedFileIsKeptBesideTheNewOne();
-    void theGoodLinesOfADamagedFileCount();
-    void aSoundFileLeavesNoCopy_data();
-    void aSoundFileLeavesNoCopy();
-    void aTextWithAnUnquotedCommaSurvivesARun();
-    void aFileWithAUtf8MarkKeepsItsUmlauts();
-    void aFileCutOffInATextKeepsTheTextsBefore();
-    void aFileOfMoreThan16MegabytesIsNeitherReadNorChanged_data();
-    void aFileOfMoreThan16MegabytesIsNeitherReadNorChanged();
-    void aFolderOfThatNameIsLeftAlone();
-    void aReadOnlyFileStaysAsItIs();
-    void aReadOnlyFolderStaysAsItIs();
-    void aFileThatMayNotBeReadIsNotReplaced();
+    void damagedFileIsKeptBesideNewOne_data();
+    void damagedFileIsKeptBesideNewOne();
+    void goodLinesOfDamagedFileCount();
+    void soundFileLeavesNoCopy_data();
+    void soundFileLeavesNoCopy();
+    void textWithUnquotedCommaSurvivesRun();
+    void fileWithUtf8MarkKeepsItsUmlauts();
+    void fileCutOffInTextKeepsTextsBefore();
+    void fileOfMoreThan16MegabytesIsNeitherReadNorChanged_data();
+    void fileOfMoreThan16MegabytesIsNeitherReadNorChanged();
+    void folderOfThatNameIsLeftAlone();
+    void readOnlyFileStaysAsItIs();
+    void readOnlyFolderStaysAsItIs();
+    void fileThatMayNotBeReadIsNotReplaced();
 
     void whatIsNoFileCountsAsMissing_data();
     void whatIsNoFileCountsAsMissing();
-    void whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile_data();
-    void whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile();
-    void aPipeInThePlaceOfTheLockDoesNotHoldTheEnd();
+    void whatIsNoFileInPlaceOfCopyKeepsDamagedFile_data();
+    void whatIsNoFileInPlaceOfCopyKeepsDamagedFile();
+    void pipeInPlaceOfLockDoesNotHoldEnd();
 
-    void aLinkStaysAndItsTargetIsWritten_data();
-    void aLinkStaysAndItsTargetIsWritten();
-    void aLinkToNothingMakesItsTarget();
-    void linksInACircleAreLeftAlone();
-    void aWrittenFileKeepsItsPermissions_data();
-    void aWrittenFileKeepsItsPermissions();
+    void linkStaysAndItsTargetIsWritten_data();
+    void linkStaysAndItsTargetIsWritten();
+    void linkToNothingMakesItsTarget();
+    void linksInCircleAreLeftAlone();
+    void writtenFileKeepsItsPermissions_data();
+    void writtenFileKeepsItsPermissions();
     void nothingIsWrittenWhereNothingIsNew();
-    void whateverATextHoldsItIsWritten();
+    void textIsWrittenWhateverItHolds();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -166,7 +166,7 @@ void TestSettingsFile::cleanup()
     m_folder.reset();
 }
 
-void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne_data()
+void TestSettingsFile::damagedFileIsKeptBesideNewOne_data()
 {
     addFileColumns();
     const auto rows = [](const char *name, const QByteArray &content) {
@@ -184,7 +184,7 @@ void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne_data()
     rows("nothing but NULs", QByteArray(4096, '\0'));
 }
 
-void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne()
+void TestSettingsFile::damagedFileIsKeptBesideNewOne()
 {
     QFETCH(QString, fileName);
     QFETCH(QByteArray, content);
@@ -195,13 +195,13 @@ void TestSettingsFile::aDamagedFileIsKeptBesideTheNewOne()
     QVERIFY(WorkingFolder::read(languageFile).contains("OK="));
 }
 
-void TestSettingsFile::theGoodLinesOfADamagedFileCount()
+void TestSettingsFile::goodLinesOfDamagedFileCount()
 {
     WorkingFolder::write(optionsFile, "[OPTIONS]\nnotes of the commissioning\ntimeout=99\n");
     QCOMPARE(Z7Services::instance()->options()->timeout(), 99);
 }
 
-void TestSettingsFile::aSoundFileLeavesNoCopy_data()
+void TestSettingsFile::soundFileLeavesNoCopy_data()
 {
     addFileColumns();
     QTest::newRow("empty") << optionsFile << QByteArray();
@@ -212,7 +212,7 @@ void TestSettingsFile::aSoundFileLeavesNoCopy_data()
     QTest::newRow("with a UTF-8 mark") << languageFile << QByteArray("\xEF\xBB\xBF[Common]\nOK=Fine\n");
 }
 
-void TestSettingsFile::aSoundFileLeavesNoCopy()
+void TestSettingsFile::soundFileLeavesNoCopy()
 {
     QFETCH(QString, fileName);
     QFETCH(QByteArray, content);
@@ -221,7 +221,7 @@ void TestSettingsFile::aSoundFileLeavesNoCopy()
     QVERIFY(!QFile::exists(fileName + damagedSuffix));
 }
 
-void TestSettingsFile::aTextWithAnUnquotedCommaSurvivesARun()
+void TestSettingsFile::textWithUnquotedCommaSurvivesRun()
 {
     const QByteArray content = "[Common]\nOK=OK\nWriteAnyway=Yes, write\n";
     WorkingFolder::write(languageFile, content);
@@ -231,7 +231,7 @@ void TestSettingsFile::aTextWithAnUnquotedCommaSurvivesARun()
     QCOMPARE(WorkingFolder::read(languageFile), content + "Yes=Ja\n");
 }
 
-void TestSettingsFile::aFileWithAUtf8MarkKeepsItsUmlauts()
+void TestSettingsFile::fileWithUtf8MarkKeepsItsUmlauts()
 {
     WorkingFolder::write(languageFile, "\xEF\xBB\xBF[Common]\nSize=Größe\n");
     QCOMPARE(languageText("Common", "Size", QString()), QString::fromUtf8("Größe"));
@@ -239,7 +239,7 @@ void TestSettingsFile::aFileWithAUtf8MarkKeepsItsUmlauts()
     QCOMPARE(WorkingFolder::read(languageFile), QByteArray("[Common]\nOK=OK\nSize=Gr\\xf6\\xdf\\x65\n"));
 }
 
-void TestSettingsFile::aFileCutOffInATextKeepsTheTextsBefore()
+void TestSettingsFile::fileCutOffInTextKeepsTextsBefore()
 {
     WorkingFolder::write(languageFile, "[Common]\nOK=Fine\n\n[DialogRS485]\nTitle=\"Seri");
     QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("Fine"));
@@ -247,14 +247,14 @@ void TestSettingsFile::aFileCutOffInATextKeepsTheTextsBefore()
     QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("Fine"));
 }
 
-void TestSettingsFile::aFileOfMoreThan16MegabytesIsNeitherReadNorChanged_data()
+void TestSettingsFile::fileOfMoreThan16MegabytesIsNeitherReadNorChanged_data()
 {
     QTest::addColumn<QString>("fileName");
     QTest::newRow("options") << optionsFile;
     QTest::newRow("language") << languageFile;
 }
 
-void TestSettingsFile::aFileOfMoreThan16MegabytesIsNeitherReadNorChanged()
+void TestSettingsFile::fileOfMoreThan16MegabytesIsNeitherReadNorChanged()
 {
     QFETCH(QString, fileName);
     const QByteArray content =
@@ -268,7 +268,7 @@ void TestSettingsFile::aFileOfMoreThan16MegabytesIsNeitherReadNorChanged()
     QVERIFY(WorkingFolder::read(fileName) == content);
 }
 
-void TestSettingsFile::aFolderOfThatNameIsLeftAlone()
+void TestSettingsFile::folderOfThatNameIsLeftAlone()
 {
     QDir().mkpath(optionsFile + QStringLiteral("/inside"));
     QDir().mkpath(languageFile + QStringLiteral("/inside"));
@@ -278,7 +278,7 @@ void TestSettingsFile::aFolderOfThatNameIsLeftAlone()
     QVERIFY(QDir(languageFile + QStringLiteral("/inside")).exists());
 }
 
-void TestSettingsFile::aReadOnlyFileStaysAsItIs()
+void TestSettingsFile::readOnlyFileStaysAsItIs()
 {
     const QByteArray content = "[OPTIONS]\ntimeout=99\n";
     WorkingFolder::write(optionsFile, content);
@@ -293,7 +293,7 @@ void TestSettingsFile::aReadOnlyFileStaysAsItIs()
     QVERIFY(QFile::exists(languageFile));
 }
 
-void TestSettingsFile::aReadOnlyFolderStaysAsItIs()
+void TestSettingsFile::readOnlyFolderStaysAsItIs()
 {
     QFile::setPermissions(m_folder->path(), readable | searchable);
     {
@@ -304,7 +304,7 @@ void TestSettingsFile::aReadOnlyFolderStaysAsItIs()
     QFile::setPermissions(m_folder->path(), readable | writable | searchable);
 }
 
-void TestSettingsFile::aFileThatMayNotBeReadIsNotReplaced()
+void TestSettingsFile::fileThatMayNotBeReadIsNotReplaced()
 {
     const QByteArray content = "[Common]\nOK=Fine\n";
     WorkingFolder::write(languageFile, content);
@@ -342,14 +342,14 @@ void TestSettingsFile::whatIsNoFileCountsAsMissing()
     QCOMPARE(WorkingFolder::files(), QStringList({languageFile, optionsFile}));
 }
 
-void TestSettingsFile::whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile_data()
+void TestSettingsFile::whatIsNoFileInPlaceOfCopyKeepsDamagedFile_data()
 {
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<Thing>("thing");
     addThings(QString(), languageFile);
 }
 
-void TestSettingsFile::whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile()
+void TestSettingsFile::whatIsNoFileInPlaceOfCopyKeepsDamagedFile()
 {
     QFETCH(QString, fileName);
     QFETCH(Thing, thing);
@@ -362,7 +362,7 @@ void TestSettingsFile::whatIsNoFileInThePlaceOfTheCopyKeepsTheDamagedFile()
     QCOMPARE(WorkingFolder::read(fileName), content);
 }
 
-void TestSettingsFile::aPipeInThePlaceOfTheLockDoesNotHoldTheEnd()
+void TestSettingsFile::pipeInPlaceOfLockDoesNotHoldEnd()
 {
     const QString lock = languageFile + QStringLiteral(".lock");
     make(Thing::Pipe, lock);
@@ -371,7 +371,7 @@ void TestSettingsFile::aPipeInThePlaceOfTheLockDoesNotHoldTheEnd()
     QVERIFY(WorkingFolder::read(optionsFile).contains("timeout="));
 }
 
-void TestSettingsFile::aLinkStaysAndItsTargetIsWritten_data()
+void TestSettingsFile::linkStaysAndItsTargetIsWritten_data()
 {
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<QByteArray>("before");
@@ -382,7 +382,7 @@ void TestSettingsFile::aLinkStaysAndItsTargetIsWritten_data()
                               << QByteArray("[Common]\nNo=Nein\nOK=OK\n");
 }
 
-void TestSettingsFile::aLinkStaysAndItsTargetIsWritten()
+void TestSettingsFile::linkStaysAndItsTargetIsWritten()
 {
     QFETCH(QString, fileName);
     QFETCH(QByteArray, before);
@@ -399,7 +399,7 @@ void TestSettingsFile::aLinkStaysAndItsTargetIsWritten()
     QCOMPARE(elsewhere.entryList(QDir::Files | QDir::Hidden), QStringList(fileName));
 }
 
-void TestSettingsFile::aLinkToNothingMakesItsTarget()
+void TestSettingsFile::linkToNothingMakesItsTarget()
 {
     QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
     QVERIFY(QFile::link(QStringLiteral("elsewhere/texts"), languageFile));
@@ -408,7 +408,7 @@ void TestSettingsFile::aLinkToNothingMakesItsTarget()
     QCOMPARE(WorkingFolder::read(QStringLiteral("elsewhere/texts")), QByteArray("[Common]\nOK=OK\n"));
 }
 
-void TestSettingsFile::linksInACircleAreLeftAlone()
+void TestSettingsFile::linksInCircleAreLeftAlone()
 {
     QVERIFY(QFile::link(QStringLiteral("second link"), languageFile));
     QVERIFY(QFile::link(languageFile, QStringLiteral("second link")));
@@ -417,7 +417,7 @@ void TestSettingsFile::linksInACircleAreLeftAlone()
     QCOMPARE(kindOf(QStringLiteral("second link")), mode_t(S_IFLNK));
 }
 
-void TestSettingsFile::aWrittenFileKeepsItsPermissions_data()
+void TestSettingsFile::writtenFileKeepsItsPermissions_data()
 {
     QTest::addColumn<int>("permissions");
     QTest::newRow("of its owner alone") << 0600;
@@ -425,7 +425,7 @@ void TestSettingsFile::aWrittenFileKeepsItsPermissions_data()
     QTest::newRow("of everybody") << 0666;
 }
 
-void TestSettingsFile::aWrittenFileKeepsItsPermissions()
+void TestSettingsFile::writtenFileKeepsItsPermissions()
 {
     QFETCH(int, permissions);
     WorkingFolder::write(languageFile, "[Common]\nNo=Nein\n");
@@ -443,7 +443,7 @@ void TestSettingsFile::nothingIsWrittenWhereNothingIsNew()
     QCOMPARE(WorkingFolder::read(languageFile), content);
 }
 
-void TestSettingsFile::whateverATextHoldsItIsWritten()
+void TestSettingsFile::textIsWrittenWhateverItHolds()
 {
     const QString characters = QString::fromUtf8("aZ09 ./\\%;=[]@\"',:\t\n\r\x01\x7F#&(){}ß°µ€") + QChar(0)
         + QChar(0xFEFF) + QChar(0xD800) + QChar(0xDC00) + QChar(0x2028);

@@ -55,12 +55,12 @@ private slots:
 
     void whicheverCallFailsEachFileIsWhole_data();
     void whicheverCallFailsEachFileIsWhole();
-    void aDiskThatFailsAltogetherLeavesTheOldFiles_data();
-    void aDiskThatFailsAltogetherLeavesTheOldFiles();
-    void aDiskThatFailsAltogetherLeavesNoNewFile_data() { aDiskThatFailsAltogetherLeavesTheOldFiles_data(); }
-    void aDiskThatFailsAltogetherLeavesNoNewFile();
-    void whicheverCallFailsADamagedFileIsThere_data() { whicheverCallFailsEachFileIsWhole_data(); }
-    void whicheverCallFailsADamagedFileIsThere();
+    void diskThatFailsAltogetherLeavesOldFiles_data();
+    void diskThatFailsAltogetherLeavesOldFiles();
+    void diskThatFailsAltogetherLeavesNoNewFile_data() { diskThatFailsAltogetherLeavesOldFiles_data(); }
+    void diskThatFailsAltogetherLeavesNoNewFile();
+    void damagedFileIsThereWhicheverCallFails_data() { whicheverCallFailsEachFileIsWhole_data(); }
+    void damagedFileIsThereWhicheverCallFails();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -96,7 +96,7 @@ void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole()
     }
 }
 
-void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesTheOldFiles_data()
+void TestSettingsFileFailures::diskThatFailsAltogetherLeavesOldFiles_data()
 {
     QTest::addColumn<QByteArray>("call");
     QTest::addColumn<z7_failure>("failure");
@@ -104,7 +104,7 @@ void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesTheOldFiles_data()
     QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
 }
 
-void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesTheOldFiles()
+void TestSettingsFileFailures::diskThatFailsAltogetherLeavesOldFiles()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);
@@ -120,7 +120,7 @@ void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesTheOldFiles()
     QCOMPARE(WorkingFolder::files(), bothFiles());
 }
 
-void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesNoNewFile()
+void TestSettingsFileFailures::diskThatFailsAltogetherLeavesNoNewFile()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);
@@ -130,7 +130,7 @@ void TestSettingsFileFailures::aDiskThatFailsAltogetherLeavesNoNewFile()
     QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
-void TestSettingsFileFailures::whicheverCallFailsADamagedFileIsThere()
+void TestSettingsFileFailures::damagedFileIsThereWhicheverCallFails()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);

@@ -44,10 +44,10 @@ private slots:
     void init();
     void cleanup();
 
-    void theOldFileStaysOrTheNewOneIsWhole_data();
-    void theOldFileStaysOrTheNewOneIsWhole();
-    void aFileThatFindsNoRoomIsNotMade_data();
-    void aFileThatFindsNoRoomIsNotMade();
+    void oldFileStaysOrNewOneIsWhole_data();
+    void oldFileStaysOrNewOneIsWhole();
+    void fileThatFindsNoRoomIsNotMade_data();
+    void fileThatFindsNoRoomIsNotMade();
 
 private:
     std::optional<WorkingFolder> m_folder;
@@ -73,7 +73,7 @@ void TestSettingsFileFullDisk::cleanup()
     m_folder.reset();
 }
 
-void TestSettingsFileFullDisk::theOldFileStaysOrTheNewOneIsWhole_data()
+void TestSettingsFileFullDisk::oldFileStaysOrNewOneIsWhole_data()
 {
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<QByteArray>("before");
@@ -90,7 +90,7 @@ void TestSettingsFileFullDisk::theOldFileStaysOrTheNewOneIsWhole_data()
     }
 }
 
-void TestSettingsFileFullDisk::theOldFileStaysOrTheNewOneIsWhole()
+void TestSettingsFileFullDisk::oldFileStaysOrNewOneIsWhole()
 {
     QFETCH(QString, fileName);
     QFETCH(QByteArray, before);
@@ -106,14 +106,14 @@ void TestSettingsFileFullDisk::theOldFileStaysOrTheNewOneIsWhole()
     QVERIFY(WorkingFolder::files().size() <= 3); // the two files, and the ballast
 }
 
-void TestSettingsFileFullDisk::aFileThatFindsNoRoomIsNotMade_data()
+void TestSettingsFileFullDisk::fileThatFindsNoRoomIsNotMade_data()
 {
     QTest::addColumn<int>("freePages");
     for (const int pages : {0, 1, 2})
         QTest::addRow("%d pages free", pages) << pages;
 }
 
-void TestSettingsFileFullDisk::aFileThatFindsNoRoomIsNotMade()
+void TestSettingsFileFullDisk::fileThatFindsNoRoomIsNotMade()
 {
     QFETCH(int, freePages);
     SmallFileSystem::fill(ballast, freePages);
