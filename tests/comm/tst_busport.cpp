@@ -62,32 +62,32 @@ private slots:
 
     void openPortRunsAt115200BaudWithEightDataBitsEvenParityAndOneStopBit();
     void portThatDoesNotExistGivesError3();
-    void portWithoutANameGivesError3();
+    void portWithoutNameGivesError3();
     void portThatAnotherProgramHasOpenGivesError3();
     void pulledAdapterGivesError3();
-    void adapterThatRefusesASettingGivesError4_data();
-    void adapterThatRefusesASettingGivesError4();
-    void passOnAnAdapterThatRefusesASettingGivesError4InOneRecord();
-    void sweepOnAnAdapterThatRefusesASettingGivesError4InOneRecord();
-    void portOpensAfterAnEarlierFailure();
+    void adapterThatRefusesSettingGivesError4_data();
+    void adapterThatRefusesSettingGivesError4();
+    void passOnAdapterThatRefusesSettingGivesError4InOneRecord();
+    void sweepOnAdapterThatRefusesSettingGivesError4InOneRecord();
+    void portOpensAfterEarlierFailure();
     void openPortOpensAgain();
     void closedPortIsFreeForOthers();
 
-    void requestReachesTheDriveAndItsReplyComesBack();
-    void requestThatTheLineDoesNotTakeInTimeIsReported();
-    void requestOnAPortThatIsNotOpenIsReported();
-    void silentDriveIsReportedAfterTheTimeout();
+    void requestReachesDriveAndItsReplyComesBack();
+    void requestThatLineDoesNotTakeInTimeIsReported();
+    void requestOnPortThatIsNotOpenIsReported();
+    void silentDriveIsReportedAfterTimeout();
     void negativeTimeoutDoesNotWaitForEver();
     void replyTakesNoMoreRoomThanItsBytes();
-    void replyWithAPauseOf10MsIsOne();
-    void replyWithAPauseOf40MsIsCut();
-    void restOfACutReplyBeginsTheNext();
-    void babblingLineIsCutOffAfterATime();
-    void floodedLineIsCutOffAtALength();
+    void replyWithPauseOf10MsIsOne();
+    void replyWithPauseOf40MsIsCut();
+    void restOfCutReplyBeginsNext();
+    void babblingLineIsCutOffAfterTime();
+    void floodedLineIsCutOffAtLength();
 
-    void waitForAReplyEndsAtOnceWhenTheAdapterIsPulled();
-    void replyEndsAtOnceWhenTheAdapterIsPulled();
-    void requestToAPulledAdapterIsReportedAtOnce();
+    void waitForReplyEndsAtOnceWhenAdapterIsPulled();
+    void replyEndsAtOnceWhenAdapterIsPulled();
+    void requestToPulledAdapterIsReportedAtOnce();
 
 private:
     int open() { return port->open(QStringLiteral("ttyUSB0")); }
@@ -142,7 +142,7 @@ void TestBusPort::portThatDoesNotExistGivesError3()
     QCOMPARE(port->open(QStringLiteral("ttyUSB9")), int(TelegramError::PortNotOpened));
 }
 
-void TestBusPort::portWithoutANameGivesError3()
+void TestBusPort::portWithoutNameGivesError3()
 {
     bus.reset(); // the ports of the machine do as well
     QCOMPARE(port->open(QString()), int(TelegramError::PortNotOpened));
@@ -161,7 +161,7 @@ void TestBusPort::pulledAdapterGivesError3()
     QCOMPARE(open(), int(TelegramError::PortNotOpened));
 }
 
-void TestBusPort::adapterThatRefusesASettingGivesError4_data()
+void TestBusPort::adapterThatRefusesSettingGivesError4_data()
 {
     QTest::addColumn<int>("setting");
     QTest::newRow("baud rate") << int(BaudRate);
@@ -171,7 +171,7 @@ void TestBusPort::adapterThatRefusesASettingGivesError4_data()
     QTest::newRow("flow control") << int(FlowControl);
 }
 
-void TestBusPort::adapterThatRefusesASettingGivesError4()
+void TestBusPort::adapterThatRefusesSettingGivesError4()
 {
     QFETCH(int, setting);
     adapter.refusedSetting = setting;
@@ -179,7 +179,7 @@ void TestBusPort::adapterThatRefusesASettingGivesError4()
     QVERIFY2(adapter.nextSetting == setting + 1, "what follows a refused setting is not tried");
 }
 
-void TestBusPort::passOnAnAdapterThatRefusesASettingGivesError4InOneRecord()
+void TestBusPort::passOnAdapterThatRefusesSettingGivesError4InOneRecord()
 {
     adapter.refusedSetting = Parity;
     CommThreadTransferTelegramStack thread;
@@ -193,7 +193,7 @@ void TestBusPort::passOnAnAdapterThatRefusesASettingGivesError4InOneRecord()
     QCOMPARE(bus->requests(), QByteArrayList());
 }
 
-void TestBusPort::sweepOnAnAdapterThatRefusesASettingGivesError4InOneRecord()
+void TestBusPort::sweepOnAdapterThatRefusesSettingGivesError4InOneRecord()
 {
     adapter.refusedSetting = Parity;
     CommThreadScanDevice thread;
@@ -204,7 +204,7 @@ void TestBusPort::sweepOnAnAdapterThatRefusesASettingGivesError4InOneRecord()
     QCOMPARE(bus->requests(), QByteArrayList());
 }
 
-void TestBusPort::portOpensAfterAnEarlierFailure()
+void TestBusPort::portOpensAfterEarlierFailure()
 {
     bus->disconnectPort();
     QCOMPARE(open(), int(TelegramError::PortNotOpened));
@@ -228,14 +228,14 @@ void TestBusPort::closedPortIsFreeForOthers()
     QVERIFY(!DriveBus::isPortInUse());
 }
 
-void TestBusPort::requestReachesTheDriveAndItsReplyComesBack()
+void TestBusPort::requestReachesDriveAndItsReplyComesBack()
 {
     QCOMPARE(open(), int(TelegramError::None));
     QCOMPARE(exchange(), accepted);
     QCOMPARE(bus->requests(), QByteArrayList {AccessWith3});
 }
 
-void TestBusPort::requestThatTheLineDoesNotTakeInTimeIsReported()
+void TestBusPort::requestThatLineDoesNotTakeInTimeIsReported()
 {
     const int line = ::open(qPrintable(bus->portPath()), O_RDWR | O_NOCTTY);
     QCOMPARE(open(), int(TelegramError::None));
@@ -248,12 +248,12 @@ void TestBusPort::requestThatTheLineDoesNotTakeInTimeIsReported()
     ::close(line);
 }
 
-void TestBusPort::requestOnAPortThatIsNotOpenIsReported()
+void TestBusPort::requestOnPortThatIsNotOpenIsReported()
 {
     QVERIFY(!send());
 }
 
-void TestBusPort::silentDriveIsReportedAfterTheTimeout()
+void TestBusPort::silentDriveIsReportedAfterTimeout()
 {
     bus->command("fault 3 no-answer");
     QCOMPARE(open(), int(TelegramError::None));
@@ -305,20 +305,20 @@ void TestBusPort::replyTakesNoMoreRoomThanItsBytes()
 }
 
 // A busy machine may stretch a pause or sleep through one, but not most of the time.
-void TestBusPort::replyWithAPauseOf10MsIsOne()
+void TestBusPort::replyWithPauseOf10MsIsOne()
 {
     bus->command("fault 3 split at=2 ms=10");
     QVERIFY(wholeRepliesOfTen() > 5);
 }
 
-void TestBusPort::replyWithAPauseOf40MsIsCut()
+void TestBusPort::replyWithPauseOf40MsIsCut()
 {
     bus->command("fault 3 split at=2 ms=40");
     const int whole = wholeRepliesOfTen();
     QVERIFY(whole >= 0 && whole < 5);
 }
 
-void TestBusPort::restOfACutReplyBeginsTheNext()
+void TestBusPort::restOfCutReplyBeginsNext()
 {
     bus->command("fault 3 split at=2 ms=100 count=1");
     QCOMPARE(open(), int(TelegramError::None));
@@ -327,7 +327,7 @@ void TestBusPort::restOfACutReplyBeginsTheNext()
     QCOMPARE(exchange(), QByteArray("00 d9 89 03 00 d9"));
 }
 
-void TestBusPort::babblingLineIsCutOffAfterATime()
+void TestBusPort::babblingLineIsCutOffAfterTime()
 {
     bus->command("fault * babble byte=0x2A ms=5");
     QCOMPARE(open(), int(TelegramError::None));
@@ -338,7 +338,7 @@ void TestBusPort::babblingLineIsCutOffAfterATime()
     QVERIFY2(timer.elapsed() < 5000, "a second is meant");
 }
 
-void TestBusPort::floodedLineIsCutOffAtALength()
+void TestBusPort::floodedLineIsCutOffAtLength()
 {
     for (int address = 10; address < 40; ++address) {
         bus->command("add-drive " + QByteArray::number(address));
@@ -352,7 +352,7 @@ void TestBusPort::floodedLineIsCutOffAtALength()
     QVERIFY2(timer.elapsed() < 900, "the length comes first, long before the time");
 }
 
-void TestBusPort::waitForAReplyEndsAtOnceWhenTheAdapterIsPulled()
+void TestBusPort::waitForReplyEndsAtOnceWhenAdapterIsPulled()
 {
     bus->command("fault 3 pull");
     QCOMPARE(open(), int(TelegramError::None));
@@ -363,7 +363,7 @@ void TestBusPort::waitForAReplyEndsAtOnceWhenTheAdapterIsPulled()
     QVERIFY(timer.elapsed() < 10000);
 }
 
-void TestBusPort::replyEndsAtOnceWhenTheAdapterIsPulled()
+void TestBusPort::replyEndsAtOnceWhenAdapterIsPulled()
 {
     bus->command("fault * babble ms=5");
     QCOMPARE(open(), int(TelegramError::None));
@@ -375,7 +375,7 @@ void TestBusPort::replyEndsAtOnceWhenTheAdapterIsPulled()
     QVERIFY2(timer.elapsed() < 900, "not only when the time for a reply is up");
 }
 
-void TestBusPort::requestToAPulledAdapterIsReportedAtOnce()
+void TestBusPort::requestToPulledAdapterIsReportedAtOnce()
 {
     QCOMPARE(open(), int(TelegramError::None));
     bus->pullAdapter();

@@ -27,26 +27,26 @@ class TestChangeAdressStack : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void theStackLogsOnAndWritesTheAddress();
-    void anAcceptedPasswordOpensTheDrive();
-    void aRefusedPasswordKeepsTheAddressFromBeingWritten();
-    void aGarbledAccessReplyEndsThePassUnconnected_data();
-    void aGarbledAccessReplyEndsThePassUnconnected();
+    void stackLogsOnAndWritesAddress();
+    void acceptedPasswordOpensDrive();
+    void refusedPasswordKeepsAddressFromBeingWritten();
+    void garbledAccessReplyEndsPassUnconnected_data();
+    void garbledAccessReplyEndsPassUnconnected();
 
-    void aTakenAddressGoesIntoTheRecordAndTheConnectionIsLost();
-    void theAddressComesFromTheRequest();
-    void anAddressBeyondAByteIsTakenWhole();
-    void thePresentAddressKeepsTheConnection();
-    void theEntryOfTheAddressKeepsItsValue();
-    void aDriveWithoutTheEntryStillChangesItsAddress();
+    void takenAddressGoesIntoRecordAndConnectionIsLost();
+    void addressComesFromRequest();
+    void addressBeyondByteIsTakenWhole();
+    void presentAddressKeepsConnection();
+    void entryOfAddressKeepsItsValue();
+    void driveWithoutEntryStillChangesItsAddress();
 
-    void aFailedWriteKeepsTheAddress_data();
-    void aFailedWriteKeepsTheAddress();
-    void otherOutcomesDoNotStopTheChange_data();
-    void otherOutcomesDoNotStopTheChange();
-    void aGarbledReplyKeepsTheAddress_data();
-    void aGarbledReplyKeepsTheAddress();
-    void aReplyThatEndsBeforeTheFlagsKeepsTheAddress();
+    void failedWriteKeepsAddress_data();
+    void failedWriteKeepsAddress();
+    void otherOutcomesDoNotStopChange_data();
+    void otherOutcomesDoNotStopChange();
+    void garbledReplyKeepsAddress_data();
+    void garbledReplyKeepsAddress();
+    void replyThatEndsBeforeFlagsKeepsAddress();
 
 private:
     /// The record after a log-on that the drive accepted and a write of address 9 that it answered so.
@@ -58,7 +58,7 @@ private:
     }
 };
 
-void TestChangeAdressStack::theStackLogsOnAndWritesTheAddress()
+void TestChangeAdressStack::stackLogsOnAndWritesAddress()
 {
     Z7TelegramstackChangeAdress stack(drive3(), 9);
     QCOMPARE(takeRequests(stack),
@@ -68,7 +68,7 @@ void TestChangeAdressStack::theStackLogsOnAndWritesTheAddress()
         }));
 }
 
-void TestChangeAdressStack::anAcceptedPasswordOpensTheDrive()
+void TestChangeAdressStack::acceptedPasswordOpensDrive()
 {
     Z7TelegramstackChangeAdress stack(drive3(), 9);
     stack.processReply(granted);
@@ -77,7 +77,7 @@ void TestChangeAdressStack::anAcceptedPasswordOpensTheDrive()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestChangeAdressStack::aRefusedPasswordKeepsTheAddressFromBeingWritten()
+void TestChangeAdressStack::refusedPasswordKeepsAddressFromBeingWritten()
 {
     Z7TelegramstackChangeAdress stack(drive3(), 9);
     QCOMPARE(answer(stack, {frame("89 03 10"), taken}), 1);
@@ -87,7 +87,7 @@ void TestChangeAdressStack::aRefusedPasswordKeepsTheAddressFromBeingWritten()
     QCOMPARE(stack.device().address, 3);
 }
 
-void TestChangeAdressStack::aGarbledAccessReplyEndsThePassUnconnected_data()
+void TestChangeAdressStack::garbledAccessReplyEndsPassUnconnected_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -96,7 +96,7 @@ void TestChangeAdressStack::aGarbledAccessReplyEndsThePassUnconnected_data()
     QTest::newRow("wrong checksum") << QByteArray::fromHex("89 03 10 00") << 8;
 }
 
-void TestChangeAdressStack::aGarbledAccessReplyEndsThePassUnconnected()
+void TestChangeAdressStack::garbledAccessReplyEndsPassUnconnected()
 {
     QFETCH(QByteArray, reply);
     Z7TelegramstackChangeAdress stack(drive3(), 9);
@@ -105,7 +105,7 @@ void TestChangeAdressStack::aGarbledAccessReplyEndsThePassUnconnected()
     QVERIFY(!stack.device().isConnected());
 }
 
-void TestChangeAdressStack::aTakenAddressGoesIntoTheRecordAndTheConnectionIsLost()
+void TestChangeAdressStack::takenAddressGoesIntoRecordAndConnectionIsLost()
 {
     const Z7Device device = afterWrite(taken);
     QCOMPARE(device.error, 0);
@@ -116,20 +116,20 @@ void TestChangeAdressStack::aTakenAddressGoesIntoTheRecordAndTheConnectionIsLost
     QVERIFY(!device.isAccessGranted());
 }
 
-void TestChangeAdressStack::theAddressComesFromTheRequest()
+void TestChangeAdressStack::addressComesFromRequest()
 {
     // The reply still tells the old address.
     QCOMPARE(afterWrite(frame("83 03 00 52 00 03 00 00 00")).address, 9);
 }
 
-void TestChangeAdressStack::anAddressBeyondAByteIsTakenWhole()
+void TestChangeAdressStack::addressBeyondByteIsTakenWhole()
 {
     Z7TelegramstackChangeAdress stack(openDrive3(), 0x0109);
     answer(stack, {granted, taken});
     QCOMPARE(stack.device().address, 0x0109);
 }
 
-void TestChangeAdressStack::thePresentAddressKeepsTheConnection()
+void TestChangeAdressStack::presentAddressKeepsConnection()
 {
     Z7TelegramstackChangeAdress stack(openDrive3(), 3);
     answer(stack, {granted, taken});
@@ -139,12 +139,12 @@ void TestChangeAdressStack::thePresentAddressKeepsTheConnection()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestChangeAdressStack::theEntryOfTheAddressKeepsItsValue()
+void TestChangeAdressStack::entryOfAddressKeepsItsValue()
 {
     QCOMPARE(describe(afterWrite(taken).parameterSet.value(82)), QByteArray("3"));
 }
 
-void TestChangeAdressStack::aDriveWithoutTheEntryStillChangesItsAddress()
+void TestChangeAdressStack::driveWithoutEntryStillChangesItsAddress()
 {
     Z7TelegramstackChangeAdress stack(unknownDrive3(), 9);
     answer(stack, {granted, taken});
@@ -152,7 +152,7 @@ void TestChangeAdressStack::aDriveWithoutTheEntryStillChangesItsAddress()
     QVERIFY(stack.device().parameterSet.params.isEmpty());
 }
 
-void TestChangeAdressStack::aFailedWriteKeepsTheAddress_data()
+void TestChangeAdressStack::failedWriteKeepsAddress_data()
 {
     QTest::addColumn<QByteArray>("conflictAndFlags");
     QTest::addColumn<QByteArray>("entry");
@@ -162,7 +162,7 @@ void TestChangeAdressStack::aFailedWriteKeepsTheAddress_data()
     QTest::newRow("failed by a conflict") << QByteArray("00 01 20") << QByteArray("3 writeFailed conflict");
 }
 
-void TestChangeAdressStack::aFailedWriteKeepsTheAddress()
+void TestChangeAdressStack::failedWriteKeepsAddress()
 {
     QFETCH(QByteArray, conflictAndFlags);
     const Z7Device device = afterWrite(frame("83 03 00 52 00 09" + conflictAndFlags));
@@ -173,7 +173,7 @@ void TestChangeAdressStack::aFailedWriteKeepsTheAddress()
     QTEST(describe(device.parameterSet.value(82)), "entry");
 }
 
-void TestChangeAdressStack::otherOutcomesDoNotStopTheChange_data()
+void TestChangeAdressStack::otherOutcomesDoNotStopChange_data()
 {
     QTest::addColumn<QByteArray>("conflictAndFlags");
     QTest::addColumn<QByteArray>("entry");
@@ -182,7 +182,7 @@ void TestChangeAdressStack::otherOutcomesDoNotStopTheChange_data()
     QTest::newRow("other flags") << QByteArray("00 00 cf") << QByteArray("3");
 }
 
-void TestChangeAdressStack::otherOutcomesDoNotStopTheChange()
+void TestChangeAdressStack::otherOutcomesDoNotStopChange()
 {
     QFETCH(QByteArray, conflictAndFlags);
     // An earlier attempt has failed.
@@ -196,7 +196,7 @@ void TestChangeAdressStack::otherOutcomesDoNotStopTheChange()
     QTEST(describe(stack, 82), "entry");
 }
 
-void TestChangeAdressStack::aGarbledReplyKeepsTheAddress_data()
+void TestChangeAdressStack::garbledReplyKeepsAddress_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -207,7 +207,7 @@ void TestChangeAdressStack::aGarbledReplyKeepsTheAddress_data()
     QTest::newRow("another parameter") << frame("83 03 00 53 00 09 00 00 00") << 9;
 }
 
-void TestChangeAdressStack::aGarbledReplyKeepsTheAddress()
+void TestChangeAdressStack::garbledReplyKeepsAddress()
 {
     QFETCH(QByteArray, reply);
     const Z7Device device = afterWrite(reply);
@@ -217,7 +217,7 @@ void TestChangeAdressStack::aGarbledReplyKeepsTheAddress()
     QCOMPARE(describe(device.parameterSet.value(82)), QByteArray("3"));
 }
 
-void TestChangeAdressStack::aReplyThatEndsBeforeTheFlagsKeepsTheAddress()
+void TestChangeAdressStack::replyThatEndsBeforeFlagsKeepsAddress()
 {
     // An unknown first byte is no error, whatever the length.
     const Z7Device device = afterWrite(QByteArray::fromHex("91 03 00 52 00 09 00 00"));

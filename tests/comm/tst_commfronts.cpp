@@ -15,25 +15,25 @@ private slots:
     void init();
     void cleanup();
 
-    void newsOfATransferBearItsName();
-    void newsOfAPollingPassBearItsName();
-    void newsOfAScanBearItsName();
-    void transferAndPollingWaitAsLongAsTheTransferTimeoutSays();
-    void scanWaitsAsLongAsTheScanningTimeoutSays();
+    void newsOfTransferBearItsName();
+    void newsOfPollingPassBearItsName();
+    void newsOfScanBearItsName();
+    void transferAndPollingWaitAsLongAsTransferTimeoutSays();
+    void scanWaitsAsLongAsScanningTimeoutSays();
 
     void passLastsUntilItsEndIsReported();
-    void startDuringAPassDoesNothing();
-    void passReportedAsEndedBeforeItsTimeStillHasTheStack();
-    void everyPollingPassSendsTheWholeStack();
-    void stopCutsAPassShort();
+    void startDuringPassDoesNothing();
+    void passReportedAsEndedBeforeItsTimeStillHasStack();
+    void everyPollingPassSendsWholeStack();
+    void stopCutsPassShort();
 
-    void firstStopBeforeAnyPassGivesAnAbortedDefaultRecord();
+    void firstStopBeforeAnyPassGivesAbortedDefaultRecord();
     void laterStopsBeforeAnyPassGiveNoRecord();
-    void stopAfterAPassGivesNoRecord();
-    void passWithoutAReportGivesTheRecordOfItsStartAsAborted();
-    void errorInTheRecordOfTheStartStaysWhenThePassGivesNone();
+    void stopAfterPassGivesNoRecord();
+    void passWithoutReportGivesRecordOfItsStartAsAborted();
+    void errorInRecordOfStartStaysWhenPassGivesNone();
 
-    void endOfTheProgramWaitsForThePassAndDropsItsNews();
+    void endOfProgramWaitsForPassAndDropsItsNews();
 
 private:
     Z7Device abortedScanRecord(const Z7Device &device);
@@ -55,7 +55,7 @@ void TestCommFronts::cleanup()
     bus.reset();
 }
 
-void TestCommFronts::newsOfATransferBearItsName()
+void TestCommFronts::newsOfTransferBearItsName()
 {
     Z7CommInterfaceTransferTelegramStack front;
     news = std::make_unique<CommNews>(front);
@@ -68,7 +68,7 @@ void TestCommFronts::newsOfATransferBearItsName()
     QVERIFY(news->lastRecord().isAccessGranted());
 }
 
-void TestCommFronts::newsOfAPollingPassBearItsName()
+void TestCommFronts::newsOfPollingPassBearItsName()
 {
     Status stack(DriveBus::drive3());
     Z7CommInterfaceDevicePolling front;
@@ -80,7 +80,7 @@ void TestCommFronts::newsOfAPollingPassBearItsName()
     QCOMPARE(news->events(), expected);
 }
 
-void TestCommFronts::newsOfAScanBearItsName()
+void TestCommFronts::newsOfScanBearItsName()
 {
     Z7CommInterfaceScanDevice front;
     news = std::make_unique<CommNews>(front);
@@ -92,7 +92,7 @@ void TestCommFronts::newsOfAScanBearItsName()
     QCOMPARE(news->count("scan record 1"), 255);
 }
 
-void TestCommFronts::transferAndPollingWaitAsLongAsTheTransferTimeoutSays()
+void TestCommFronts::transferAndPollingWaitAsLongAsTransferTimeoutSays()
 {
     bus->command("fault 3 no-answer");
     setTimeout(100);
@@ -110,7 +110,7 @@ void TestCommFronts::transferAndPollingWaitAsLongAsTheTransferTimeoutSays()
     QTRY_VERIFY(pollingNews.has("polling record 1"));
 }
 
-void TestCommFronts::scanWaitsAsLongAsTheScanningTimeoutSays()
+void TestCommFronts::scanWaitsAsLongAsScanningTimeoutSays()
 {
     setTimeout(60000);
     Z7CommInterfaceScanDevice front;
@@ -134,7 +134,7 @@ void TestCommFronts::passLastsUntilItsEndIsReported()
     QVERIFY(!front.isPassUnderWay());
 }
 
-void TestCommFronts::startDuringAPassDoesNothing()
+void TestCommFronts::startDuringPassDoesNothing()
 {
     Z7CommInterfaceTransferTelegramStack front;
     news = std::make_unique<CommNews>(front);
@@ -145,7 +145,7 @@ void TestCommFronts::startDuringAPassDoesNothing()
     QCOMPARE(bus->requests().size(), 14);
 }
 
-void TestCommFronts::passReportedAsEndedBeforeItsTimeStillHasTheStack()
+void TestCommFronts::passReportedAsEndedBeforeItsTimeStillHasStack()
 {
     Status stack(DriveBus::drive3());
     Z7CommInterfaceDevicePolling front;
@@ -161,7 +161,7 @@ void TestCommFronts::passReportedAsEndedBeforeItsTimeStillHasTheStack()
     QCOMPARE(bus->requests().size(), 14);
 }
 
-void TestCommFronts::everyPollingPassSendsTheWholeStack()
+void TestCommFronts::everyPollingPassSendsWholeStack()
 {
     Status stack(DriveBus::drive3());
     Z7CommInterfaceDevicePolling front;
@@ -179,7 +179,7 @@ void TestCommFronts::everyPollingPassSendsTheWholeStack()
     QCOMPARE(bus->requests().mid(0, 3), QByteArrayList({AccessWith3, AccessWith3, "05 03 5d"}));
 }
 
-void TestCommFronts::stopCutsAPassShort()
+void TestCommFronts::stopCutsPassShort()
 {
     Z7CommInterfaceTransferTelegramStack front;
     news = std::make_unique<CommNews>(front);
@@ -192,7 +192,7 @@ void TestCommFronts::stopCutsAPassShort()
     QVERIFY(bus->requests().size() < 14);
 }
 
-void TestCommFronts::firstStopBeforeAnyPassGivesAnAbortedDefaultRecord()
+void TestCommFronts::firstStopBeforeAnyPassGivesAbortedDefaultRecord()
 {
     Z7CommInterfaceDevicePolling front;
     news = std::make_unique<CommNews>(front);
@@ -213,7 +213,7 @@ void TestCommFronts::laterStopsBeforeAnyPassGiveNoRecord()
     QCOMPARE(news->events(), QStringList {"polling terminated"});
 }
 
-void TestCommFronts::stopAfterAPassGivesNoRecord()
+void TestCommFronts::stopAfterPassGivesNoRecord()
 {
     Z7CommInterfaceTransferTelegramStack front;
     news = std::make_unique<CommNews>(front);
@@ -240,7 +240,7 @@ Z7Device TestCommFronts::abortedScanRecord(const Z7Device &device)
     return {};
 }
 
-void TestCommFronts::passWithoutAReportGivesTheRecordOfItsStartAsAborted()
+void TestCommFronts::passWithoutReportGivesRecordOfItsStartAsAborted()
 {
     const Z7Device record = abortedScanRecord(DriveBus::drive3());
     QCOMPARE(record.error, int(TelegramError::TransactionAborted));
@@ -249,14 +249,14 @@ void TestCommFronts::passWithoutAReportGivesTheRecordOfItsStartAsAborted()
     QCOMPARE(news->events(), expected);
 }
 
-void TestCommFronts::errorInTheRecordOfTheStartStaysWhenThePassGivesNone()
+void TestCommFronts::errorInRecordOfStartStaysWhenPassGivesNone()
 {
     Z7Device device = DriveBus::drive3();
     device.setDeviceError(TelegramError::InvalidPassword);
     QCOMPARE(abortedScanRecord(device).error, int(TelegramError::InvalidPassword));
 }
 
-void TestCommFronts::endOfTheProgramWaitsForThePassAndDropsItsNews()
+void TestCommFronts::endOfProgramWaitsForPassAndDropsItsNews()
 {
     Z7CommInterfaceTransferTelegramStack front;
     news = std::make_unique<CommNews>(front);

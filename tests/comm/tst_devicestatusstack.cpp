@@ -19,42 +19,42 @@ class TestDeviceStatusStack : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void theFourteenRequestsStandInThisOrder();
-    void theFirstPasswordIsTheAddressAsAWholeNumber();
+    void fourteenRequestsStandInThisOrder();
+    void firstPasswordIsAddressAsWholeNumber();
 
-    void aDriveThatAcceptsBothPasswordsIsOpen();
-    void aDriveThatRefusesItsAddressOnlyFillsTheWholeRecord();
-    void aDriveThatRefusesBothPasswordsEndsConnectedWithoutAccess();
-    void aDriveThatTakesItsAddressAndRefusesThePasswordEndsWithAccess();
-    void theNextPassForgivesTheRefusedAddressAgain();
-    void aPassCutShortBetweenTheAttemptsStartsOver();
-    void aGarbledAccessReplyEndsThePass_data();
-    void aGarbledAccessReplyEndsThePass();
-    void anAnsweringDriveIsOutOfItsBootloader_data();
-    void anAnsweringDriveIsOutOfItsBootloader();
+    void driveThatAcceptsBothPasswordsIsOpen();
+    void driveThatRefusesItsAddressOnlyFillsWholeRecord();
+    void driveThatRefusesBothPasswordsEndsConnectedWithoutAccess();
+    void driveThatTakesItsAddressAndRefusesPasswordEndsWithAccess();
+    void nextPassForgivesRefusedAddressAgain();
+    void passCutShortBetweenAttemptsStartsOver();
+    void garbledAccessReplyEndsPass_data();
+    void garbledAccessReplyEndsPass();
+    void answeringDriveIsOutOfItsBootloader_data();
+    void answeringDriveIsOutOfItsBootloader();
 
-    void theVersionOfAnUnknownDriveIsTaken_data();
-    void theVersionOfAnUnknownDriveIsTaken();
-    void theVersionAlsoNamesTheParameterSet();
-    void theKnownVersionGoesOn();
-    void anotherVersionEndsThePassAndIsNotTaken();
-    void aCorruptVersionReplyIsReadAllTheSame_data();
-    void aCorruptVersionReplyIsReadAllTheSame();
-    void aCorruptReplyWithAnotherVersionCountsAsAnotherVersion();
-    void aVersionReplyTooShortForTheVersionIsNotTaken_data();
-    void aVersionReplyTooShortForTheVersionIsNotTaken();
+    void versionOfUnknownDriveIsTaken_data();
+    void versionOfUnknownDriveIsTaken();
+    void versionAlsoNamesParameterSet();
+    void knownVersionGoesOn();
+    void anotherVersionEndsPassAndIsNotTaken();
+    void corruptVersionReplyIsStillRead_data();
+    void corruptVersionReplyIsStillRead();
+    void corruptReplyWithAnotherVersionCountsAsAnotherVersion();
+    void versionReplyTooShortForVersionIsNotTaken_data();
+    void versionReplyTooShortForVersionIsNotTaken();
 
-    void theStatusBitsAreKept();
-    void theStatusBitsOfACorruptReplyAreKept();
-    void aDriveThatSawAChecksumErrorIsDisconnected();
-    void otherFlagsOfTheCommunicationStatusAreIgnored();
-    void aShortStatusReplyStoresOnlyTheBytesThatCame_data();
-    void aShortStatusReplyStoresOnlyTheBytesThatCame();
+    void statusBitsAreKept();
+    void statusBitsOfCorruptReplyAreKept();
+    void driveThatSawChecksumErrorIsDisconnected();
+    void otherFlagsOfCommunicationStatusAreIgnored();
+    void shortStatusReplyStoresOnlyBytesThatCame_data();
+    void shortStatusReplyStoresOnlyBytesThatCame();
 
-    void valuesReadBeforeAnErrorStayInTheRecord();
+    void valuesReadBeforeErrorStayInRecord();
 };
 
-void TestDeviceStatusStack::theFourteenRequestsStandInThisOrder()
+void TestDeviceStatusStack::fourteenRequestsStandInThisOrder()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(takeRequests(stack),
@@ -76,7 +76,7 @@ void TestDeviceStatusStack::theFourteenRequestsStandInThisOrder()
         }));
 }
 
-void TestDeviceStatusStack::theFirstPasswordIsTheAddressAsAWholeNumber()
+void TestDeviceStatusStack::firstPasswordIsAddressAsWholeNumber()
 {
     Z7Device device = drive3();
     device.assignAddress(0x0103);
@@ -84,7 +84,7 @@ void TestDeviceStatusStack::theFirstPasswordIsTheAddressAsAWholeNumber()
     QCOMPARE(takeRequests(stack).first(), QByteArray("09 03 00 00 01 03 45"));
 }
 
-void TestDeviceStatusStack::aDriveThatAcceptsBothPasswordsIsOpen()
+void TestDeviceStatusStack::driveThatAcceptsBothPasswordsIsOpen()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(answer(stack, statusReplies()), int(StatusTelegramCount));
@@ -93,7 +93,7 @@ void TestDeviceStatusStack::aDriveThatAcceptsBothPasswordsIsOpen()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestDeviceStatusStack::aDriveThatRefusesItsAddressOnlyFillsTheWholeRecord()
+void TestDeviceStatusStack::driveThatRefusesItsAddressOnlyFillsWholeRecord()
 {
     const Z7Device device = afterPass(unknownDrive3(), FirstAccess, refused);
     QCOMPARE(device.error, 0);
@@ -112,7 +112,7 @@ void TestDeviceStatusStack::aDriveThatRefusesItsAddressOnlyFillsTheWholeRecord()
     QCOMPARE(device.analogInputA1, 256);
 }
 
-void TestDeviceStatusStack::aDriveThatRefusesBothPasswordsEndsConnectedWithoutAccess()
+void TestDeviceStatusStack::driveThatRefusesBothPasswordsEndsConnectedWithoutAccess()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(answer(stack, {refused, refused, statusReplies().at(StatusBits)}), 2);
@@ -121,7 +121,7 @@ void TestDeviceStatusStack::aDriveThatRefusesBothPasswordsEndsConnectedWithoutAc
     QVERIFY(!stack.device().isAccessGranted());
 }
 
-void TestDeviceStatusStack::aDriveThatTakesItsAddressAndRefusesThePasswordEndsWithAccess()
+void TestDeviceStatusStack::driveThatTakesItsAddressAndRefusesPasswordEndsWithAccess()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(answer(stack, statusRepliesWith(SecondAccess, refused)), 2);
@@ -130,7 +130,7 @@ void TestDeviceStatusStack::aDriveThatTakesItsAddressAndRefusesThePasswordEndsWi
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestDeviceStatusStack::theNextPassForgivesTheRefusedAddressAgain()
+void TestDeviceStatusStack::nextPassForgivesRefusedAddressAgain()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     answer(stack, statusRepliesWith(FirstAccess, refused));
@@ -139,7 +139,7 @@ void TestDeviceStatusStack::theNextPassForgivesTheRefusedAddressAgain()
     QCOMPARE(stack.device().error, 0);
 }
 
-void TestDeviceStatusStack::aPassCutShortBetweenTheAttemptsStartsOver()
+void TestDeviceStatusStack::passCutShortBetweenAttemptsStartsOver()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     answer(stack, {granted});
@@ -151,7 +151,7 @@ void TestDeviceStatusStack::aPassCutShortBetweenTheAttemptsStartsOver()
     QCOMPARE(stack.device().error, 0);
 }
 
-void TestDeviceStatusStack::aGarbledAccessReplyEndsThePass_data()
+void TestDeviceStatusStack::garbledAccessReplyEndsPass_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<QByteArray>("reply");
@@ -169,7 +169,7 @@ void TestDeviceStatusStack::aGarbledAccessReplyEndsThePass_data()
         << int(SecondAccess) << QByteArray::fromHex("89 03 10 00") << 8 << true;
 }
 
-void TestDeviceStatusStack::aGarbledAccessReplyEndsThePass()
+void TestDeviceStatusStack::garbledAccessReplyEndsPass()
 {
     QFETCH(int, place);
     QFETCH(QByteArray, reply);
@@ -180,7 +180,7 @@ void TestDeviceStatusStack::aGarbledAccessReplyEndsThePass()
     QTEST(stack.device().isAccessGranted(), "connected");
 }
 
-void TestDeviceStatusStack::anAnsweringDriveIsOutOfItsBootloader_data()
+void TestDeviceStatusStack::answeringDriveIsOutOfItsBootloader_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<bool>("bootloaderActive");
@@ -189,7 +189,7 @@ void TestDeviceStatusStack::anAnsweringDriveIsOutOfItsBootloader_data()
     QTest::newRow("garbled reply") << QByteArray() << true;
 }
 
-void TestDeviceStatusStack::anAnsweringDriveIsOutOfItsBootloader()
+void TestDeviceStatusStack::answeringDriveIsOutOfItsBootloader()
 {
     QFETCH(QByteArray, reply);
     Z7Device device = drive3();
@@ -199,7 +199,7 @@ void TestDeviceStatusStack::anAnsweringDriveIsOutOfItsBootloader()
     QTEST(stack.device().bootloaderActive, "bootloaderActive");
 }
 
-void TestDeviceStatusStack::theVersionOfAnUnknownDriveIsTaken_data()
+void TestDeviceStatusStack::versionOfUnknownDriveIsTaken_data()
 {
     QTest::addColumn<QByteArray>("letterAndNumbers");
     QTest::addColumn<QString>("version");
@@ -209,7 +209,7 @@ void TestDeviceStatusStack::theVersionOfAnUnknownDriveIsTaken_data()
     QTest::newRow("numbers are signed bytes") << QByteArray("56 01 ff 80") << QStringLiteral("V1-1-128");
 }
 
-void TestDeviceStatusStack::theVersionOfAnUnknownDriveIsTaken()
+void TestDeviceStatusStack::versionOfUnknownDriveIsTaken()
 {
     QFETCH(QByteArray, letterAndNumbers);
     const Z7Device device = afterPass(unknownDrive3(), Version, versionReply(letterAndNumbers));
@@ -217,20 +217,20 @@ void TestDeviceStatusStack::theVersionOfAnUnknownDriveIsTaken()
     QCOMPARE(device.error, 0);
 }
 
-void TestDeviceStatusStack::theVersionAlsoNamesTheParameterSet()
+void TestDeviceStatusStack::versionAlsoNamesParameterSet()
 {
     const Z7Device device = afterPass(unknownDrive3(), Version, versionReply("56 01 02 03"));
     QCOMPARE(device.parameterSet.softwareVersion, QStringLiteral("V123"));
 }
 
-void TestDeviceStatusStack::theKnownVersionGoesOn()
+void TestDeviceStatusStack::knownVersionGoesOn()
 {
     const Z7Device device = afterPass(drive3(), Version, versionReply("56 01 02 03"));
     QCOMPARE(device.error, 0);
     QCOMPARE(device.softwareVersion, QStringLiteral("V123"));
 }
 
-void TestDeviceStatusStack::anotherVersionEndsThePassAndIsNotTaken()
+void TestDeviceStatusStack::anotherVersionEndsPassAndIsNotTaken()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(answer(stack, statusRepliesWith(Version, versionReply("56 01 02 04"))), int(Version) + 1);
@@ -238,7 +238,7 @@ void TestDeviceStatusStack::anotherVersionEndsThePassAndIsNotTaken()
     QCOMPARE(stack.device().softwareVersion, QStringLiteral("V123"));
 }
 
-void TestDeviceStatusStack::aCorruptVersionReplyIsReadAllTheSame_data()
+void TestDeviceStatusStack::corruptVersionReplyIsStillRead_data()
 {
     const QByteArray good = versionReply("56 01 02 03");
     QTest::addColumn<QByteArray>("reply");
@@ -248,7 +248,7 @@ void TestDeviceStatusStack::aCorruptVersionReplyIsReadAllTheSame_data()
     QTest::newRow("ends behind the version") << frame(good.left(22).toHex()) << 6;
 }
 
-void TestDeviceStatusStack::aCorruptVersionReplyIsReadAllTheSame()
+void TestDeviceStatusStack::corruptVersionReplyIsStillRead()
 {
     QFETCH(QByteArray, reply);
     const Z7Device device = afterPass(unknownDrive3(), Version, reply);
@@ -256,13 +256,13 @@ void TestDeviceStatusStack::aCorruptVersionReplyIsReadAllTheSame()
     QCOMPARE(device.softwareVersion, QStringLiteral("V123"));
 }
 
-void TestDeviceStatusStack::aCorruptReplyWithAnotherVersionCountsAsAnotherVersion()
+void TestDeviceStatusStack::corruptReplyWithAnotherVersionCountsAsAnotherVersion()
 {
     const QByteArray wrongChecksum = versionReply("56 01 02 04").left(34) + '\0';
     QCOMPARE(afterPass(drive3(), Version, wrongChecksum).error, 15);
 }
 
-void TestDeviceStatusStack::aVersionReplyTooShortForTheVersionIsNotTaken_data()
+void TestDeviceStatusStack::versionReplyTooShortForVersionIsNotTaken_data()
 {
     const QByteArray good = versionReply("56 01 02 03");
     QTest::addColumn<QByteArray>("reply");
@@ -275,7 +275,7 @@ void TestDeviceStatusStack::aVersionReplyTooShortForTheVersionIsNotTaken_data()
     QTest::newRow("drive saw a wrong checksum") << frame("85 03 cf") << 8;
 }
 
-void TestDeviceStatusStack::aVersionReplyTooShortForTheVersionIsNotTaken()
+void TestDeviceStatusStack::versionReplyTooShortForVersionIsNotTaken()
 {
     QFETCH(QByteArray, reply);
     const Z7Device device = afterPass(unknownDrive3(), Version, reply);
@@ -285,21 +285,21 @@ void TestDeviceStatusStack::aVersionReplyTooShortForTheVersionIsNotTaken()
     QTEST(afterPass(drive3(), Version, reply).error, "error");
 }
 
-void TestDeviceStatusStack::theStatusBitsAreKept()
+void TestDeviceStatusStack::statusBitsAreKept()
 {
     const Z7Device device = afterPass(drive3(), StatusBits, frame("85 03 41 00"));
     QCOMPARE(device.statusBits, quint8(0x41));
     QCOMPARE(device.error, 0);
 }
 
-void TestDeviceStatusStack::theStatusBitsOfACorruptReplyAreKept()
+void TestDeviceStatusStack::statusBitsOfCorruptReplyAreKept()
 {
     const Z7Device device = afterPass(drive3(), StatusBits, QByteArray::fromHex("85 03 41 00 00"));
     QCOMPARE(device.statusBits, quint8(0x41));
     QCOMPARE(device.error, 8);
 }
 
-void TestDeviceStatusStack::aDriveThatSawAChecksumErrorIsDisconnected()
+void TestDeviceStatusStack::driveThatSawChecksumErrorIsDisconnected()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(answer(stack, statusRepliesWith(StatusBits, statusWithChecksumFlag)), int(StatusBits) + 1);
@@ -309,14 +309,14 @@ void TestDeviceStatusStack::aDriveThatSawAChecksumErrorIsDisconnected()
     QVERIFY(!stack.device().isAccessGranted());
 }
 
-void TestDeviceStatusStack::otherFlagsOfTheCommunicationStatusAreIgnored()
+void TestDeviceStatusStack::otherFlagsOfCommunicationStatusAreIgnored()
 {
     const Z7Device device = afterPass(drive3(), StatusBits, frame("85 03 80 fd"));
     QCOMPARE(device.error, 0);
     QVERIFY(device.isConnected());
 }
 
-void TestDeviceStatusStack::aShortStatusReplyStoresOnlyTheBytesThatCame_data()
+void TestDeviceStatusStack::shortStatusReplyStoresOnlyBytesThatCame_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -330,7 +330,7 @@ void TestDeviceStatusStack::aShortStatusReplyStoresOnlyTheBytesThatCame_data()
     QTest::newRow("byte 3 with the checksum flag") << frame("85 03 cf") << 8 << 0xcf << false;
 }
 
-void TestDeviceStatusStack::aShortStatusReplyStoresOnlyTheBytesThatCame()
+void TestDeviceStatusStack::shortStatusReplyStoresOnlyBytesThatCame()
 {
     QFETCH(QByteArray, reply);
     QFETCH(int, statusBits);
@@ -342,7 +342,7 @@ void TestDeviceStatusStack::aShortStatusReplyStoresOnlyTheBytesThatCame()
     QTEST(device.isConnected(), "connected");
 }
 
-void TestDeviceStatusStack::valuesReadBeforeAnErrorStayInTheRecord()
+void TestDeviceStatusStack::valuesReadBeforeErrorStayInRecord()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     QCOMPARE(answer(stack, statusRepliesWith(Temperature, QByteArray())), int(Temperature) + 1);

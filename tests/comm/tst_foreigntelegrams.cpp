@@ -94,13 +94,13 @@ class TestForeignTelegrams : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void aForeignTelegramThatWentWellChangesNothing_data() { addForeignTelegrams(goodTelegrams()); }
-    void aForeignTelegramThatWentWellChangesNothing();
-    void aForeignTelegramThatFailedChangesNothing_data() { addForeignTelegrams(failedTelegrams()); }
-    void aForeignTelegramThatFailedChangesNothing();
+    void foreignTelegramThatWentWellChangesNothing_data() { addForeignTelegrams(goodTelegrams()); }
+    void foreignTelegramThatWentWellChangesNothing();
+    void foreignTelegramThatFailedChangesNothing_data() { addForeignTelegrams(failedTelegrams()); }
+    void foreignTelegramThatFailedChangesNothing();
 };
 
-void TestForeignTelegrams::aForeignTelegramThatWentWellChangesNothing()
+void TestForeignTelegrams::foreignTelegramThatWentWellChangesNothing()
 {
     QFETCH(StackPtr, stack);
     QFETCH(TelegramPtr, telegram);
@@ -116,11 +116,11 @@ void TestForeignTelegrams::aForeignTelegramThatWentWellChangesNothing()
     QCOMPARE(describe(*stack, 82), QByteArray("none"));
 }
 
-void TestForeignTelegrams::aForeignTelegramThatFailedChangesNothing()
+void TestForeignTelegrams::foreignTelegramThatFailedChangesNothing()
 {
     QFETCH(TelegramPtr, telegram);
     QVERIFY(telegram->error() != 0);
-    aForeignTelegramThatWentWellChangesNothing();
+    foreignTelegramThatWentWellChangesNothing();
 }
 
 QTEST_GUILESS_MAIN(TestForeignTelegrams)

@@ -36,18 +36,18 @@ class TestLiveValues : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void aLiveValueIsTaken_data();
-    void aLiveValueIsTaken();
-    void thePositionIsTurnsAndFraction_data();
-    void thePositionIsTurnsAndFraction();
-    void thePositionDoesNotAddUpOverPasses();
-    void theSignOfALiveValueComesFromTheVersionJustRead();
-    void aVersionWithoutDefinitionsHasSignedValues();
-    void aFailedReadLeavesTheLiveValue();
-    void aReplyThatEndsBeforeTheValueLeavesTheLiveValue();
+    void liveValueIsTaken_data();
+    void liveValueIsTaken();
+    void positionIsTurnsAndFraction_data();
+    void positionIsTurnsAndFraction();
+    void positionDoesNotAddUpOverPasses();
+    void signOfLiveValueComesFromVersionJustRead();
+    void versionWithoutDefinitionsHasSignedValues();
+    void failedReadLeavesLiveValue();
+    void replyThatEndsBeforeValueLeavesLiveValue();
 };
 
-void TestLiveValues::aLiveValueIsTaken_data()
+void TestLiveValues::liveValueIsTaken_data()
 {
     QTest::addColumn<int>("place");
     QTest::addColumn<QByteArray>("reply");
@@ -64,14 +64,14 @@ void TestLiveValues::aLiveValueIsTaken_data()
     QTest::newRow("analogue input") << int(AnalogInput) << frame("84 03 80 0d 80 00 00") << 32768;
 }
 
-void TestLiveValues::aLiveValueIsTaken()
+void TestLiveValues::liveValueIsTaken()
 {
     QFETCH(int, place);
     QFETCH(QByteArray, reply);
     QTEST(liveValue(afterPass(drive3(), StatusTelegram(place), reply), place), "value");
 }
 
-void TestLiveValues::thePositionIsTurnsAndFraction_data()
+void TestLiveValues::positionIsTurnsAndFraction_data()
 {
     QTest::addColumn<QByteArray>("fraction");
     QTest::addColumn<QByteArray>("turns");
@@ -83,7 +83,7 @@ void TestLiveValues::thePositionIsTurnsAndFraction_data()
     QTest::newRow("backwards") << QByteArray("66 66") << QByteArray("ff fe") << -1.6;
 }
 
-void TestLiveValues::thePositionIsTurnsAndFraction()
+void TestLiveValues::positionIsTurnsAndFraction()
 {
     QFETCH(QByteArray, fraction);
     QFETCH(QByteArray, turns);
@@ -94,7 +94,7 @@ void TestLiveValues::thePositionIsTurnsAndFraction()
     QTEST(stack.device().actualPosition, "position");
 }
 
-void TestLiveValues::thePositionDoesNotAddUpOverPasses()
+void TestLiveValues::positionDoesNotAddUpOverPasses()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     for (int pass = 0; pass < 3; ++pass) {
@@ -105,13 +105,13 @@ void TestLiveValues::thePositionDoesNotAddUpOverPasses()
     QCOMPARE(stack.device().actualPosition, 7.0);
 }
 
-void TestLiveValues::theSignOfALiveValueComesFromTheVersionJustRead()
+void TestLiveValues::signOfLiveValueComesFromVersionJustRead()
 {
     const Z7Device device = afterPass(unknownDrive3(), Current, frame("84 03 80 07 ff fe 00"));
     QCOMPARE(device.actualCurrent, 65534);
 }
 
-void TestLiveValues::aVersionWithoutDefinitionsHasSignedValues()
+void TestLiveValues::versionWithoutDefinitionsHasSignedValues()
 {
     QByteArrayList replies = statusRepliesWith(Version, versionReply("56 09 09 09"));
     replies[Current] = frame("84 03 80 07 ff fe 00");
@@ -120,7 +120,7 @@ void TestLiveValues::aVersionWithoutDefinitionsHasSignedValues()
     QCOMPARE(stack.device().actualCurrent, -2);
 }
 
-void TestLiveValues::aFailedReadLeavesTheLiveValue()
+void TestLiveValues::failedReadLeavesLiveValue()
 {
     Z7Device before = drive3();
     before.actualSpeed = 1500;
@@ -130,7 +130,7 @@ void TestLiveValues::aFailedReadLeavesTheLiveValue()
     QCOMPARE(device.actualSpeed, 1500);
 }
 
-void TestLiveValues::aReplyThatEndsBeforeTheValueLeavesTheLiveValue()
+void TestLiveValues::replyThatEndsBeforeValueLeavesLiveValue()
 {
     Z7Device before = drive3();
     before.actualSpeed = 1500;

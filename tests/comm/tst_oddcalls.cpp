@@ -18,18 +18,18 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void threadWithoutAStackEndsItsPass_data();
-    void threadWithoutAStackEndsItsPass();
-    void frontWithoutAStackBeginsNoPass();
+    void threadWithoutStackEndsItsPass_data();
+    void threadWithoutStackEndsItsPass();
+    void frontWithoutStackBeginsNoPass();
 
-    void schedulerWithoutAStackStartsNothing();
-    void noStackLeavesTheWaitingTransferAndThePolling();
-    void slotsOfTheSchedulerWithoutAStackStartNothing();
-    void endOfAnUnknownThreadIsPassedOn();
-    void endOfAThreadThatDoesNotRunIsPassedOn_data();
-    void endOfAThreadThatDoesNotRunIsPassedOn();
-    void endThatComesDuringAPassStartsNoSecondOne();
-    void pollingStartedBySlotDuringAPassRunsNoSecondOne();
+    void schedulerWithoutStackStartsNothing();
+    void noStackLeavesWaitingTransferAndPolling();
+    void slotsOfSchedulerWithoutStackStartNothing();
+    void endOfUnknownThreadIsPassedOn();
+    void endOfThreadThatDoesNotRunIsPassedOn_data();
+    void endOfThreadThatDoesNotRunIsPassedOn();
+    void endThatComesDuringPassStartsNoSecondOne();
+    void pollingStartedBySlotDuringPassRunsNoSecondOne();
 
 private:
     void verifyBusStillWorks();
@@ -46,14 +46,14 @@ void TestOddCalls::verifyBusStillWorks()
     QVERIFY(bench->has("transfer record 0"));
 }
 
-void TestOddCalls::threadWithoutAStackEndsItsPass_data()
+void TestOddCalls::threadWithoutStackEndsItsPass_data()
 {
     QTest::addColumn<ThreadPtr>("thread");
     QTest::newRow("transfer") << ThreadPtr(std::make_shared<CommThreadTransferTelegramStack>());
     QTest::newRow("polling") << ThreadPtr(std::make_shared<CommThreadDevicePolling>());
 }
 
-void TestOddCalls::threadWithoutAStackEndsItsPass()
+void TestOddCalls::threadWithoutStackEndsItsPass()
 {
     QFETCH(ThreadPtr, thread);
     CommNews news(*thread);
@@ -62,7 +62,7 @@ void TestOddCalls::threadWithoutAStackEndsItsPass()
     QCOMPARE(news.events(), QStringList {"ended"});
 }
 
-void TestOddCalls::frontWithoutAStackBeginsNoPass()
+void TestOddCalls::frontWithoutStackBeginsNoPass()
 {
     Z7CommInterfaceTransferTelegramStack transfer;
     transfer.start(nullptr);
@@ -72,7 +72,7 @@ void TestOddCalls::frontWithoutAStackBeginsNoPass()
     QVERIFY(!polling.isPassUnderWay());
 }
 
-void TestOddCalls::schedulerWithoutAStackStartsNothing()
+void TestOddCalls::schedulerWithoutStackStartsNothing()
 {
     bench->scheduler->transferTelegramStack(nullptr);
     bench->scheduler->setPollingStack(nullptr);
@@ -84,7 +84,7 @@ void TestOddCalls::schedulerWithoutAStackStartsNothing()
     verifyBusStillWorks();
 }
 
-void TestOddCalls::noStackLeavesTheWaitingTransferAndThePolling()
+void TestOddCalls::noStackLeavesWaitingTransferAndPolling()
 {
     REACH_POLLING_PASS(bench);
     bench->transfer<Probe>();
@@ -94,7 +94,7 @@ void TestOddCalls::noStackLeavesTheWaitingTransferAndThePolling()
     QTRY_VERIFY(bench->has("polling started 14"));
 }
 
-void TestOddCalls::slotsOfTheSchedulerWithoutAStackStartNothing()
+void TestOddCalls::slotsOfSchedulerWithoutStackStartNothing()
 {
     bench->scheduler->startPollingThread();
     bench->scheduler->startNextThreadID();
@@ -104,7 +104,7 @@ void TestOddCalls::slotsOfTheSchedulerWithoutAStackStartNothing()
     verifyBusStillWorks();
 }
 
-void TestOddCalls::endOfAnUnknownThreadIsPassedOn()
+void TestOddCalls::endOfUnknownThreadIsPassedOn()
 {
     Z7CommunicationInterface scheduler;
     const QSignalSpy terminated(&scheduler, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)));
@@ -113,7 +113,7 @@ void TestOddCalls::endOfAnUnknownThreadIsPassedOn()
     QCOMPARE(terminated.size(), 1);
 }
 
-void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn_data()
+void TestOddCalls::endOfThreadThatDoesNotRunIsPassedOn_data()
 {
     QTest::addColumn<int>("threadID");
     QTest::addColumn<QString>("name");
@@ -122,7 +122,7 @@ void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn_data()
     QTest::newRow("polling") << int(DevicePolling) << "polling";
 }
 
-void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn()
+void TestOddCalls::endOfThreadThatDoesNotRunIsPassedOn()
 {
     QFETCH(int, threadID);
     QFETCH(QString, name);
@@ -131,7 +131,7 @@ void TestOddCalls::endOfAThreadThatDoesNotRunIsPassedOn()
     verifyBusStillWorks();
 }
 
-void TestOddCalls::endThatComesDuringAPassStartsNoSecondOne()
+void TestOddCalls::endThatComesDuringPassStartsNoSecondOne()
 {
     bench->transfer<Status>();
     bench->scheduler->threadTransactionTerminated(TransferTelegramStack);
@@ -143,7 +143,7 @@ void TestOddCalls::endThatComesDuringAPassStartsNoSecondOne()
     verifyBusStillWorks();
 }
 
-void TestOddCalls::pollingStartedBySlotDuringAPassRunsNoSecondOne()
+void TestOddCalls::pollingStartedBySlotDuringPassRunsNoSecondOne()
 {
     REACH_POLLING_PASS(bench);
     setPollingInterval(3600000);

@@ -44,20 +44,20 @@ private slots:
     void init();
     void cleanup();
 
-    void statusReplyInTroubleEndsThePass_data();
-    void statusReplyInTroubleEndsThePass();
-    void operationRefusedByTheDriveEndsThePass_data();
-    void operationRefusedByTheDriveEndsThePass();
-    void bootloaderIsRefusedWhileTheMotorTurns();
+    void statusReplyInTroubleEndsPass_data();
+    void statusReplyInTroubleEndsPass();
+    void operationRefusedByDriveEndsPass_data();
+    void operationRefusedByDriveEndsPass();
+    void bootloaderIsRefusedWhileMotorTurns();
     void lineThatTakesNoBytesGivesError2();
-    void silentDriveOnlyEndsThePassAfterTheTimeout();
+    void silentDriveOnlyEndsPassAfterTimeout();
     void refusedPasswordStillCountsAsConnected();
     void driveOfAnotherVersionGivesError15();
-    void driveThatSawADamagedRequestGivesError8AndCountsAsLost();
-    void valuesReadBeforeTheErrorAreReportedWithIt();
-    void adapterPulledDuringAnExchangeEndsThePassAtOnce();
-    void babblingLineEndsThePassWithAnError();
-    void cancelIsSeenOnABabblingLine();
+    void driveThatSawDamagedRequestGivesError8AndCountsAsLost();
+    void valuesReadBeforeErrorAreReportedWithIt();
+    void adapterPulledDuringExchangeEndsPassAtOnce();
+    void babblingLineEndsPassWithError();
+    void cancelIsSeenOnBabblingLine();
 
 private:
     void runTransfer(Operation operation, const Z7Device &device, int timeout = timeoutMs);
@@ -112,7 +112,7 @@ void TestPassErrors::checkBothThreads(
     check();
 }
 
-void TestPassErrors::statusReplyInTroubleEndsThePass_data()
+void TestPassErrors::statusReplyInTroubleEndsPass_data()
 {
     QTest::addColumn<QByteArray>("fault");
     QTest::addColumn<int>("error");
@@ -140,7 +140,7 @@ void TestPassErrors::statusReplyInTroubleEndsThePass_data()
     row("error reply: unknown parameter", "short-error bits=0x04 command=0x04", 9, 5, 5);
 }
 
-void TestPassErrors::statusReplyInTroubleEndsThePass()
+void TestPassErrors::statusReplyInTroubleEndsPass()
 {
     QFETCH(QByteArray, fault);
     QFETCH(int, error);
@@ -153,7 +153,7 @@ void TestPassErrors::statusReplyInTroubleEndsThePass()
     QCOMPARE(bus->requests().size(), sent);
 }
 
-void TestPassErrors::operationRefusedByTheDriveEndsThePass_data()
+void TestPassErrors::operationRefusedByDriveEndsPass_data()
 {
     QTest::addColumn<QByteArray>("drive");
     QTest::addColumn<Operation>("operation");
@@ -169,7 +169,7 @@ void TestPassErrors::operationRefusedByTheDriveEndsThePass_data()
         << QByteArray("fault 3 status value=0x80") << StoreParameters << 18;
 }
 
-void TestPassErrors::operationRefusedByTheDriveEndsThePass()
+void TestPassErrors::operationRefusedByDriveEndsPass()
 {
     QFETCH(QByteArray, drive);
     QFETCH(Operation, operation);
@@ -178,7 +178,7 @@ void TestPassErrors::operationRefusedByTheDriveEndsThePass()
     checkBothThreads(operation, DriveBus::drive3(), error, 1, 1);
 }
 
-void TestPassErrors::bootloaderIsRefusedWhileTheMotorTurns()
+void TestPassErrors::bootloaderIsRefusedWhileMotorTurns()
 {
     bus->command("set 3 setpoint 1000");
     QTRY_VERIFY(bus->memory(3, ParameterNumber::ActualSpeed) > 100);
@@ -194,7 +194,7 @@ void TestPassErrors::lineThatTakesNoBytesGivesError2()
     ::close(line);
 }
 
-void TestPassErrors::silentDriveOnlyEndsThePassAfterTheTimeout()
+void TestPassErrors::silentDriveOnlyEndsPassAfterTimeout()
 {
     bus->command("fault 3 no-answer");
     QElapsedTimer timer;
@@ -220,14 +220,14 @@ void TestPassErrors::driveOfAnotherVersionGivesError15()
     QCOMPARE(news->lastRecord().softwareVersion, QStringLiteral("V200"));
 }
 
-void TestPassErrors::driveThatSawADamagedRequestGivesError8AndCountsAsLost()
+void TestPassErrors::driveThatSawDamagedRequestGivesError8AndCountsAsLost()
 {
     bus->command("fault 3 comm-status value=0x02");
     checkBothThreads(ReadStatus, DriveBus::drive3(), TelegramError::WrongChecksum, 3, 3);
     QVERIFY(!news->lastRecord().isConnected());
 }
 
-void TestPassErrors::valuesReadBeforeTheErrorAreReportedWithIt()
+void TestPassErrors::valuesReadBeforeErrorAreReportedWithIt()
 {
     bus->command("set 3 param 0x8001 -77");
     bus->command("fault 3 flip param=0x8007"); // the current, read behind the speed
@@ -236,7 +236,7 @@ void TestPassErrors::valuesReadBeforeTheErrorAreReportedWithIt()
     QCOMPARE(news->lastRecord().softwareVersion, QStringLiteral("V123"));
 }
 
-void TestPassErrors::adapterPulledDuringAnExchangeEndsThePassAtOnce()
+void TestPassErrors::adapterPulledDuringExchangeEndsPassAtOnce()
 {
     bus->command("fault 3 pull skip=1");
     runTransfer(ReadStatus, DriveBus::drive3(), 60000);
@@ -244,7 +244,7 @@ void TestPassErrors::adapterPulledDuringAnExchangeEndsThePassAtOnce()
     QCOMPARE(bus->requests().size(), 2);
 }
 
-void TestPassErrors::babblingLineEndsThePassWithAnError()
+void TestPassErrors::babblingLineEndsPassWithError()
 {
     bus->command("fault 3 no-answer");
     bus->command("fault * babble byte=0x2A ms=1");
@@ -254,7 +254,7 @@ void TestPassErrors::babblingLineEndsThePassWithAnError()
 }
 
 // A babble of the drive's own address is no error, so the pass would go on.
-void TestPassErrors::cancelIsSeenOnABabblingLine()
+void TestPassErrors::cancelIsSeenOnBabblingLine()
 {
     bus->command("fault 3 no-answer");
     bus->command("fault * babble byte=3 ms=1");

@@ -15,15 +15,15 @@ private slots:
     void cleanup();
 
     void passTellsItsStartEachReplyAndItsRecord();
-    void passIsAnnouncedBeforeThePortIsOpened();
-    void portIsFreeWhenTheRecordIsReported();
-    void stackOutlivesThePass();
-    void stackOutlivesAPortThatDoesNotOpen();
+    void passIsAnnouncedBeforePortIsOpened();
+    void portIsFreeWhenRecordIsReported();
+    void stackOutlivesPass();
+    void stackOutlivesPortThatDoesNotOpen();
     void missingPortGivesError3InOneRecord();
-    void recordWithoutAPortEndsInError2();
-    void secondPassOpensThePortAgain();
+    void recordWithoutPortEndsInError2();
+    void secondPassOpensPortAgain();
     void cancelledPassReportsWhatItReadUntilThen();
-    void threadThatGoesAwayDuringAPassWaitsForItsEnd();
+    void threadThatGoesAwayDuringPassWaitsForItsEnd();
 
 private:
     template<typename Stack>
@@ -70,7 +70,7 @@ void TestPollingPass::passTellsItsStartEachReplyAndItsRecord()
     QVERIFY(news->lastRecord().isAccessGranted());
 }
 
-void TestPollingPass::passIsAnnouncedBeforeThePortIsOpened()
+void TestPollingPass::passIsAnnouncedBeforePortIsOpened()
 {
     bus->disconnectPort();
     connect(
@@ -81,7 +81,7 @@ void TestPollingPass::passIsAnnouncedBeforeThePortIsOpened()
     QVERIFY2(!news->lastRecord().hasError(), "the port was there in time");
 }
 
-void TestPollingPass::portIsFreeWhenTheRecordIsReported()
+void TestPollingPass::portIsFreeWhenRecordIsReported()
 {
     std::atomic<bool> inUse {true};
     connect(
@@ -92,14 +92,14 @@ void TestPollingPass::portIsFreeWhenTheRecordIsReported()
     QVERIFY(!inUse);
 }
 
-void TestPollingPass::stackOutlivesThePass()
+void TestPollingPass::stackOutlivesPass()
 {
     start<Probe>(DriveBus::drive3());
     awaitEnd();
     QVERIFY(!stackLife.expired());
 }
 
-void TestPollingPass::stackOutlivesAPortThatDoesNotOpen()
+void TestPollingPass::stackOutlivesPortThatDoesNotOpen()
 {
     bus->disconnectPort();
     start<Probe>(DriveBus::drive3());
@@ -116,7 +116,7 @@ void TestPollingPass::missingPortGivesError3InOneRecord()
     QCOMPARE(news->events(), expected);
 }
 
-void TestPollingPass::recordWithoutAPortEndsInError2()
+void TestPollingPass::recordWithoutPortEndsInError2()
 {
     start<Status>(Z7Device());
     awaitEnd();
@@ -124,7 +124,7 @@ void TestPollingPass::recordWithoutAPortEndsInError2()
     QCOMPARE(news->events(), expected);
 }
 
-void TestPollingPass::secondPassOpensThePortAgain()
+void TestPollingPass::secondPassOpensPortAgain()
 {
     start<Probe>(DriveBus::drive3());
     awaitEnd();
@@ -149,7 +149,7 @@ void TestPollingPass::cancelledPassReportsWhatItReadUntilThen()
     QVERIFY(news->lastRecord().isAccessGranted());
 }
 
-void TestPollingPass::threadThatGoesAwayDuringAPassWaitsForItsEnd()
+void TestPollingPass::threadThatGoesAwayDuringPassWaitsForItsEnd()
 {
     start<Status>(DriveBus::drive3());
     QTRY_VERIFY(news->has("progress"));

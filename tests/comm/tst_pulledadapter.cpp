@@ -27,17 +27,17 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void adapterPulledInMidPassEndsThePassAtOnce();
-    void adapterPulledInThePauseGivesError3AtEachPass();
+    void adapterPulledInMidPassEndsPassAtOnce();
+    void adapterPulledInPauseGivesError3AtEachPass();
     void pulledAdapterIsNoBusyLoop();
-    void pollingGoesOnWhenTheAdapterIsPutBack();
-    void transferFailsWhileTheAdapterIsPulledAndWorksAfterwards();
+    void pollingGoesOnWhenAdapterIsPutBack();
+    void transferFailsWhileAdapterIsPulledAndWorksAfterwards();
 
 private:
     std::unique_ptr<SchedulerBench> bench;
 };
 
-void TestPulledAdapter::adapterPulledInMidPassEndsThePassAtOnce()
+void TestPulledAdapter::adapterPulledInMidPassEndsPassAtOnce()
 {
     setTimeout(60000);
     bench->bus.command("fault 3 pull skip=5");
@@ -48,7 +48,7 @@ void TestPulledAdapter::adapterPulledInMidPassEndsThePassAtOnce()
     QCOMPARE(bench->requestCount(), 6);
 }
 
-void TestPulledAdapter::adapterPulledInThePauseGivesError3AtEachPass()
+void TestPulledAdapter::adapterPulledInPauseGivesError3AtEachPass()
 {
     setPollingInterval(100);
     bench->poll<Probe>();
@@ -79,7 +79,7 @@ void TestPulledAdapter::pulledAdapterIsNoBusyLoop()
     QVERIFY2(processorTimeMs() - before < timer.elapsed() / 2, "most of the time nothing is computed");
 }
 
-void TestPulledAdapter::pollingGoesOnWhenTheAdapterIsPutBack()
+void TestPulledAdapter::pollingGoesOnWhenAdapterIsPutBack()
 {
     bench->poll<Probe>();
     QTRY_VERIFY(bench->has("polling record 0"));
@@ -91,7 +91,7 @@ void TestPulledAdapter::pollingGoesOnWhenTheAdapterIsPutBack()
     QVERIFY(bench->news.lastRecord().isAccessGranted());
 }
 
-void TestPulledAdapter::transferFailsWhileTheAdapterIsPulledAndWorksAfterwards()
+void TestPulledAdapter::transferFailsWhileAdapterIsPulledAndWorksAfterwards()
 {
     const Z7Device drive3 = DriveBus::drive3();
     bench->bus.pullAdapter();

@@ -26,27 +26,27 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void cancelOnAFreeBusIsReportedAtOnce();
+    void cancelOnFreeBusIsReportedAtOnce();
     void cancelledTransferIsReportedWithWhatItRead();
     void cancelledScanIsReported();
     void cancelledPollingPassIsReportedAndPollingStaysOff();
-    void cancelInThePollingPauseLeavesNoStrayPass();
-    void cancelBeforeTheFirstPassTellsAnAbortedDefaultRecordOnce();
-    void cancelDropsTheWaitingSuccessor();
+    void cancelInPollingPauseLeavesNoStrayPass();
+    void cancelBeforeFirstPassTellsAbortedDefaultRecordOnce();
+    void cancelDropsWaitingSuccessor();
     void cancelWhilePollingIsHeldOffIsReportedAtOnce();
-    void heldOffPollingComesBackAfterACancel();
-    void pollingIsOffUntilANewStackComes();
-    void busIsFreeAfterACancel();
-    void transferRequestedAtTheEndOfAllTrafficRunsAlone();
-    void transferRequestedAtTheEndOfAPassGoesBeforeTheWaitingOne();
+    void heldOffPollingComesBackAfterCancel();
+    void pollingIsOffUntilNewStackComes();
+    void busIsFreeAfterCancel();
+    void transferRequestedAtEndOfAllTrafficRunsAlone();
+    void transferRequestedAtEndOfPassGoesBeforeWaitingOne();
 
     void allCommunicationIsReportedTerminatedTwiceWhenNothingFollows();
-    void allCommunicationIsReportedTerminatedOnceWithASuccessorWaiting();
+    void allCommunicationIsReportedTerminatedOnceWithSuccessorWaiting();
 
-    void endOfTheProgramStopsTheWork_data();
-    void endOfTheProgramStopsTheWork();
-    void endOfTheProgramReportsNothing();
-    void endOfTheProgramDropsWhatIsWaiting();
+    void endOfProgramStopsWork_data();
+    void endOfProgramStopsWork();
+    void endOfProgramReportsNothing();
+    void endOfProgramDropsWhatIsWaiting();
 
 private:
     void begin(Work work);
@@ -55,7 +55,7 @@ private:
     std::unique_ptr<SchedulerBench> bench;
 };
 
-void TestSchedulerCancel::cancelOnAFreeBusIsReportedAtOnce()
+void TestSchedulerCancel::cancelOnFreeBusIsReportedAtOnce()
 {
     bench->scheduler->cancelCommunication();
     QCOMPARE(bench->news.events(), QStringList {"all terminated"});
@@ -98,7 +98,7 @@ void TestSchedulerCancel::cancelledPollingPassIsReportedAndPollingStaysOff()
     QCOMPARE(milestones(), expected);
 }
 
-void TestSchedulerCancel::cancelInThePollingPauseLeavesNoStrayPass()
+void TestSchedulerCancel::cancelInPollingPauseLeavesNoStrayPass()
 {
     setPollingInterval(100);
     bench->poll<Probe>();
@@ -111,7 +111,7 @@ void TestSchedulerCancel::cancelInThePollingPauseLeavesNoStrayPass()
     QCOMPARE(bench->news.events(), expected);
 }
 
-void TestSchedulerCancel::cancelBeforeTheFirstPassTellsAnAbortedDefaultRecordOnce()
+void TestSchedulerCancel::cancelBeforeFirstPassTellsAbortedDefaultRecordOnce()
 {
     setPollingInterval(3600000);
     bench->poll<Probe>();
@@ -126,7 +126,7 @@ void TestSchedulerCancel::cancelBeforeTheFirstPassTellsAnAbortedDefaultRecordOnc
     QCOMPARE(bench->news.events(), end);
 }
 
-void TestSchedulerCancel::cancelDropsTheWaitingSuccessor()
+void TestSchedulerCancel::cancelDropsWaitingSuccessor()
 {
     bench->transfer<Status>();
     bench->scan();
@@ -146,7 +146,7 @@ void TestSchedulerCancel::cancelWhilePollingIsHeldOffIsReportedAtOnce()
     QCOMPARE(bench->news.events(), expected);
 }
 
-void TestSchedulerCancel::heldOffPollingComesBackAfterACancel()
+void TestSchedulerCancel::heldOffPollingComesBackAfterCancel()
 {
     setPollingInterval(0);
     bench->poll<Probe>();
@@ -155,7 +155,7 @@ void TestSchedulerCancel::heldOffPollingComesBackAfterACancel()
     QTRY_VERIFY(bench->has("polling started"));
 }
 
-void TestSchedulerCancel::pollingIsOffUntilANewStackComes()
+void TestSchedulerCancel::pollingIsOffUntilNewStackComes()
 {
     REACH_POLLING_PASS(bench);
     bench->scheduler->cancelCommunication();
@@ -168,7 +168,7 @@ void TestSchedulerCancel::pollingIsOffUntilANewStackComes()
     QTRY_VERIFY(bench->has("polling started"));
 }
 
-void TestSchedulerCancel::busIsFreeAfterACancel()
+void TestSchedulerCancel::busIsFreeAfterCancel()
 {
     bench->transfer<Status>();
     bench->scheduler->cancelCommunication();
@@ -179,7 +179,7 @@ void TestSchedulerCancel::busIsFreeAfterACancel()
 }
 
 // The page that updates the firmware answers the end of all traffic with a request of its own.
-void TestSchedulerCancel::transferRequestedAtTheEndOfAllTrafficRunsAlone()
+void TestSchedulerCancel::transferRequestedAtEndOfAllTrafficRunsAlone()
 {
     REACH_POLLING_PASS(bench);
     QMetaObject::Connection answer = connect(
@@ -193,7 +193,7 @@ void TestSchedulerCancel::transferRequestedAtTheEndOfAllTrafficRunsAlone()
     QCOMPARE(bench->count("polling record 0"), 1);
 }
 
-void TestSchedulerCancel::transferRequestedAtTheEndOfAPassGoesBeforeTheWaitingOne()
+void TestSchedulerCancel::transferRequestedAtEndOfPassGoesBeforeWaitingOne()
 {
     REACH_POLLING_PASS(bench);
     QMetaObject::Connection answer = connect(
@@ -215,7 +215,7 @@ void TestSchedulerCancel::allCommunicationIsReportedTerminatedTwiceWhenNothingFo
     QCOMPARE(bench->count("all terminated"), 2);
 }
 
-void TestSchedulerCancel::allCommunicationIsReportedTerminatedOnceWithASuccessorWaiting()
+void TestSchedulerCancel::allCommunicationIsReportedTerminatedOnceWithSuccessorWaiting()
 {
     bench->bus.command("fault 3 late ms=200"); // holds the second transfer in place
     bench->scan();
@@ -247,7 +247,7 @@ void TestSchedulerCancel::begin(Work work)
         QTRY_VERIFY(bench->requestCount() > 0);
 }
 
-void TestSchedulerCancel::endOfTheProgramStopsTheWork_data()
+void TestSchedulerCancel::endOfProgramStopsWork_data()
 {
     QTest::addColumn<Work>("work");
     QTest::addColumn<int>("bound");
@@ -260,7 +260,7 @@ void TestSchedulerCancel::endOfTheProgramStopsTheWork_data()
     QTest::newRow("during a scan on a babbling line") << BabblingScan << babbleBoundMs;
 }
 
-void TestSchedulerCancel::endOfTheProgramStopsTheWork()
+void TestSchedulerCancel::endOfProgramStopsWork()
 {
     QFETCH(Work, work);
     QFETCH(int, bound);
@@ -277,7 +277,7 @@ void TestSchedulerCancel::endOfTheProgramStopsTheWork()
     QCOMPARE(bench->requestCount(), requests);
 }
 
-void TestSchedulerCancel::endOfTheProgramReportsNothing()
+void TestSchedulerCancel::endOfProgramReportsNothing()
 {
     bench->transfer<Status>();
     QTRY_VERIFY(bench->has("transfer progress"));
@@ -287,7 +287,7 @@ void TestSchedulerCancel::endOfTheProgramReportsNothing()
     QCOMPARE(bench->news.events(), QStringList());
 }
 
-void TestSchedulerCancel::endOfTheProgramDropsWhatIsWaiting()
+void TestSchedulerCancel::endOfProgramDropsWhatIsWaiting()
 {
     bench->transfer<Status>();
     const auto waiting = bench->poll<Probe>();

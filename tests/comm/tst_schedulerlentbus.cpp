@@ -24,41 +24,41 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void requestOnALentBusEndsAtOnceAsAborted_data();
-    void requestOnALentBusEndsAtOnceAsAborted();
-    void abortedRecordIsThatOfTheRequestWhateverErrorItHad_data();
-    void abortedRecordIsThatOfTheRequestWhateverErrorItHad();
+    void requestOnLentBusEndsAtOnceAsAborted_data();
+    void requestOnLentBusEndsAtOnceAsAborted();
+    void abortedRecordIsThatOfRequestWhateverErrorItHad_data();
+    void abortedRecordIsThatOfRequestWhateverErrorItHad();
     void refusedTransferIsForgotten();
-    void refusedRequestIsNotMadeUpForAfterTheReturn_data();
-    void refusedRequestIsNotMadeUpForAfterTheReturn();
-    void requestRunsAgainAfterTheReturn();
-    void refusedRequestLeavesThePollingThatWaits_data();
-    void refusedRequestLeavesThePollingThatWaits();
-    void requestAtTheEndOfAllTrafficIsRefusedBesideWaitingPolling();
+    void refusedRequestIsNotMadeUpForAfterReturn_data();
+    void refusedRequestIsNotMadeUpForAfterReturn();
+    void requestRunsAgainAfterReturn();
+    void refusedRequestLeavesPollingThatWaits_data();
+    void refusedRequestLeavesPollingThatWaits();
+    void requestAtEndOfAllTrafficIsRefusedBesideWaitingPolling();
 
     void transferUnderWayEndsAsEverAndNothingFollows();
     void scanUnderWayEndsAsEverAndNothingFollows();
-    void waitingScanIsRefusedAtTheEndOfTheTransfer();
-    void waitingTransferIsRefusedAtTheEndOfThePollingPass();
-    void scanDuringATransferIsRefusedAtOnceAndTheTransferGoesOn();
-    void secondTransferDuringATransferIsRefusedAtItsEnd();
-    void secondScanDuringAScanIsRefusedAtItsEnd();
+    void waitingScanIsRefusedAtEndOfTransfer();
+    void waitingTransferIsRefusedAtEndOfPollingPass();
+    void scanDuringTransferIsRefusedAtOnceAndTransferGoesOn();
+    void secondTransferDuringTransferIsRefusedAtItsEnd();
+    void secondScanDuringScanIsRefusedAtItsEnd();
 
-    void pollingInItsPauseWaitsForTheReturn();
-    void pollingPassUnderWayIsTheLastUntilTheReturn();
-    void pollingAfterATransferWaitsForTheReturn();
-    void pollingGoesOnOneIntervalAfterTheReturn();
-    void stackThatCameMeanwhileIsTheOnePolledAfterTheReturn();
-    void stackThatCameDuringTheLastTransferIsPolledAfterTheReturn();
-    void stackForWhichTheOptionHoldsPollingOffIsHeldOffAfterTheReturn();
-    void heldOffPollingComesBackOnlyAfterTheReturn();
+    void pollingInItsPauseWaitsForReturn();
+    void pollingPassUnderWayIsLastUntilReturn();
+    void pollingAfterTransferWaitsForReturn();
+    void pollingGoesOnOneIntervalAfterReturn();
+    void stackThatCameMeanwhileIsOnePolledAfterReturn();
+    void stackThatCameDuringLastTransferIsPolledAfterReturn();
+    void stackForWhichOptionHoldsPollingOffIsHeldOffAfterReturn();
+    void heldOffPollingComesBackOnlyAfterReturn();
     void pollingThatWasNeverWantedDoesNotStart();
     void slotsThatStartThreadsStartNone();
 
-    void cancelGivesUpThePollingThatWaits();
-    void cancelOnALentBusWithoutTrafficIsReportedAtOnce();
-    void cancelledTransferEndsAsEverOnALentBus();
-    void endOfTheProgramComesOnALentBusToo();
+    void cancelGivesUpPollingThatWaits();
+    void cancelOnLentBusWithoutTrafficIsReportedAtOnce();
+    void cancelledTransferEndsAsEverOnLentBus();
+    void endOfProgramComesOnLentBusToo();
     void lendingTwiceIsLikeOnce();
     void givingBackTwiceDoesNotPutPollingOff();
 
@@ -122,12 +122,12 @@ static void addRequests()
     QTest::newRow("scan") << Scan << "scan";
 }
 
-void TestSchedulerLentBus::requestOnALentBusEndsAtOnceAsAborted_data()
+void TestSchedulerLentBus::requestOnLentBusEndsAtOnceAsAborted_data()
 {
     addRequests();
 }
 
-void TestSchedulerLentBus::requestOnALentBusEndsAtOnceAsAborted()
+void TestSchedulerLentBus::requestOnLentBusEndsAtOnceAsAborted()
 {
     QFETCH(Request, request);
     QFETCH(QString, name);
@@ -138,12 +138,12 @@ void TestSchedulerLentBus::requestOnALentBusEndsAtOnceAsAborted()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::abortedRecordIsThatOfTheRequestWhateverErrorItHad_data()
+void TestSchedulerLentBus::abortedRecordIsThatOfRequestWhateverErrorItHad_data()
 {
     addRequests();
 }
 
-void TestSchedulerLentBus::abortedRecordIsThatOfTheRequestWhateverErrorItHad()
+void TestSchedulerLentBus::abortedRecordIsThatOfRequestWhateverErrorItHad()
 {
     QFETCH(Request, request);
     Z7Device device = DriveBus::drive(7, 4711);
@@ -165,12 +165,12 @@ void TestSchedulerLentBus::refusedTransferIsForgotten()
     QVERIFY(bench->transfer<Probe>().expired());
 }
 
-void TestSchedulerLentBus::refusedRequestIsNotMadeUpForAfterTheReturn_data()
+void TestSchedulerLentBus::refusedRequestIsNotMadeUpForAfterReturn_data()
 {
     addRequests();
 }
 
-void TestSchedulerLentBus::refusedRequestIsNotMadeUpForAfterTheReturn()
+void TestSchedulerLentBus::refusedRequestIsNotMadeUpForAfterReturn()
 {
     QFETCH(Request, request);
     lend();
@@ -179,7 +179,7 @@ void TestSchedulerLentBus::refusedRequestIsNotMadeUpForAfterTheReturn()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::requestRunsAgainAfterTheReturn()
+void TestSchedulerLentBus::requestRunsAgainAfterReturn()
 {
     lend();
     ask(Transfer);
@@ -190,12 +190,12 @@ void TestSchedulerLentBus::requestRunsAgainAfterTheReturn()
     QVERIFY(bench->has("transfer record 0"));
 }
 
-void TestSchedulerLentBus::refusedRequestLeavesThePollingThatWaits_data()
+void TestSchedulerLentBus::refusedRequestLeavesPollingThatWaits_data()
 {
     addRequests();
 }
 
-void TestSchedulerLentBus::refusedRequestLeavesThePollingThatWaits()
+void TestSchedulerLentBus::refusedRequestLeavesPollingThatWaits()
 {
     QFETCH(Request, request);
     QFETCH(QString, name);
@@ -208,7 +208,7 @@ void TestSchedulerLentBus::refusedRequestLeavesThePollingThatWaits()
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerLentBus::requestAtTheEndOfAllTrafficIsRefusedBesideWaitingPolling()
+void TestSchedulerLentBus::requestAtEndOfAllTrafficIsRefusedBesideWaitingPolling()
 {
     bench->transfer<Probe>();
     bench->poll<Status>(); // waits for the end of the transfer
@@ -243,7 +243,7 @@ void TestSchedulerLentBus::scanUnderWayEndsAsEverAndNothingFollows()
     QCOMPARE(bench->count("scan record 1"), 255);
 }
 
-void TestSchedulerLentBus::waitingScanIsRefusedAtTheEndOfTheTransfer()
+void TestSchedulerLentBus::waitingScanIsRefusedAtEndOfTransfer()
 {
     bench->transfer<Probe>();
     bench->scan();
@@ -255,7 +255,7 @@ void TestSchedulerLentBus::waitingScanIsRefusedAtTheEndOfTheTransfer()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::waitingTransferIsRefusedAtTheEndOfThePollingPass()
+void TestSchedulerLentBus::waitingTransferIsRefusedAtEndOfPollingPass()
 {
     REACH_POLLING_PASS(bench);
     const auto waiting = bench->transfer<Probe>();
@@ -270,7 +270,7 @@ void TestSchedulerLentBus::waitingTransferIsRefusedAtTheEndOfThePollingPass()
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerLentBus::scanDuringATransferIsRefusedAtOnceAndTheTransferGoesOn()
+void TestSchedulerLentBus::scanDuringTransferIsRefusedAtOnceAndTransferGoesOn()
 {
     bench->transfer<Status>();
     lend();
@@ -281,7 +281,7 @@ void TestSchedulerLentBus::scanDuringATransferIsRefusedAtOnceAndTheTransferGoesO
     QVERIFY(bench->has("transfer record 0"));
 }
 
-void TestSchedulerLentBus::secondTransferDuringATransferIsRefusedAtItsEnd()
+void TestSchedulerLentBus::secondTransferDuringTransferIsRefusedAtItsEnd()
 {
     bench->transfer<Status>();
     lend();
@@ -294,7 +294,7 @@ void TestSchedulerLentBus::secondTransferDuringATransferIsRefusedAtItsEnd()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::secondScanDuringAScanIsRefusedAtItsEnd()
+void TestSchedulerLentBus::secondScanDuringScanIsRefusedAtItsEnd()
 {
     setTimeoutScanning(20);
     bench->scan();
@@ -307,7 +307,7 @@ void TestSchedulerLentBus::secondScanDuringAScanIsRefusedAtItsEnd()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::pollingInItsPauseWaitsForTheReturn()
+void TestSchedulerLentBus::pollingInItsPauseWaitsForReturn()
 {
     bench->poll<Probe>(); // the pause before the first pass
     lend();
@@ -316,7 +316,7 @@ void TestSchedulerLentBus::pollingInItsPauseWaitsForTheReturn()
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerLentBus::pollingPassUnderWayIsTheLastUntilTheReturn()
+void TestSchedulerLentBus::pollingPassUnderWayIsLastUntilReturn()
 {
     REACH_POLLING_PASS(bench);
     lend();
@@ -327,7 +327,7 @@ void TestSchedulerLentBus::pollingPassUnderWayIsTheLastUntilTheReturn()
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerLentBus::pollingAfterATransferWaitsForTheReturn()
+void TestSchedulerLentBus::pollingAfterTransferWaitsForReturn()
 {
     REACH_POLLING_PAUSE(bench);
     setPollingInterval(10);
@@ -337,7 +337,7 @@ void TestSchedulerLentBus::pollingAfterATransferWaitsForTheReturn()
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerLentBus::pollingGoesOnOneIntervalAfterTheReturn()
+void TestSchedulerLentBus::pollingGoesOnOneIntervalAfterReturn()
 {
     bench->poll<Probe>();
     lend();
@@ -346,7 +346,7 @@ void TestSchedulerLentBus::pollingGoesOnOneIntervalAfterTheReturn()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::stackThatCameMeanwhileIsTheOnePolledAfterTheReturn()
+void TestSchedulerLentBus::stackThatCameMeanwhileIsOnePolledAfterReturn()
 {
     bench->poll<Probe>();
     lend();
@@ -358,7 +358,7 @@ void TestSchedulerLentBus::stackThatCameMeanwhileIsTheOnePolledAfterTheReturn()
     QVERIFY(bench->has("polling started 14"));
 }
 
-void TestSchedulerLentBus::stackThatCameDuringTheLastTransferIsPolledAfterTheReturn()
+void TestSchedulerLentBus::stackThatCameDuringLastTransferIsPolledAfterReturn()
 {
     bench->transfer<Probe>();
     bench->poll<Status>();
@@ -369,7 +369,7 @@ void TestSchedulerLentBus::stackThatCameDuringTheLastTransferIsPolledAfterTheRet
     QTRY_VERIFY(bench->has("polling started 14"));
 }
 
-void TestSchedulerLentBus::stackForWhichTheOptionHoldsPollingOffIsHeldOffAfterTheReturn()
+void TestSchedulerLentBus::stackForWhichOptionHoldsPollingOffIsHeldOffAfterReturn()
 {
     lend();
     bench->poll<Probe>();
@@ -380,7 +380,7 @@ void TestSchedulerLentBus::stackForWhichTheOptionHoldsPollingOffIsHeldOffAfterTh
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerLentBus::heldOffPollingComesBackOnlyAfterTheReturn()
+void TestSchedulerLentBus::heldOffPollingComesBackOnlyAfterReturn()
 {
     setPollingInterval(0);
     bench->poll<Probe>();
@@ -407,7 +407,7 @@ void TestSchedulerLentBus::slotsThatStartThreadsStartNone()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::cancelGivesUpThePollingThatWaits()
+void TestSchedulerLentBus::cancelGivesUpPollingThatWaits()
 {
     REACH_POLLING_PAUSE(bench);
     setPollingInterval(10);
@@ -419,14 +419,14 @@ void TestSchedulerLentBus::cancelGivesUpThePollingThatWaits()
     verifyNothingStarts();
 }
 
-void TestSchedulerLentBus::cancelOnALentBusWithoutTrafficIsReportedAtOnce()
+void TestSchedulerLentBus::cancelOnLentBusWithoutTrafficIsReportedAtOnce()
 {
     lend();
     bench->scheduler->cancelCommunication();
     QCOMPARE(events(), QStringList {"all terminated"});
 }
 
-void TestSchedulerLentBus::cancelledTransferEndsAsEverOnALentBus()
+void TestSchedulerLentBus::cancelledTransferEndsAsEverOnLentBus()
 {
     bench->transfer<Status>();
     QTRY_VERIFY(bench->has("transfer progress"));
@@ -439,7 +439,7 @@ void TestSchedulerLentBus::cancelledTransferEndsAsEverOnALentBus()
     QVERIFY(bench->requestCount() < 14);
 }
 
-void TestSchedulerLentBus::endOfTheProgramComesOnALentBusToo()
+void TestSchedulerLentBus::endOfProgramComesOnLentBusToo()
 {
     bench->transfer<Status>();
     lend();

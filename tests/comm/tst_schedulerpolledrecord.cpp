@@ -47,25 +47,25 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void stackReplacedDuringItsPassLivesUntilTheNextPass();
-    void stackReplacedInThePauseLivesUntilTheNextPass();
-    void passOfAReplacedStackIsCutShort();
-    void stackReplacedInThePauseWaitsOneInterval();
-    void stackReplacedTwiceInOnePassLivesUntilTheNext();
-    void stackReplacedTwiceInThePauseIsFreedAtOnce();
-    void pollingStackIsFreedWithTheInterface();
+    void stackReplacedDuringItsPassLivesUntilNextPass();
+    void stackReplacedInPauseLivesUntilNextPass();
+    void passOfReplacedStackIsCutShort();
+    void stackReplacedInPauseWaitsOneInterval();
+    void stackReplacedTwiceInOnePassLivesUntilNext();
+    void stackReplacedTwiceInPauseIsFreedAtOnce();
+    void pollingStackIsFreedWithInterface();
 
-    void passwordChangedByATransferReachesTheNextPass();
-    void parametersReadByATransferReachTheNextPass();
-    void recordThatComesDuringAPassDoesNotChangeItsTelegrams();
-    void recordThatComesInThePauseIsAdoptedAtOnce();
-    void recordOfAFormerDriveIsNotAdoptedByTheNewStack();
+    void passwordChangedByTransferReachesNextPass();
+    void parametersReadByTransferReachNextPass();
+    void recordThatComesDuringPassDoesNotChangeItsTelegrams();
+    void recordThatComesInPauseIsAdoptedAtOnce();
+    void recordOfFormerDriveIsNotAdoptedByNewStack();
 
 private:
     std::unique_ptr<SchedulerBench> bench;
 };
 
-void TestSchedulerPolledRecord::stackReplacedDuringItsPassLivesUntilTheNextPass()
+void TestSchedulerPolledRecord::stackReplacedDuringItsPassLivesUntilNextPass()
 {
     const auto former = bench->poll<Status>();
     QTRY_VERIFY(bench->has("polling progress"));
@@ -75,7 +75,7 @@ void TestSchedulerPolledRecord::stackReplacedDuringItsPassLivesUntilTheNextPass(
     QVERIFY(former.expired());
 }
 
-void TestSchedulerPolledRecord::stackReplacedInThePauseLivesUntilTheNextPass()
+void TestSchedulerPolledRecord::stackReplacedInPauseLivesUntilNextPass()
 {
     const auto former = bench->poll<Probe>();
     setPollingInterval(300);
@@ -86,7 +86,7 @@ void TestSchedulerPolledRecord::stackReplacedInThePauseLivesUntilTheNextPass()
     QVERIFY(former.expired());
 }
 
-void TestSchedulerPolledRecord::passOfAReplacedStackIsCutShort()
+void TestSchedulerPolledRecord::passOfReplacedStackIsCutShort()
 {
     REACH_POLLING_PASS(bench);
     bench->poll<Probe>();
@@ -96,7 +96,7 @@ void TestSchedulerPolledRecord::passOfAReplacedStackIsCutShort()
         QStringList({"polling record 0", "all terminated", "polling started 1"}));
 }
 
-void TestSchedulerPolledRecord::stackReplacedInThePauseWaitsOneInterval()
+void TestSchedulerPolledRecord::stackReplacedInPauseWaitsOneInterval()
 {
     REACH_POLLING_PAUSE(bench);
     bench->poll<Status>();
@@ -105,7 +105,7 @@ void TestSchedulerPolledRecord::stackReplacedInThePauseWaitsOneInterval()
     QCOMPARE(bench->requestCount(), 0);
 }
 
-void TestSchedulerPolledRecord::stackReplacedTwiceInOnePassLivesUntilTheNext()
+void TestSchedulerPolledRecord::stackReplacedTwiceInOnePassLivesUntilNext()
 {
     const auto inUse = bench->poll<Status>();
     QTRY_VERIFY(bench->has("polling progress"));
@@ -117,7 +117,7 @@ void TestSchedulerPolledRecord::stackReplacedTwiceInOnePassLivesUntilTheNext()
     QVERIFY(inUse.expired());
 }
 
-void TestSchedulerPolledRecord::stackReplacedTwiceInThePauseIsFreedAtOnce()
+void TestSchedulerPolledRecord::stackReplacedTwiceInPauseIsFreedAtOnce()
 {
     const auto used = bench->poll<Probe>();
     setPollingInterval(3600000);
@@ -127,7 +127,7 @@ void TestSchedulerPolledRecord::stackReplacedTwiceInThePauseIsFreedAtOnce()
     QVERIFY(used.expired());
 }
 
-void TestSchedulerPolledRecord::pollingStackIsFreedWithTheInterface()
+void TestSchedulerPolledRecord::pollingStackIsFreedWithInterface()
 {
     const auto stack = bench->poll<Status>();
     QTRY_VERIFY(bench->has("polling progress"));
@@ -135,7 +135,7 @@ void TestSchedulerPolledRecord::pollingStackIsFreedWithTheInterface()
     QVERIFY(stack.expired());
 }
 
-void TestSchedulerPolledRecord::passwordChangedByATransferReachesTheNextPass()
+void TestSchedulerPolledRecord::passwordChangedByTransferReachesNextPass()
 {
     bench->poll<Status>(drive3WithMode());
     QTRY_VERIFY(bench->has("polling progress"));
@@ -148,7 +148,7 @@ void TestSchedulerPolledRecord::passwordChangedByATransferReachesTheNextPass()
     QCOMPARE(requests.mid(requests.indexOf(passwordChange) + 1, 2), access);
 }
 
-void TestSchedulerPolledRecord::parametersReadByATransferReachTheNextPass()
+void TestSchedulerPolledRecord::parametersReadByTransferReachNextPass()
 {
     setPollingInterval(200);
     bench->poll<Probe>(drive3WithMode());
@@ -163,7 +163,7 @@ void TestSchedulerPolledRecord::parametersReadByATransferReachTheNextPass()
     QCOMPARE(mode.value, 4);
 }
 
-void TestSchedulerPolledRecord::recordThatComesDuringAPassDoesNotChangeItsTelegrams()
+void TestSchedulerPolledRecord::recordThatComesDuringPassDoesNotChangeItsTelegrams()
 {
     bench->bus.command("fault 3 late ms=200 count=1");
     bench->poll<Status>();
@@ -174,7 +174,7 @@ void TestSchedulerPolledRecord::recordThatComesDuringAPassDoesNotChangeItsTelegr
     QCOMPARE(bench->bus.requests().at(1), QByteArray(AccessWith3));
 }
 
-void TestSchedulerPolledRecord::recordThatComesInThePauseIsAdoptedAtOnce()
+void TestSchedulerPolledRecord::recordThatComesInPauseIsAdoptedAtOnce()
 {
     setPollingInterval(200);
     bench->poll<Status>();
@@ -184,7 +184,7 @@ void TestSchedulerPolledRecord::recordThatComesInThePauseIsAdoptedAtOnce()
     QCOMPARE(bench->bus.requests().at(0), QByteArray(AccessWith4711));
 }
 
-void TestSchedulerPolledRecord::recordOfAFormerDriveIsNotAdoptedByTheNewStack()
+void TestSchedulerPolledRecord::recordOfFormerDriveIsNotAdoptedByNewStack()
 {
     bench->bus.command("fault 3 late ms=200 count=1");
     bench->poll<Status>();

@@ -14,28 +14,28 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void firstPassComesOneIntervalAfterTheRequest();
-    void intervalIsThePauseBetweenTwoPasses();
-    void changedIntervalHoldsFromTheNextPauseOn();
-    void endOfAPassIsNotReportedAsTerminated();
-    void failedPassIsFollowedByTheNext();
-    void everyPassReadsTheWholeStackAgain();
-    void pollingRequestedDuringATransferWaitsForItsEnd();
-    void pollingRequestedDuringAScanStopsIt();
+    void firstPassComesOneIntervalAfterRequest();
+    void intervalIsPauseBetweenTwoPasses();
+    void changedIntervalHoldsFromNextPauseOn();
+    void endOfPassIsNotReportedAsTerminated();
+    void failedPassIsFollowedByNext();
+    void everyPassReadsWholeStackAgain();
+    void pollingRequestedDuringTransferWaitsForItsEnd();
+    void pollingRequestedDuringScanStopsIt();
 
     void intervalOf0StartsNoPass();
     void intervalAbove0BringsPollingBackByItself();
-    void intervalOf0EndsPollingAtTheNextPass();
+    void intervalOf0EndsPollingAtNextPass();
     void transferWhilePollingIsHeldOffStartsAtOnce();
-    void pollingComingBackWaitsForATransferUnderWay();
-    void pollingComingBackStopsAScanUnderWay();
-    void pollingDoesNotComeBackInThePlaceOfAWaitingScan();
-    void newPollingStackEndsTheHoldOff();
-    void pausesAreKeptToTheMillisecond_data();
-    void pausesAreKeptToTheMillisecond();
-    void lookAtTheOptionComesEverySecond();
-    void heldOffPollingWithANewStackDoesNotComeBackASecondTime();
-    void slotForTheSuccessorDoesNothingWithoutOne();
+    void pollingComingBackWaitsForTransferUnderWay();
+    void pollingComingBackStopsScanUnderWay();
+    void pollingDoesNotComeBackInPlaceOfWaitingScan();
+    void newPollingStackEndsHoldOff();
+    void pausesAreKeptToMillisecond_data();
+    void pausesAreKeptToMillisecond();
+    void lookAtOptionComesEverySecond();
+    void heldOffPollingWithNewStackDoesNotComeBackSecondTime();
+    void slotForSuccessorDoesNothingWithoutOne();
 
 private:
     void holdPollingOff();
@@ -50,7 +50,7 @@ void TestSchedulerPolling::holdPollingOff()
     bench->poll<Probe>();
 }
 
-void TestSchedulerPolling::firstPassComesOneIntervalAfterTheRequest()
+void TestSchedulerPolling::firstPassComesOneIntervalAfterRequest()
 {
     setPollingInterval(300);
     QElapsedTimer timer;
@@ -60,7 +60,7 @@ void TestSchedulerPolling::firstPassComesOneIntervalAfterTheRequest()
     QVERIFY(timer.elapsed() >= 295);
 }
 
-void TestSchedulerPolling::intervalIsThePauseBetweenTwoPasses()
+void TestSchedulerPolling::intervalIsPauseBetweenTwoPasses()
 {
     setPollingInterval(200);
     bench->poll<Status>();
@@ -70,7 +70,7 @@ void TestSchedulerPolling::intervalIsThePauseBetweenTwoPasses()
     QVERIFY2(pauseMs >= 200, qPrintable(QString::number(pauseMs)));
 }
 
-void TestSchedulerPolling::changedIntervalHoldsFromTheNextPauseOn()
+void TestSchedulerPolling::changedIntervalHoldsFromNextPauseOn()
 {
     bench->poll<Probe>();
     setPollingInterval(3600000);
@@ -79,7 +79,7 @@ void TestSchedulerPolling::changedIntervalHoldsFromTheNextPauseOn()
     QCOMPARE(bench->count("polling started"), 1);
 }
 
-void TestSchedulerPolling::endOfAPassIsNotReportedAsTerminated()
+void TestSchedulerPolling::endOfPassIsNotReportedAsTerminated()
 {
     bench->poll<Probe>();
     QTRY_VERIFY(bench->count("polling started") >= 3);
@@ -87,7 +87,7 @@ void TestSchedulerPolling::endOfAPassIsNotReportedAsTerminated()
     QCOMPARE(bench->news.events().mid(0, 8), pass + pass);
 }
 
-void TestSchedulerPolling::failedPassIsFollowedByTheNext()
+void TestSchedulerPolling::failedPassIsFollowedByNext()
 {
     bench->bus.command("fault 3 flip count=2");
     bench->poll<Probe>();
@@ -95,7 +95,7 @@ void TestSchedulerPolling::failedPassIsFollowedByTheNext()
     QCOMPARE(bench->count("polling record 8"), 2);
 }
 
-void TestSchedulerPolling::everyPassReadsTheWholeStackAgain()
+void TestSchedulerPolling::everyPassReadsWholeStackAgain()
 {
     bench->poll<Status>();
     QTRY_VERIFY(bench->count("polling record 0") >= 2);
@@ -104,7 +104,7 @@ void TestSchedulerPolling::everyPassReadsTheWholeStackAgain()
     QCOMPARE(requests.mid(14, 14), requests.mid(0, 14));
 }
 
-void TestSchedulerPolling::pollingRequestedDuringATransferWaitsForItsEnd()
+void TestSchedulerPolling::pollingRequestedDuringTransferWaitsForItsEnd()
 {
     bench->transfer<Status>();
     bench->poll<Probe>();
@@ -115,7 +115,7 @@ void TestSchedulerPolling::pollingRequestedDuringATransferWaitsForItsEnd()
     QVERIFY2(!bench->has("transfer terminated"), "something took its place");
 }
 
-void TestSchedulerPolling::pollingRequestedDuringAScanStopsIt()
+void TestSchedulerPolling::pollingRequestedDuringScanStopsIt()
 {
     setTimeoutScanning(20);
     bench->scan();
@@ -140,7 +140,7 @@ void TestSchedulerPolling::intervalAbove0BringsPollingBackByItself()
     QTRY_VERIFY(bench->count("polling record 0") >= 2);
 }
 
-void TestSchedulerPolling::intervalOf0EndsPollingAtTheNextPass()
+void TestSchedulerPolling::intervalOf0EndsPollingAtNextPass()
 {
     bench->poll<Probe>();
     QTRY_VERIFY(bench->has("polling record"));
@@ -163,7 +163,7 @@ void TestSchedulerPolling::transferWhilePollingIsHeldOffStartsAtOnce()
     QCOMPARE(bench->news.milestones(), expected);
 }
 
-void TestSchedulerPolling::pollingComingBackWaitsForATransferUnderWay()
+void TestSchedulerPolling::pollingComingBackWaitsForTransferUnderWay()
 {
     bench->bus.command("fault 3 late ms=100");
     holdPollingOff();
@@ -174,7 +174,7 @@ void TestSchedulerPolling::pollingComingBackWaitsForATransferUnderWay()
     QVERIFY2(!bench->has("transfer terminated"), "polling was waiting before its end");
 }
 
-void TestSchedulerPolling::pollingComingBackStopsAScanUnderWay()
+void TestSchedulerPolling::pollingComingBackStopsScanUnderWay()
 {
     setTimeoutScanning(20); // the scan lasts five seconds
     holdPollingOff();
@@ -184,7 +184,7 @@ void TestSchedulerPolling::pollingComingBackStopsAScanUnderWay()
     QVERIFY(bench->count("scan record") < 255);
 }
 
-void TestSchedulerPolling::pollingDoesNotComeBackInThePlaceOfAWaitingScan()
+void TestSchedulerPolling::pollingDoesNotComeBackInPlaceOfWaitingScan()
 {
     bench->bus.command("fault 3 late ms=100");
     holdPollingOff();
@@ -196,7 +196,7 @@ void TestSchedulerPolling::pollingDoesNotComeBackInThePlaceOfAWaitingScan()
     QTRY_VERIFY(bench->has("polling started"));
 }
 
-void TestSchedulerPolling::newPollingStackEndsTheHoldOff()
+void TestSchedulerPolling::newPollingStackEndsHoldOff()
 {
     holdPollingOff();
     setPollingInterval(10);
@@ -207,14 +207,14 @@ void TestSchedulerPolling::newPollingStackEndsTheHoldOff()
     QVERIFY2(timer.elapsed() < 900, "without waiting for the next look at the option");
 }
 
-void TestSchedulerPolling::pausesAreKeptToTheMillisecond_data()
+void TestSchedulerPolling::pausesAreKeptToMillisecond_data()
 {
     QTest::addColumn<QString>("timer");
     QTest::newRow("between two passes") << "pollingPause";
     QTest::newRow("between two looks at the option") << "pollingTimer";
 }
 
-void TestSchedulerPolling::pausesAreKeptToTheMillisecond()
+void TestSchedulerPolling::pausesAreKeptToMillisecond()
 {
     QFETCH(QString, timer);
     const auto *pause = bench->scheduler->findChild<QTimer *>(timer);
@@ -222,7 +222,7 @@ void TestSchedulerPolling::pausesAreKeptToTheMillisecond()
     QCOMPARE(pause->timerType(), Qt::PreciseTimer);
 }
 
-void TestSchedulerPolling::lookAtTheOptionComesEverySecond()
+void TestSchedulerPolling::lookAtOptionComesEverySecond()
 {
     const auto *looks = bench->scheduler->findChild<QTimer *>("pollingTimer");
     QVERIFY(looks);
@@ -233,7 +233,7 @@ void TestSchedulerPolling::lookAtTheOptionComesEverySecond()
     QCOMPARE(looks->interval(), 1000);
 }
 
-void TestSchedulerPolling::heldOffPollingWithANewStackDoesNotComeBackASecondTime()
+void TestSchedulerPolling::heldOffPollingWithNewStackDoesNotComeBackSecondTime()
 {
     setTimeoutScanning(20); // the scan lasts five seconds
     holdPollingOff();
@@ -244,7 +244,7 @@ void TestSchedulerPolling::heldOffPollingWithANewStackDoesNotComeBackASecondTime
     QVERIFY2(!bench->has("polling started"), "it would have stopped the scan");
 }
 
-void TestSchedulerPolling::slotForTheSuccessorDoesNothingWithoutOne()
+void TestSchedulerPolling::slotForSuccessorDoesNothingWithoutOne()
 {
     bench->scheduler->startNextThreadID();
     QTest::qWait(50);

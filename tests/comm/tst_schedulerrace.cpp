@@ -16,8 +16,8 @@ private slots:
     void cleanup();
 
     void everyTransferIsAnsweredOnceWheneverItIsRequested();
-    void transferRequestedWhenAPassHasEndedUnnoticedFollowsIt();
-    void anyMixtureOfRequestsLeavesTheBusFree();
+    void transferRequestedWhenPassHasEndedUnnoticedFollowsIt();
+    void anyMixtureOfRequestsLeavesBusFree();
     void interfaceGoesAtAnyMoment();
 
 private:
@@ -83,7 +83,7 @@ void TestSchedulerRace::everyTransferIsAnsweredOnceWheneverItIsRequested()
 }
 
 // The thread has ended, but the main thread has not been told yet.
-void TestSchedulerRace::transferRequestedWhenAPassHasEndedUnnoticedFollowsIt()
+void TestSchedulerRace::transferRequestedWhenPassHasEndedUnnoticedFollowsIt()
 {
     bench->poll<Probe>();
     for (int i = 1; i <= 10; ++i) {
@@ -100,7 +100,7 @@ void TestSchedulerRace::transferRequestedWhenAPassHasEndedUnnoticedFollowsIt()
     checkOneExchangeAtATime();
 }
 
-void TestSchedulerRace::anyMixtureOfRequestsLeavesTheBusFree()
+void TestSchedulerRace::anyMixtureOfRequestsLeavesBusFree()
 {
     for (int i = 0; i < 100; ++i) {
         switch (random.bounded(5)) {

@@ -12,16 +12,16 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void scanOnAFreeBusStartsAtOnce();
-    void scanDuringATransferWaitsForItsEnd();
-    void scanDuringAPollingPassCutsItShortAndFollows();
-    void scanInThePollingPauseStartsAtOnce();
-    void newScanStopsTheScanUnderWay();
-    void lastOfTwoScansWaitingForATransferWins();
-    void pollingTakesThePlaceOfAScanThatWaitsForATransfer();
-    void scanTakesThePlaceOfPollingThatWaitsForATransfer();
-    void pollingComesBackAfterAScan();
-    void scanForgetsTheStateOfTheRecord();
+    void scanOnFreeBusStartsAtOnce();
+    void scanDuringTransferWaitsForItsEnd();
+    void scanDuringPollingPassCutsItShortAndFollows();
+    void scanInPollingPauseStartsAtOnce();
+    void newScanStopsScanUnderWay();
+    void lastOfTwoScansWaitingForTransferWins();
+    void pollingTakesPlaceOfScanThatWaitsForTransfer();
+    void scanTakesPlaceOfPollingThatWaitsForTransfer();
+    void pollingComesBackAfterScan();
+    void scanForgetsStateOfRecord();
 
 private:
     QStringList milestones() const { return bench->news.milestones(); }
@@ -29,7 +29,7 @@ private:
     std::unique_ptr<SchedulerBench> bench;
 };
 
-void TestSchedulerScan::scanOnAFreeBusStartsAtOnce()
+void TestSchedulerScan::scanOnFreeBusStartsAtOnce()
 {
     bench->bus.command("remove 3");
     bench->scan();
@@ -39,7 +39,7 @@ void TestSchedulerScan::scanOnAFreeBusStartsAtOnce()
     QCOMPARE(bench->count("scan record 1"), 255);
 }
 
-void TestSchedulerScan::scanDuringATransferWaitsForItsEnd()
+void TestSchedulerScan::scanDuringTransferWaitsForItsEnd()
 {
     bench->transfer<Status>();
     bench->scan();
@@ -50,7 +50,7 @@ void TestSchedulerScan::scanDuringATransferWaitsForItsEnd()
     QVERIFY2(!bench->has("transfer terminated"), "something took its place");
 }
 
-void TestSchedulerScan::scanDuringAPollingPassCutsItShortAndFollows()
+void TestSchedulerScan::scanDuringPollingPassCutsItShortAndFollows()
 {
     REACH_POLLING_PASS(bench);
     bench->scan();
@@ -59,7 +59,7 @@ void TestSchedulerScan::scanDuringAPollingPassCutsItShortAndFollows()
     QCOMPARE(milestones().mid(0, 3), expected);
 }
 
-void TestSchedulerScan::scanInThePollingPauseStartsAtOnce()
+void TestSchedulerScan::scanInPollingPauseStartsAtOnce()
 {
     REACH_POLLING_PAUSE(bench);
     bench->scan();
@@ -68,7 +68,7 @@ void TestSchedulerScan::scanInThePollingPauseStartsAtOnce()
     QVERIFY(!bench->has("polling started"));
 }
 
-void TestSchedulerScan::newScanStopsTheScanUnderWay()
+void TestSchedulerScan::newScanStopsScanUnderWay()
 {
     setTimeoutScanning(20);
     bench->scan();
@@ -81,7 +81,7 @@ void TestSchedulerScan::newScanStopsTheScanUnderWay()
     QVERIFY(bench->requestCount() < 2 * 255);
 }
 
-void TestSchedulerScan::lastOfTwoScansWaitingForATransferWins()
+void TestSchedulerScan::lastOfTwoScansWaitingForTransferWins()
 {
     bench->transfer<Status>();
     bench->scan(DriveBus::drive3());
@@ -92,7 +92,7 @@ void TestSchedulerScan::lastOfTwoScansWaitingForATransferWins()
     QCOMPARE(bench->requestCount(), 14); // those of the transfer
 }
 
-void TestSchedulerScan::pollingTakesThePlaceOfAScanThatWaitsForATransfer()
+void TestSchedulerScan::pollingTakesPlaceOfScanThatWaitsForTransfer()
 {
     bench->transfer<Status>();
     bench->scan();
@@ -102,7 +102,7 @@ void TestSchedulerScan::pollingTakesThePlaceOfAScanThatWaitsForATransfer()
     QVERIFY(bench->has("transfer progress 14"));
 }
 
-void TestSchedulerScan::scanTakesThePlaceOfPollingThatWaitsForATransfer()
+void TestSchedulerScan::scanTakesPlaceOfPollingThatWaitsForTransfer()
 {
     bench->transfer<Status>();
     bench->poll<Probe>();
@@ -114,7 +114,7 @@ void TestSchedulerScan::scanTakesThePlaceOfPollingThatWaitsForATransfer()
     QVERIFY(bench->has("scan started"));
 }
 
-void TestSchedulerScan::pollingComesBackAfterAScan()
+void TestSchedulerScan::pollingComesBackAfterScan()
 {
     REACH_POLLING_PAUSE(bench);
     setPollingInterval(10);
@@ -125,7 +125,7 @@ void TestSchedulerScan::pollingComesBackAfterAScan()
         < events.indexOf(QStringLiteral("polling started 1")));
 }
 
-void TestSchedulerScan::scanForgetsTheStateOfTheRecord()
+void TestSchedulerScan::scanForgetsStateOfRecord()
 {
     Z7Device device = DriveBus::drive3();
     device.setAccessGranted(true);

@@ -13,22 +13,22 @@ private slots:
     void init() { bench = std::make_unique<SchedulerBench>(); }
     void cleanup() { bench.reset(); }
 
-    void transferOnAFreeBusStartsAtOnce();
-    void transferDuringAPollingPassCutsItShortAndFollows();
-    void transferInThePollingPauseStartsAtOnce();
-    void transferInThePauseBeforeTheFirstPassTellsAnAbortedDefaultRecord();
-    void noStrayPollingPassRunsBesideATransferRequestedInThePause();
-    void transferDuringAScanStopsItAndFollows();
-    void pollingComesBackOneIntervalAfterATransfer();
-    void failedTransferFreesTheBus();
-    void pollingComesBackAfterAFailedTransfer();
+    void transferOnFreeBusStartsAtOnce();
+    void transferDuringPollingPassCutsItShortAndFollows();
+    void transferInPollingPauseStartsAtOnce();
+    void transferInPauseBeforeFirstPassTellsAbortedDefaultRecord();
+    void noStrayPollingPassRunsBesideTransferRequestedInPause();
+    void transferDuringScanStopsItAndFollows();
+    void pollingComesBackOneIntervalAfterTransfer();
+    void failedTransferFreesBus();
+    void pollingComesBackAfterFailedTransfer();
 
-    void errorOfTheRecordIsClearedAtTheHandOver();
-    void positionOfTheRecordIsClearedAtTheHandOver();
+    void errorOfRecordIsClearedAtHandOver();
+    void positionOfRecordIsClearedAtHandOver();
     void stackIsDeletedAfterItsTransfer();
 
-    void secondTransferDuringATransferIsNeverStarted();
-    void secondTransferDuringATransferIsFreedWithTheInterface();
+    void secondTransferDuringTransferIsNeverStarted();
+    void secondTransferDuringTransferIsFreedWithInterface();
     void lastOfTwoWaitingTransfersWins();
 
 private:
@@ -37,7 +37,7 @@ private:
     std::unique_ptr<SchedulerBench> bench;
 };
 
-void TestSchedulerTransfer::transferOnAFreeBusStartsAtOnce()
+void TestSchedulerTransfer::transferOnFreeBusStartsAtOnce()
 {
     setPollingInterval(3600000);
     bench->transfer<Status>();
@@ -47,7 +47,7 @@ void TestSchedulerTransfer::transferOnAFreeBusStartsAtOnce()
     QCOMPARE(bench->news.events(), expected);
 }
 
-void TestSchedulerTransfer::transferDuringAPollingPassCutsItShortAndFollows()
+void TestSchedulerTransfer::transferDuringPollingPassCutsItShortAndFollows()
 {
     REACH_POLLING_PASS(bench);
     setPollingInterval(3600000);
@@ -59,7 +59,7 @@ void TestSchedulerTransfer::transferDuringAPollingPassCutsItShortAndFollows()
     QVERIFY2(bench->requestCount() < 14 + 1, "the pass was cut short");
 }
 
-void TestSchedulerTransfer::transferInThePollingPauseStartsAtOnce()
+void TestSchedulerTransfer::transferInPollingPauseStartsAtOnce()
 {
     REACH_POLLING_PAUSE(bench);
     bench->transfer<Probe>();
@@ -69,7 +69,7 @@ void TestSchedulerTransfer::transferInThePollingPauseStartsAtOnce()
     QCOMPARE(milestones(), expected);
 }
 
-void TestSchedulerTransfer::transferInThePauseBeforeTheFirstPassTellsAnAbortedDefaultRecord()
+void TestSchedulerTransfer::transferInPauseBeforeFirstPassTellsAbortedDefaultRecord()
 {
     setPollingInterval(3600000);
     bench->poll<Probe>();
@@ -80,7 +80,7 @@ void TestSchedulerTransfer::transferInThePauseBeforeTheFirstPassTellsAnAbortedDe
     QVERIFY(bench->has("transfer record 0"));
 }
 
-void TestSchedulerTransfer::noStrayPollingPassRunsBesideATransferRequestedInThePause()
+void TestSchedulerTransfer::noStrayPollingPassRunsBesideTransferRequestedInPause()
 {
     setPollingInterval(100);
     bench->poll<Probe>();
@@ -93,7 +93,7 @@ void TestSchedulerTransfer::noStrayPollingPassRunsBesideATransferRequestedInTheP
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerTransfer::transferDuringAScanStopsItAndFollows()
+void TestSchedulerTransfer::transferDuringScanStopsItAndFollows()
 {
     setTimeoutScanning(20);
     bench->scan();
@@ -107,7 +107,7 @@ void TestSchedulerTransfer::transferDuringAScanStopsItAndFollows()
     QCOMPARE(milestones().mid(milestones().size() - 6), last);
 }
 
-void TestSchedulerTransfer::pollingComesBackOneIntervalAfterATransfer()
+void TestSchedulerTransfer::pollingComesBackOneIntervalAfterTransfer()
 {
     REACH_POLLING_PAUSE(bench);
     bench->transfer<Probe>();
@@ -119,7 +119,7 @@ void TestSchedulerTransfer::pollingComesBackOneIntervalAfterATransfer()
     QVERIFY2(pauseMs >= 300, qPrintable(QString::number(pauseMs)));
 }
 
-void TestSchedulerTransfer::failedTransferFreesTheBus()
+void TestSchedulerTransfer::failedTransferFreesBus()
 {
     bench->bus.disconnectPort();
     bench->transfer<Status>();
@@ -132,7 +132,7 @@ void TestSchedulerTransfer::failedTransferFreesTheBus()
     QTRY_VERIFY(bench->has("transfer record 0"));
 }
 
-void TestSchedulerTransfer::pollingComesBackAfterAFailedTransfer()
+void TestSchedulerTransfer::pollingComesBackAfterFailedTransfer()
 {
     REACH_POLLING_PAUSE(bench);
     setPollingInterval(10);
@@ -142,7 +142,7 @@ void TestSchedulerTransfer::pollingComesBackAfterAFailedTransfer()
     QTRY_VERIFY(bench->has("polling record 0"));
 }
 
-void TestSchedulerTransfer::errorOfTheRecordIsClearedAtTheHandOver()
+void TestSchedulerTransfer::errorOfRecordIsClearedAtHandOver()
 {
     Z7Device device = DriveBus::drive3();
     device.setDeviceError(TelegramError::InvalidPassword);
@@ -152,7 +152,7 @@ void TestSchedulerTransfer::errorOfTheRecordIsClearedAtTheHandOver()
     QCOMPARE(bench->requestCount(), 1);
 }
 
-void TestSchedulerTransfer::positionOfTheRecordIsClearedAtTheHandOver()
+void TestSchedulerTransfer::positionOfRecordIsClearedAtHandOver()
 {
     Z7Device device = DriveBus::drive3();
     device.actualPosition = 5.5;
@@ -169,7 +169,7 @@ void TestSchedulerTransfer::stackIsDeletedAfterItsTransfer()
     QVERIFY(stack.expired());
 }
 
-void TestSchedulerTransfer::secondTransferDuringATransferIsNeverStarted()
+void TestSchedulerTransfer::secondTransferDuringTransferIsNeverStarted()
 {
     bench->transfer<Status>();
     bench->transfer<Probe>();
@@ -180,7 +180,7 @@ void TestSchedulerTransfer::secondTransferDuringATransferIsNeverStarted()
     QCOMPARE(bench->requestCount(), 14);
 }
 
-void TestSchedulerTransfer::secondTransferDuringATransferIsFreedWithTheInterface()
+void TestSchedulerTransfer::secondTransferDuringTransferIsFreedWithInterface()
 {
     bench->transfer<Status>();
     const auto second = bench->transfer<Probe>();

@@ -10,34 +10,34 @@ class TestSingleOperationStacks : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void aProbeLogsOnWithTheAddressAsPassword();
-    void anAnsweringDriveCountsAsConnected_data();
-    void anAnsweringDriveCountsAsConnected();
-    void aProbeThatIsNotUnderstoodLeavesTheDriveUnconnected_data();
-    void aProbeThatIsNotUnderstoodLeavesTheDriveUnconnected();
+    void probeLogsOnWithAddressAsPassword();
+    void answeringDriveCountsAsConnected_data();
+    void answeringDriveCountsAsConnected();
+    void probeThatIsNotUnderstoodLeavesDriveUnconnected_data();
+    void probeThatIsNotUnderstoodLeavesDriveUnconnected();
 
-    void storingSendsThePassword();
-    void storingLeavesTheRecordAlone();
-    void aStoreFails_data();
-    void aStoreFails();
+    void storingSendsPassword();
+    void storingLeavesRecordAlone();
+    void storeFails_data();
+    void storeFails();
 
-    void aFactoryResetSendsThePassword();
-    void aFactoryResetLeavesTheRecordAlone();
-    void aFactoryResetFails_data();
-    void aFactoryResetFails();
+    void factoryResetSendsPassword();
+    void factoryResetLeavesRecordAlone();
+    void factoryResetFails_data();
+    void factoryResetFails();
 
-    void theOldAndTheNewPasswordAreSent();
-    void aNewPasswordIsKeptAsTheDriveKeepsIt_data();
-    void aNewPasswordIsKeptAsTheDriveKeepsIt();
-    void aNewPasswordOpensTheDrive();
-    void anUnchangedPasswordOpensTheDriveToo();
-    void aRefusedNewPasswordKeepsTheOld_data();
-    void aRefusedNewPasswordKeepsTheOld();
+    void oldAndNewPasswordAreSent();
+    void newPasswordIsKeptAsDriveKeepsIt_data();
+    void newPasswordIsKeptAsDriveKeepsIt();
+    void newPasswordOpensDrive();
+    void unchangedPasswordOpensDriveToo();
+    void refusedNewPasswordKeepsOld_data();
+    void refusedNewPasswordKeepsOld();
 
-    void enteringTheBootloaderSendsThePassword();
-    void aDriveThatAcceptsIsInItsBootloader();
-    void aDriveThatDoesNotAcceptIsNotInItsBootloader_data();
-    void aDriveThatDoesNotAcceptIsNotInItsBootloader();
+    void enteringBootloaderSendsPassword();
+    void driveThatAcceptsIsInItsBootloader();
+    void driveThatDoesNotAcceptIsNotInItsBootloader_data();
+    void driveThatDoesNotAcceptIsNotInItsBootloader();
 };
 
 namespace {
@@ -56,13 +56,13 @@ void addCommonFailures(const QByteArray &firstByte)
 
 } // namespace
 
-void TestSingleOperationStacks::aProbeLogsOnWithTheAddressAsPassword()
+void TestSingleOperationStacks::probeLogsOnWithAddressAsPassword()
 {
     Z7CheckProtocolTelegramStack stack(drive3());
     QCOMPARE(takeRequests(stack), QByteArrayList {"09 03 00 00 00 03 5a"});
 }
 
-void TestSingleOperationStacks::anAnsweringDriveCountsAsConnected_data()
+void TestSingleOperationStacks::answeringDriveCountsAsConnected_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -73,7 +73,7 @@ void TestSingleOperationStacks::anAnsweringDriveCountsAsConnected_data()
     QTest::newRow("refuses among other status bits") << frame("89 03 ff") << 10 << false;
 }
 
-void TestSingleOperationStacks::anAnsweringDriveCountsAsConnected()
+void TestSingleOperationStacks::answeringDriveCountsAsConnected()
 {
     QFETCH(QByteArray, reply);
     Z7CheckProtocolTelegramStack stack(drive3());
@@ -83,7 +83,7 @@ void TestSingleOperationStacks::anAnsweringDriveCountsAsConnected()
     QTEST(stack.device().isAccessGranted(), "accessGranted");
 }
 
-void TestSingleOperationStacks::aProbeThatIsNotUnderstoodLeavesTheDriveUnconnected_data()
+void TestSingleOperationStacks::probeThatIsNotUnderstoodLeavesDriveUnconnected_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -97,7 +97,7 @@ void TestSingleOperationStacks::aProbeThatIsNotUnderstoodLeavesTheDriveUnconnect
     QTest::newRow("drive saw a wrong checksum") << frame("85 03 cf") << 8;
 }
 
-void TestSingleOperationStacks::aProbeThatIsNotUnderstoodLeavesTheDriveUnconnected()
+void TestSingleOperationStacks::probeThatIsNotUnderstoodLeavesDriveUnconnected()
 {
     QFETCH(QByteArray, reply);
     Z7CheckProtocolTelegramStack stack(drive3());
@@ -107,13 +107,13 @@ void TestSingleOperationStacks::aProbeThatIsNotUnderstoodLeavesTheDriveUnconnect
     QVERIFY(!stack.device().isAccessGranted());
 }
 
-void TestSingleOperationStacks::storingSendsThePassword()
+void TestSingleOperationStacks::storingSendsPassword()
 {
     Z7TelegramstackStoreParameter stack(drive3());
     QCOMPARE(takeRequests(stack), QByteArrayList {"02 03 00 00 12 67 2b"});
 }
 
-void TestSingleOperationStacks::storingLeavesTheRecordAlone()
+void TestSingleOperationStacks::storingLeavesRecordAlone()
 {
     Z7TelegramstackStoreParameter stack(drive3());
     stack.processReply(frame("82 03 00"));
@@ -122,7 +122,7 @@ void TestSingleOperationStacks::storingLeavesTheRecordAlone()
     QVERIFY(!stack.device().isAccessGranted());
 }
 
-void TestSingleOperationStacks::aStoreFails_data()
+void TestSingleOperationStacks::storeFails_data()
 {
     addCommonFailures("82");
     QTest::newRow("nothing to store") << frame("82 03 20") << 16;
@@ -133,7 +133,7 @@ void TestSingleOperationStacks::aStoreFails_data()
     QTest::newRow("a failed flash write comes third") << frame("82 03 c0") << 17;
 }
 
-void TestSingleOperationStacks::aStoreFails()
+void TestSingleOperationStacks::storeFails()
 {
     QFETCH(QByteArray, reply);
     Z7TelegramstackStoreParameter stack(drive3());
@@ -142,13 +142,13 @@ void TestSingleOperationStacks::aStoreFails()
     QVERIFY(!stack.device().isConnected());
 }
 
-void TestSingleOperationStacks::aFactoryResetSendsThePassword()
+void TestSingleOperationStacks::factoryResetSendsPassword()
 {
     Z7TelegramstackFactoryReset stack(drive3());
     QCOMPARE(takeRequests(stack), QByteArrayList {"06 03 00 00 12 67 d7"});
 }
 
-void TestSingleOperationStacks::aFactoryResetLeavesTheRecordAlone()
+void TestSingleOperationStacks::factoryResetLeavesRecordAlone()
 {
     Z7Device device = drive3();
     device.setAccessGranted(true);
@@ -160,12 +160,12 @@ void TestSingleOperationStacks::aFactoryResetLeavesTheRecordAlone()
     QCOMPARE(describe(stack, 11), describe(troubledParam(11)));
 }
 
-void TestSingleOperationStacks::aFactoryResetFails_data()
+void TestSingleOperationStacks::factoryResetFails_data()
 {
     addCommonFailures("86");
 }
 
-void TestSingleOperationStacks::aFactoryResetFails()
+void TestSingleOperationStacks::factoryResetFails()
 {
     QFETCH(QByteArray, reply);
     Z7TelegramstackFactoryReset stack(drive3());
@@ -174,14 +174,14 @@ void TestSingleOperationStacks::aFactoryResetFails()
     QVERIFY(!stack.device().isConnected());
 }
 
-void TestSingleOperationStacks::theOldAndTheNewPasswordAreSent()
+void TestSingleOperationStacks::oldAndNewPasswordAreSent()
 {
     // 4711 becomes 0x01AB0005, of which AB does not travel.
     Z7TelegramstackPasswordReset stack(drive3(), 0x01AB0005);
     QCOMPARE(takeRequests(stack), QByteArrayList {"0c 03 00 00 12 67 01 00 00 05 db"});
 }
 
-void TestSingleOperationStacks::aNewPasswordIsKeptAsTheDriveKeepsIt_data()
+void TestSingleOperationStacks::newPasswordIsKeptAsDriveKeepsIt_data()
 {
     QTest::addColumn<int>("entered");
     QTest::addColumn<int>("kept");
@@ -192,7 +192,7 @@ void TestSingleOperationStacks::aNewPasswordIsKeptAsTheDriveKeepsIt_data()
     QTest::newRow("zero") << 0 << 0;
 }
 
-void TestSingleOperationStacks::aNewPasswordIsKeptAsTheDriveKeepsIt()
+void TestSingleOperationStacks::newPasswordIsKeptAsDriveKeepsIt()
 {
     QFETCH(int, entered);
     Z7TelegramstackPasswordReset stack(drive3(), entered);
@@ -201,7 +201,7 @@ void TestSingleOperationStacks::aNewPasswordIsKeptAsTheDriveKeepsIt()
     QTEST(stack.device().password, "kept");
 }
 
-void TestSingleOperationStacks::aNewPasswordOpensTheDrive()
+void TestSingleOperationStacks::newPasswordOpensDrive()
 {
     Z7TelegramstackPasswordReset stack(drive3(), 5);
     stack.processReply(frame("8c 03 00"));
@@ -209,7 +209,7 @@ void TestSingleOperationStacks::aNewPasswordOpensTheDrive()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestSingleOperationStacks::anUnchangedPasswordOpensTheDriveToo()
+void TestSingleOperationStacks::unchangedPasswordOpensDriveToo()
 {
     Z7TelegramstackPasswordReset stack(drive3(), 4711);
     stack.processReply(frame("8c 03 00"));
@@ -217,12 +217,12 @@ void TestSingleOperationStacks::anUnchangedPasswordOpensTheDriveToo()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestSingleOperationStacks::aRefusedNewPasswordKeepsTheOld_data()
+void TestSingleOperationStacks::refusedNewPasswordKeepsOld_data()
 {
     addCommonFailures("8c");
 }
 
-void TestSingleOperationStacks::aRefusedNewPasswordKeepsTheOld()
+void TestSingleOperationStacks::refusedNewPasswordKeepsOld()
 {
     QFETCH(QByteArray, reply);
     Z7TelegramstackPasswordReset stack(drive3(), 5);
@@ -232,13 +232,13 @@ void TestSingleOperationStacks::aRefusedNewPasswordKeepsTheOld()
     QVERIFY(!stack.device().isAccessGranted());
 }
 
-void TestSingleOperationStacks::enteringTheBootloaderSendsThePassword()
+void TestSingleOperationStacks::enteringBootloaderSendsPassword()
 {
     Z7TelegramstackBootloaderInit stack(drive3());
     QCOMPARE(takeRequests(stack), QByteArrayList {"0b 03 00 00 12 67 d2"});
 }
 
-void TestSingleOperationStacks::aDriveThatAcceptsIsInItsBootloader()
+void TestSingleOperationStacks::driveThatAcceptsIsInItsBootloader()
 {
     Z7TelegramstackBootloaderInit stack(drive3());
     // Bits that have no meaning here are ignored.
@@ -247,14 +247,14 @@ void TestSingleOperationStacks::aDriveThatAcceptsIsInItsBootloader()
     QVERIFY(stack.device().bootloaderActive);
 }
 
-void TestSingleOperationStacks::aDriveThatDoesNotAcceptIsNotInItsBootloader_data()
+void TestSingleOperationStacks::driveThatDoesNotAcceptIsNotInItsBootloader_data()
 {
     addCommonFailures("8b");
     QTest::newRow("motor not in free-run") << frame("8b 03 20") << 20;
     QTest::newRow("a refused password comes first") << frame("8b 03 30") << 10;
 }
 
-void TestSingleOperationStacks::aDriveThatDoesNotAcceptIsNotInItsBootloader()
+void TestSingleOperationStacks::driveThatDoesNotAcceptIsNotInItsBootloader()
 {
     QFETCH(QByteArray, reply);
     Z7TelegramstackBootloaderInit stack(drive3());

@@ -11,34 +11,34 @@ class TestStackBetweenPasses : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void restartAfterAWholePassBringsBackTheOrder();
-    void restartAfterAPassCutShortPutsTheAnsweredBeforeTheUnsent();
-    void restartBeforeAPassChangesNothing();
-    void theOrderSurvivesManyPasses();
-    void restartSendsTheSameTelegramsAgain();
-    void restartClearsTheError();
+    void restartAfterWholePassBringsBackOrder();
+    void restartAfterPassCutShortPutsAnsweredBeforeUnsent();
+    void restartBeforePassChangesNothing();
+    void orderSurvivesManyPasses();
+    void restartSendsSameTelegramsAgain();
+    void restartClearsError();
     void restartKeepsWhatWasRead();
 
     void resetForgetsWhatReadsTold();
     void resetReachesAnsweredTelegramsToo();
     void resetLeavesParametersThatAreNotRead();
     void resetLeavesParametersThatAreWritten();
-    void resetDoesNotAddParametersToTheDrive();
-    void resetZeroesThePosition();
-    void resetKeepsTheErrorAndTheConnection();
+    void resetDoesNotAddParametersToDrive();
+    void resetZeroesPosition();
+    void resetKeepsErrorAndConnection();
 
-    void aNewPasswordReachesEveryAccessTelegram();
-    void aNewPasswordLeavesTheOtherTelegrams();
-    void aNewAddressReachesOnlyTheAccessTelegrams();
-    void aNewerRecordOfTheSameDriveIsTakenOver();
-    void aNewerRecordDoesNotReplaceTheLiveValues();
-    void theRecordOfAnotherDriveIsNotTakenOver_data();
-    void theRecordOfAnotherDriveIsNotTakenOver();
-    void theRecordOfADriveOnAnotherPortIsNotTakenOver();
-    void theRecordOfAnotherDriveStillRewritesTheAccessTelegrams();
+    void newPasswordReachesEveryAccessTelegram();
+    void newPasswordLeavesOtherTelegrams();
+    void newAddressReachesOnlyAccessTelegrams();
+    void newerRecordOfSameDriveIsTakenOver();
+    void newerRecordDoesNotReplaceLiveValues();
+    void recordOfAnotherDriveIsNotTakenOver_data();
+    void recordOfAnotherDriveIsNotTakenOver();
+    void recordOfDriveOnAnotherPortIsNotTakenOver();
+    void recordOfAnotherDriveStillRewritesAccessTelegrams();
 };
 
-void TestStackBetweenPasses::restartAfterAWholePassBringsBackTheOrder()
+void TestStackBetweenPasses::restartAfterWholePassBringsBackOrder()
 {
     RecordingStack stack({1, 2, 3, 4});
     takeRequests(stack);
@@ -46,7 +46,7 @@ void TestStackBetweenPasses::restartAfterAWholePassBringsBackTheOrder()
     QCOMPARE(takeRequests(stack), readsOf1To4);
 }
 
-void TestStackBetweenPasses::restartAfterAPassCutShortPutsTheAnsweredBeforeTheUnsent()
+void TestStackBetweenPasses::restartAfterPassCutShortPutsAnsweredBeforeUnsent()
 {
     RecordingStack stack({1, 2, 3, 4});
     QCOMPARE(answer(stack, {valueOf1, wrongNumber, valueOf1}), 2);
@@ -54,14 +54,14 @@ void TestStackBetweenPasses::restartAfterAPassCutShortPutsTheAnsweredBeforeTheUn
     QCOMPARE(takeRequests(stack), readsOf1To4);
 }
 
-void TestStackBetweenPasses::restartBeforeAPassChangesNothing()
+void TestStackBetweenPasses::restartBeforePassChangesNothing()
 {
     RecordingStack stack({1, 2, 3, 4});
     stack.restart();
     QCOMPARE(takeRequests(stack), readsOf1To4);
 }
 
-void TestStackBetweenPasses::theOrderSurvivesManyPasses()
+void TestStackBetweenPasses::orderSurvivesManyPasses()
 {
     RecordingStack stack({1, 2, 3, 4});
     for (int pass = 0; pass < 5; ++pass) {
@@ -72,7 +72,7 @@ void TestStackBetweenPasses::theOrderSurvivesManyPasses()
     QCOMPARE(takeRequests(stack), readsOf1To4);
 }
 
-void TestStackBetweenPasses::restartSendsTheSameTelegramsAgain()
+void TestStackBetweenPasses::restartSendsSameTelegramsAgain()
 {
     RecordingStack stack({1, 2});
     takeRequests(stack);
@@ -82,7 +82,7 @@ void TestStackBetweenPasses::restartSendsTheSameTelegramsAgain()
     QCOMPARE(stack.finished, firstPass + firstPass);
 }
 
-void TestStackBetweenPasses::restartClearsTheError()
+void TestStackBetweenPasses::restartClearsError()
 {
     RecordingStack stack({1});
     stack.processReply(wrongNumber);
@@ -143,14 +143,14 @@ void TestStackBetweenPasses::resetLeavesParametersThatAreWritten()
     QCOMPARE(describe(stack, 80), describe(troubledParam(80)));
 }
 
-void TestStackBetweenPasses::resetDoesNotAddParametersToTheDrive()
+void TestStackBetweenPasses::resetDoesNotAddParametersToDrive()
 {
     RecordingStack stack({99});
     stack.reset();
     QVERIFY(!stack.device().parameterSet.contains(99));
 }
 
-void TestStackBetweenPasses::resetZeroesThePosition()
+void TestStackBetweenPasses::resetZeroesPosition()
 {
     Z7Device device = drive3();
     device.actualPosition = 2.5;
@@ -159,7 +159,7 @@ void TestStackBetweenPasses::resetZeroesThePosition()
     QCOMPARE(stack.device().actualPosition, 0.0);
 }
 
-void TestStackBetweenPasses::resetKeepsTheErrorAndTheConnection()
+void TestStackBetweenPasses::resetKeepsErrorAndConnection()
 {
     Z7Device device = drive3();
     device.setAccessGranted(true);
@@ -171,7 +171,7 @@ void TestStackBetweenPasses::resetKeepsTheErrorAndTheConnection()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestStackBetweenPasses::aNewPasswordReachesEveryAccessTelegram()
+void TestStackBetweenPasses::newPasswordReachesEveryAccessTelegram()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     stack.processReply(frame("89 03 00"));
@@ -184,7 +184,7 @@ void TestStackBetweenPasses::aNewPasswordReachesEveryAccessTelegram()
         QByteArrayList({"09 03 00 00 00 05 44", "09 03 00 00 00 05 44"}));
 }
 
-void TestStackBetweenPasses::aNewPasswordLeavesTheOtherTelegrams()
+void TestStackBetweenPasses::newPasswordLeavesOtherTelegrams()
 {
     RecordingStack stack({1, 2, 3});
     stack.append(std::make_unique<Z7Telegram_Store>(3, 4711));
@@ -194,7 +194,7 @@ void TestStackBetweenPasses::aNewPasswordLeavesTheOtherTelegrams()
     QCOMPARE(takeRequests(stack), readsOf1To4.mid(0, 3) << "02 03 00 00 12 67 2b");
 }
 
-void TestStackBetweenPasses::aNewAddressReachesOnlyTheAccessTelegrams()
+void TestStackBetweenPasses::newAddressReachesOnlyAccessTelegrams()
 {
     Z7DeviceStatusTelegramStack stack(drive3());
     Z7Device newer = drive3();
@@ -204,7 +204,7 @@ void TestStackBetweenPasses::aNewAddressReachesOnlyTheAccessTelegrams()
         QByteArrayList({"09 09 00 00 12 67 de", "09 09 00 00 12 67 de", "05 03 5d"}));
 }
 
-void TestStackBetweenPasses::aNewerRecordOfTheSameDriveIsTakenOver()
+void TestStackBetweenPasses::newerRecordOfSameDriveIsTakenOver()
 {
     Z7Device newer = drive3();
     newer.error = 9;
@@ -226,7 +226,7 @@ void TestStackBetweenPasses::aNewerRecordOfTheSameDriveIsTakenOver()
     QCOMPARE(describe(stack, 99), describe(troubledParam(99)));
 }
 
-void TestStackBetweenPasses::aNewerRecordDoesNotReplaceTheLiveValues()
+void TestStackBetweenPasses::newerRecordDoesNotReplaceLiveValues()
 {
     Z7Device device = drive3();
     device.actualSpeed = 1500;
@@ -237,7 +237,7 @@ void TestStackBetweenPasses::aNewerRecordDoesNotReplaceTheLiveValues()
     QCOMPARE(stack.device().statusBits, quint8(0x80));
 }
 
-void TestStackBetweenPasses::theRecordOfAnotherDriveIsNotTakenOver_data()
+void TestStackBetweenPasses::recordOfAnotherDriveIsNotTakenOver_data()
 {
     QTest::addColumn<int>("address");
     QTest::addColumn<QString>("version");
@@ -246,7 +246,7 @@ void TestStackBetweenPasses::theRecordOfAnotherDriveIsNotTakenOver_data()
     QTest::newRow("version not known") << 3 << QStringLiteral("V000");
 }
 
-void TestStackBetweenPasses::theRecordOfAnotherDriveIsNotTakenOver()
+void TestStackBetweenPasses::recordOfAnotherDriveIsNotTakenOver()
 {
     QFETCH(int, address);
     QFETCH(QString, version);
@@ -267,7 +267,7 @@ void TestStackBetweenPasses::theRecordOfAnotherDriveIsNotTakenOver()
     QCOMPARE(describe(stack, 11), QByteArray("none"));
 }
 
-void TestStackBetweenPasses::theRecordOfADriveOnAnotherPortIsNotTakenOver()
+void TestStackBetweenPasses::recordOfDriveOnAnotherPortIsNotTakenOver()
 {
     const QString ownPort = QStringLiteral("ttyUSB0");
     const QString otherPort = QStringLiteral("ttyUSB1");
@@ -287,7 +287,7 @@ void TestStackBetweenPasses::theRecordOfADriveOnAnotherPortIsNotTakenOver()
     QCOMPARE(stack.device().error, 9);
 }
 
-void TestStackBetweenPasses::theRecordOfAnotherDriveStillRewritesTheAccessTelegrams()
+void TestStackBetweenPasses::recordOfAnotherDriveStillRewritesAccessTelegrams()
 {
     Z7CheckProtocolTelegramStack stack(drive3());
     Z7Device other = drive3();

@@ -46,25 +46,25 @@ private slots:
     void init();
     void cleanup();
 
-    void sweepFindsExactlyTheDrivesOnTheBus();
+    void sweepFindsExactlyDrivesOnBus();
     void everyAddressTellsItsProgressAndThenItsRecord();
     void everyAddressIsAskedOnceInAscendingOrder();
-    void sweptRecordsCarryNoMarkOfAChangedAddress();
-    void sweepBeginsAtAddress1WhateverTheRecordSays();
+    void sweptRecordsCarryNoMarkOfChangedAddress();
+    void sweepBeginsAtAddress1WhateverRecordSays();
     void driveWithAnotherPasswordIsFound();
-    void driveInTroubleIsNotFoundAndTheSweepGoesOn_data();
-    void driveInTroubleIsNotFoundAndTheSweepGoesOn();
-    void twoDrivesOfOneAddressGiveAnError();
-    void lateReplyIsReadInThePlaceOfTheNextAddress();
-    void restOfACutReplyIsReadInThePlaceOfTheNextAddress();
+    void driveInTroubleIsNotFoundAndSweepGoesOn_data();
+    void driveInTroubleIsNotFoundAndSweepGoesOn();
+    void twoDrivesOfOneAddressGiveError();
+    void lateReplyIsReadInPlaceOfNextAddress();
+    void restOfCutReplyIsReadInPlaceOfNextAddress();
 
-    void sweepIsAnnouncedBeforeThePortIsOpened();
+    void sweepIsAnnouncedBeforePortIsOpened();
     void missingPortGivesError3InOneRecord();
-    void recordWithoutAPortGivesError3InOneRecord();
-    void secondSweepOpensThePortAgain();
-    void cancelledSweepEndsWithTheAddressInProgress();
-    void pulledAdapterEndsTheSweepAtOnce();
-    void threadThatGoesAwayDuringASweepWaitsForItsEnd();
+    void recordWithoutPortGivesError3InOneRecord();
+    void secondSweepOpensPortAgain();
+    void cancelledSweepEndsWithAddressInProgress();
+    void pulledAdapterEndsSweepAtOnce();
+    void threadThatGoesAwayDuringSweepWaitsForItsEnd();
 
 private:
     void start(int timeoutMs, const Z7Device &device = DriveBus::drive(1, 1))
@@ -107,7 +107,7 @@ void TestSweep::sweepTo(int address)
     awaitEnd();
 }
 
-void TestSweep::sweepFindsExactlyTheDrivesOnTheBus()
+void TestSweep::sweepFindsExactlyDrivesOnBus()
 {
     bus->command("add-drive 77,password=4711");
     bus->command("add-drive 255");
@@ -150,7 +150,7 @@ void TestSweep::everyAddressIsAskedOnceInAscendingOrder()
     QCOMPARE(asked, from1To255());
 }
 
-void TestSweep::sweptRecordsCarryNoMarkOfAChangedAddress()
+void TestSweep::sweptRecordsCarryNoMarkOfChangedAddress()
 {
     start(1);
     awaitEnd();
@@ -160,7 +160,7 @@ void TestSweep::sweptRecordsCarryNoMarkOfAChangedAddress()
     }
 }
 
-void TestSweep::sweepBeginsAtAddress1WhateverTheRecordSays()
+void TestSweep::sweepBeginsAtAddress1WhateverRecordSays()
 {
     start(1, DriveBus::drive(200, 0));
     QTRY_VERIFY(!news->records().isEmpty());
@@ -177,7 +177,7 @@ void TestSweep::driveWithAnotherPasswordIsFound()
     QCOMPARE(recordOf(1).error, int(TelegramError::InvalidPassword));
 }
 
-void TestSweep::driveInTroubleIsNotFoundAndTheSweepGoesOn_data()
+void TestSweep::driveInTroubleIsNotFoundAndSweepGoesOn_data()
 {
     QTest::addColumn<QByteArray>("fault");
     QTest::addColumn<int>("error");
@@ -187,7 +187,7 @@ void TestSweep::driveInTroubleIsNotFoundAndTheSweepGoesOn_data()
     QTest::newRow("flipped bit") << QByteArray("flip byte=2 bit=5") << 8;
 }
 
-void TestSweep::driveInTroubleIsNotFoundAndTheSweepGoesOn()
+void TestSweep::driveInTroubleIsNotFoundAndSweepGoesOn()
 {
     QFETCH(QByteArray, fault);
     bus->command("add-drive 2");
@@ -198,7 +198,7 @@ void TestSweep::driveInTroubleIsNotFoundAndTheSweepGoesOn()
     QVERIFY(recordOf(2).isConnected());
 }
 
-void TestSweep::twoDrivesOfOneAddressGiveAnError()
+void TestSweep::twoDrivesOfOneAddressGiveError()
 {
     bus->command("add-drive 1");
     sweepTo(1);
@@ -206,7 +206,7 @@ void TestSweep::twoDrivesOfOneAddressGiveAnError()
     QVERIFY(!recordOf(1).isConnected());
 }
 
-void TestSweep::lateReplyIsReadInThePlaceOfTheNextAddress()
+void TestSweep::lateReplyIsReadInPlaceOfNextAddress()
 {
     bus->command("fault 1 late ms=400");
     sweepTo(3);
@@ -216,7 +216,7 @@ void TestSweep::lateReplyIsReadInThePlaceOfTheNextAddress()
     QCOMPARE(recordOf(3).error, int(TelegramError::NoAnswer));
 }
 
-void TestSweep::restOfACutReplyIsReadInThePlaceOfTheNextAddress()
+void TestSweep::restOfCutReplyIsReadInPlaceOfNextAddress()
 {
     bus->command("fault 1 split at=2 ms=100");
     sweepTo(3);
@@ -225,7 +225,7 @@ void TestSweep::restOfACutReplyIsReadInThePlaceOfTheNextAddress()
     QCOMPARE(recordOf(3).error, int(TelegramError::NoAnswer));
 }
 
-void TestSweep::sweepIsAnnouncedBeforeThePortIsOpened()
+void TestSweep::sweepIsAnnouncedBeforePortIsOpened()
 {
     bus->disconnectPort();
     connect(
@@ -245,7 +245,7 @@ void TestSweep::missingPortGivesError3InOneRecord()
     QCOMPARE(news->lastRecord().address, 1);
 }
 
-void TestSweep::recordWithoutAPortGivesError3InOneRecord()
+void TestSweep::recordWithoutPortGivesError3InOneRecord()
 {
     bus.reset(); // with the ports of the machine
     start(1, Z7Device());
@@ -254,7 +254,7 @@ void TestSweep::recordWithoutAPortGivesError3InOneRecord()
     QCOMPARE(news->events(), expected);
 }
 
-void TestSweep::secondSweepOpensThePortAgain()
+void TestSweep::secondSweepOpensPortAgain()
 {
     sweepTo(1);
     news->clear();
@@ -262,7 +262,7 @@ void TestSweep::secondSweepOpensThePortAgain()
     QVERIFY(recordOf(1).isConnected());
 }
 
-void TestSweep::cancelledSweepEndsWithTheAddressInProgress()
+void TestSweep::cancelledSweepEndsWithAddressInProgress()
 {
     start(patientTimeoutMs);
     QTRY_COMPARE(bus->requests().size(), 4);
@@ -273,7 +273,7 @@ void TestSweep::cancelledSweepEndsWithTheAddressInProgress()
     QCOMPARE(news->records().size(), 4);
 }
 
-void TestSweep::pulledAdapterEndsTheSweepAtOnce()
+void TestSweep::pulledAdapterEndsSweepAtOnce()
 {
     bus->command("fault 1 pull");
     start(10000);
@@ -286,7 +286,7 @@ void TestSweep::pulledAdapterEndsTheSweepAtOnce()
     QCOMPARE(recordOf(255).error, int(TelegramError::WriteNotCompleted));
 }
 
-void TestSweep::threadThatGoesAwayDuringASweepWaitsForItsEnd()
+void TestSweep::threadThatGoesAwayDuringSweepWaitsForItsEnd()
 {
     start(20);
     QTRY_VERIFY(!news->records().isEmpty());

@@ -29,27 +29,27 @@ class TestTelegramStack : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void theStackWorksOnACopyOfTheRecord();
-    void aStackWithoutTelegramsIsEmpty();
-    void telegramsAreSentInTheOrderInWhichTheyWereAppended();
-    void anAnsweredTelegramMakesRoomForTheNext();
-    void afterTheLastReplyTheStackIsEmpty();
-    void anEmptyStackTakesAReplyForNothing();
-    void aStackWithoutTelegramsHasNothingToBringBack();
+    void stackWorksOnCopyOfRecord();
+    void stackWithoutTelegramsIsEmpty();
+    void telegramsAreSentInOrderInWhichTheyWereAppended();
+    void answeredTelegramMakesRoomForNext();
+    void stackIsEmptyAfterLastReply();
+    void emptyStackTakesReplyForNothing();
+    void stackWithoutTelegramsHasNothingToBringBack();
 
-    void theReplyReachesTheCurrentTelegram();
-    void theErrorOfAReplyComesIntoTheRecord_data();
-    void theErrorOfAReplyComesIntoTheRecord();
-    void theErrorIsInTheRecordBeforeTheReaction();
-    void theReactionRunsForGoodAndBadReplies();
-    void theReactionMayTakeTheErrorBack();
-    void aGoodReplyLeavesTheErrorOfTheThread();
+    void replyReachesCurrentTelegram();
+    void errorOfReplyComesIntoRecord_data();
+    void errorOfReplyComesIntoRecord();
+    void errorIsInRecordBeforeReaction();
+    void reactionRunsForGoodAndBadReplies();
+    void reactionMayTakeErrorBack();
+    void goodReplyLeavesErrorOfThread();
 
-    void theStackFreesPendingAndAnsweredTelegrams();
+    void stackFreesPendingAndAnsweredTelegrams();
     void restartFreesNoTelegram();
 };
 
-void TestTelegramStack::theStackWorksOnACopyOfTheRecord()
+void TestTelegramStack::stackWorksOnCopyOfRecord()
 {
     Z7Device device = drive3();
     RecordingStack stack({1}, device);
@@ -59,7 +59,7 @@ void TestTelegramStack::theStackWorksOnACopyOfTheRecord()
     QCOMPARE(device.error, 0);
 }
 
-void TestTelegramStack::aStackWithoutTelegramsIsEmpty()
+void TestTelegramStack::stackWithoutTelegramsIsEmpty()
 {
     const RecordingStack stack({});
     QVERIFY(stack.isEmpty());
@@ -67,14 +67,14 @@ void TestTelegramStack::aStackWithoutTelegramsIsEmpty()
     QCOMPARE(stack.currentTelegram(), nullptr);
 }
 
-void TestTelegramStack::telegramsAreSentInTheOrderInWhichTheyWereAppended()
+void TestTelegramStack::telegramsAreSentInOrderInWhichTheyWereAppended()
 {
     RecordingStack stack({1, 2, 3, 4});
     QCOMPARE(stack.pendingCount(), 4);
     QCOMPARE(takeRequests(stack), readsOf1To4);
 }
 
-void TestTelegramStack::anAnsweredTelegramMakesRoomForTheNext()
+void TestTelegramStack::answeredTelegramMakesRoomForNext()
 {
     RecordingStack stack({1, 2});
     stack.processReply(valueOf1);
@@ -82,7 +82,7 @@ void TestTelegramStack::anAnsweredTelegramMakesRoomForTheNext()
     QCOMPARE(stack.currentTelegram()->requestWord(2), 2);
 }
 
-void TestTelegramStack::afterTheLastReplyTheStackIsEmpty()
+void TestTelegramStack::stackIsEmptyAfterLastReply()
 {
     RecordingStack stack({1});
     stack.processReply(valueOf1);
@@ -90,7 +90,7 @@ void TestTelegramStack::afterTheLastReplyTheStackIsEmpty()
     QCOMPARE(stack.currentTelegram(), nullptr);
 }
 
-void TestTelegramStack::anEmptyStackTakesAReplyForNothing()
+void TestTelegramStack::emptyStackTakesReplyForNothing()
 {
     RecordingStack stack({1});
     stack.processReply(valueOf1);
@@ -101,7 +101,7 @@ void TestTelegramStack::anEmptyStackTakesAReplyForNothing()
     QCOMPARE(takeRequests(stack), readsOf1To4.mid(0, 1));
 }
 
-void TestTelegramStack::aStackWithoutTelegramsHasNothingToBringBack()
+void TestTelegramStack::stackWithoutTelegramsHasNothingToBringBack()
 {
     RecordingStack stack({});
     stack.processReply(valueOf1);
@@ -111,7 +111,7 @@ void TestTelegramStack::aStackWithoutTelegramsHasNothingToBringBack()
     QVERIFY(stack.isEmpty());
 }
 
-void TestTelegramStack::theReplyReachesTheCurrentTelegram()
+void TestTelegramStack::replyReachesCurrentTelegram()
 {
     RecordingStack stack({1, 2});
     const Z7Telegram *current = stack.currentTelegram();
@@ -120,7 +120,7 @@ void TestTelegramStack::theReplyReachesTheCurrentTelegram()
     QCOMPARE(current->reply(), valueOf1);
 }
 
-void TestTelegramStack::theErrorOfAReplyComesIntoTheRecord_data()
+void TestTelegramStack::errorOfReplyComesIntoRecord_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -138,7 +138,7 @@ void TestTelegramStack::theErrorOfAReplyComesIntoTheRecord_data()
     QTest::newRow("drive did not understand") << frame("85 03 cc") << 7;
 }
 
-void TestTelegramStack::theErrorOfAReplyComesIntoTheRecord()
+void TestTelegramStack::errorOfReplyComesIntoRecord()
 {
     QFETCH(QByteArray, reply);
     RecordingStack stack({1});
@@ -146,14 +146,14 @@ void TestTelegramStack::theErrorOfAReplyComesIntoTheRecord()
     QTEST(stack.device().error, "error");
 }
 
-void TestTelegramStack::theErrorIsInTheRecordBeforeTheReaction()
+void TestTelegramStack::errorIsInRecordBeforeReaction()
 {
     RecordingStack stack({1});
     stack.processReply(wrongNumber);
     QCOMPARE(stack.errorsAtFinish, QList<int> {TelegramError::WrongParameterNumber});
 }
 
-void TestTelegramStack::theReactionRunsForGoodAndBadReplies()
+void TestTelegramStack::reactionRunsForGoodAndBadReplies()
 {
     RecordingStack stack({1, 1, 1});
     for (const QByteArray &reply : {valueOf1, wrongNumber, QByteArray()})
@@ -161,7 +161,7 @@ void TestTelegramStack::theReactionRunsForGoodAndBadReplies()
     QCOMPARE(stack.finished.size(), 3);
 }
 
-void TestTelegramStack::theReactionMayTakeTheErrorBack()
+void TestTelegramStack::reactionMayTakeErrorBack()
 {
     RecordingStack stack({1});
     stack.forgiving = true;
@@ -169,7 +169,7 @@ void TestTelegramStack::theReactionMayTakeTheErrorBack()
     QVERIFY(!stack.device().hasError());
 }
 
-void TestTelegramStack::aGoodReplyLeavesTheErrorOfTheThread()
+void TestTelegramStack::goodReplyLeavesErrorOfThread()
 {
     RecordingStack stack({1});
     stack.setError(TelegramError::NoAnswer);
@@ -177,7 +177,7 @@ void TestTelegramStack::aGoodReplyLeavesTheErrorOfTheThread()
     QCOMPARE(stack.device().error, 1);
 }
 
-void TestTelegramStack::theStackFreesPendingAndAnsweredTelegrams()
+void TestTelegramStack::stackFreesPendingAndAnsweredTelegrams()
 {
     {
         RecordingStack stack({});

@@ -16,25 +16,25 @@ private slots:
     void cleanup();
 
     void passTellsItsStartEachReplyAndItsRecord();
-    void passBeginsWithTheRecordAsItWasBuilt();
-    void passIsAnnouncedBeforeThePortIsOpened();
-    void portIsStillOpenWhenTheRecordIsReported();
-    void portIsFreeAfterThePass();
+    void passBeginsWithRecordAsItWasBuilt();
+    void passIsAnnouncedBeforePortIsOpened();
+    void portIsStillOpenWhenRecordIsReported();
+    void portIsFreeAfterPass();
     void everyTelegramIsSentOnceInItsOrder();
-    void stackIsDeletedAtTheEnd();
-    void stackIsDeletedWhenThePortDoesNotOpen();
+    void stackIsDeletedAtEnd();
+    void stackIsDeletedWhenPortDoesNotOpen();
 
     void missingPortGivesError3InOneRecord();
     void portThatIsInUseGivesError3InOneRecord();
-    void recordWithoutAPortEndsInError2();
-    void secondPassOpensThePortAgain();
-    void passAfterAFailedOneOpensThePort();
+    void recordWithoutPortEndsInError2();
+    void secondPassOpensPortAgain();
+    void passAfterFailedOneOpensPort();
 
-    void cancelledPassEndsWithoutAnErrorOfItsOwn();
+    void cancelledPassEndsWithoutErrorOfItsOwn();
     void cancelledPassReportsWhatItReadUntilThen();
-    void cancelOfAnEarlierPassDoesNotTouchTheNext();
-    void startDuringAPassBeginsNoSecondOne();
-    void threadThatGoesAwayDuringAPassWaitsForItsEnd();
+    void cancelOfEarlierPassDoesNotTouchNext();
+    void startDuringPassBeginsNoSecondOne();
+    void threadThatGoesAwayDuringPassWaitsForItsEnd();
 
 private:
     template<typename Stack>
@@ -80,7 +80,7 @@ void TestTransferPass::passTellsItsStartEachReplyAndItsRecord()
     QCOMPARE(news->lastRecord().softwareVersion, QStringLiteral("V123"));
 }
 
-void TestTransferPass::passBeginsWithTheRecordAsItWasBuilt()
+void TestTransferPass::passBeginsWithRecordAsItWasBuilt()
 {
     start<Probe>(DriveBus::drive3());
     awaitEnd();
@@ -90,7 +90,7 @@ void TestTransferPass::passBeginsWithTheRecordAsItWasBuilt()
     QVERIFY(!announced.isConnected());
 }
 
-void TestTransferPass::passIsAnnouncedBeforeThePortIsOpened()
+void TestTransferPass::passIsAnnouncedBeforePortIsOpened()
 {
     bus->disconnectPort();
     connect(
@@ -101,7 +101,7 @@ void TestTransferPass::passIsAnnouncedBeforeThePortIsOpened()
     QVERIFY2(!news->lastRecord().hasError(), "the port was there in time");
 }
 
-void TestTransferPass::portIsStillOpenWhenTheRecordIsReported()
+void TestTransferPass::portIsStillOpenWhenRecordIsReported()
 {
     std::atomic<bool> inUse {false};
     connect(
@@ -112,7 +112,7 @@ void TestTransferPass::portIsStillOpenWhenTheRecordIsReported()
     QVERIFY(inUse);
 }
 
-void TestTransferPass::portIsFreeAfterThePass()
+void TestTransferPass::portIsFreeAfterPass()
 {
     start<Probe>(DriveBus::drive3());
     awaitEnd();
@@ -135,14 +135,14 @@ void TestTransferPass::everyTelegramIsSentOnceInItsOrder()
     QCOMPARE(bus->requests(), expected);
 }
 
-void TestTransferPass::stackIsDeletedAtTheEnd()
+void TestTransferPass::stackIsDeletedAtEnd()
 {
     const auto stack = start<Probe>(DriveBus::drive3());
     awaitEnd();
     QVERIFY(stack.expired());
 }
 
-void TestTransferPass::stackIsDeletedWhenThePortDoesNotOpen()
+void TestTransferPass::stackIsDeletedWhenPortDoesNotOpen()
 {
     bus->pullAdapter();
     const auto stack = start<Probe>(DriveBus::drive3());
@@ -171,7 +171,7 @@ void TestTransferPass::portThatIsInUseGivesError3InOneRecord()
     QCOMPARE(bus->requests(), QByteArrayList());
 }
 
-void TestTransferPass::recordWithoutAPortEndsInError2()
+void TestTransferPass::recordWithoutPortEndsInError2()
 {
     start<Status>(Z7Device());
     awaitEnd();
@@ -179,7 +179,7 @@ void TestTransferPass::recordWithoutAPortEndsInError2()
     QCOMPARE(events(), expected);
 }
 
-void TestTransferPass::secondPassOpensThePortAgain()
+void TestTransferPass::secondPassOpensPortAgain()
 {
     start<Probe>(DriveBus::drive3());
     awaitEnd();
@@ -189,7 +189,7 @@ void TestTransferPass::secondPassOpensThePortAgain()
     QCOMPARE(events(), pass + pass);
 }
 
-void TestTransferPass::passAfterAFailedOneOpensThePort()
+void TestTransferPass::passAfterFailedOneOpensPort()
 {
     bus->disconnectPort();
     start<Probe>(DriveBus::drive3());
@@ -200,7 +200,7 @@ void TestTransferPass::passAfterAFailedOneOpensThePort()
     QVERIFY(!news->lastRecord().hasError());
 }
 
-void TestTransferPass::cancelledPassEndsWithoutAnErrorOfItsOwn()
+void TestTransferPass::cancelledPassEndsWithoutErrorOfItsOwn()
 {
     bus->command("fault 3 late ms=100 skip=3");
     start<Status>(DriveBus::drive3());
@@ -224,7 +224,7 @@ void TestTransferPass::cancelledPassReportsWhatItReadUntilThen()
     QCOMPARE(news->lastRecord().softwareVersion, Z7Device::unknownVersion());
 }
 
-void TestTransferPass::cancelOfAnEarlierPassDoesNotTouchTheNext()
+void TestTransferPass::cancelOfEarlierPassDoesNotTouchNext()
 {
     thread->cancel();
     start<Probe>(DriveBus::drive3());
@@ -232,7 +232,7 @@ void TestTransferPass::cancelOfAnEarlierPassDoesNotTouchTheNext()
     QCOMPARE(bus->requests().size(), 1);
 }
 
-void TestTransferPass::startDuringAPassBeginsNoSecondOne()
+void TestTransferPass::startDuringPassBeginsNoSecondOne()
 {
     start<Status>(DriveBus::drive3());
     QTRY_VERIFY(news->has("progress"));
@@ -245,7 +245,7 @@ void TestTransferPass::startDuringAPassBeginsNoSecondOne()
     QVERIFY(second.expired());
 }
 
-void TestTransferPass::threadThatGoesAwayDuringAPassWaitsForItsEnd()
+void TestTransferPass::threadThatGoesAwayDuringPassWaitsForItsEnd()
 {
     const auto stack = start<Status>(DriveBus::drive3());
     QTRY_VERIFY(news->has("progress"));

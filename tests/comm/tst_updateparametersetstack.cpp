@@ -10,31 +10,31 @@ class TestUpdateParameterSetStack : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void theParametersAreReadInAscendingOrderBehindTheStatus();
-    void withoutParametersOnlyTheStatusIsRead();
-    void theStatusIsReadIntoTheRecordToo();
+    void parametersAreReadInAscendingOrderBehindStatus();
+    void withoutParametersOnlyStatusIsRead();
+    void statusIsReadIntoRecordToo();
 
-    void aReadValueIsTaken_data();
-    void aReadValueIsTaken();
-    void theSignComesFromTheDefinitionAndNotFromTheEntry();
-    void theResultFlagsAreNoErrorOfThePass_data();
-    void theResultFlagsAreNoErrorOfThePass();
-    void aGoodReadTakesEarlierFlagsBack();
-    void whatAWriteToldStaysOverARead();
-    void theOperationModeReadWithTheStatusIsTakenAsAParameter();
+    void readValueIsTaken_data();
+    void readValueIsTaken();
+    void signComesFromDefinitionAndNotFromEntry();
+    void resultFlagsAreNoErrorOfPass_data();
+    void resultFlagsAreNoErrorOfPass();
+    void goodReadTakesEarlierFlagsBack();
+    void whatWriteToldStaysOverRead();
+    void operationModeReadWithStatusIsTakenAsParameter();
 
-    void anErrorIsNotedInTheEntry_data();
-    void anErrorIsNotedInTheEntry();
-    void anErrorEndsThePassAndKeepsWhatWasRead();
-    void aWrongNumberIsNotedInTheEntryThatTheReplyNames();
-    void aWrongNumberThatTheDriveLacksChangesNoEntry();
-    void aParameterThatTheDriveLacksChangesNoEntry();
-    void aReplyTooShortToNameAParameterChangesNoEntry_data();
-    void aReplyTooShortToNameAParameterChangesNoEntry();
-    void aReplyThatEndsBeforeTheValueLeavesTheEntry();
-    void aReplyThatEndsBeforeTheFlagsKeepsTheFlags();
-    void aShortErrorReplyWithoutErrorBitsLeavesTheEntry();
-    void theNextPassForgetsTheErrorOfTheEntry();
+    void errorIsNotedInEntry_data();
+    void errorIsNotedInEntry();
+    void errorEndsPassAndKeepsWhatWasRead();
+    void wrongNumberIsNotedInEntryThatReplyNames();
+    void wrongNumberThatDriveLacksChangesNoEntry();
+    void parameterThatDriveLacksChangesNoEntry();
+    void replyTooShortToNameParameterChangesNoEntry_data();
+    void replyTooShortToNameParameterChangesNoEntry();
+    void replyThatEndsBeforeValueLeavesEntry();
+    void replyThatEndsBeforeFlagsKeepsFlags();
+    void shortErrorReplyWithoutErrorBitsLeavesEntry();
+    void nextPassForgetsErrorOfEntry();
 };
 
 namespace {
@@ -59,7 +59,7 @@ Z7Device drive3With(const Z7DeviceParam &param)
 
 } // namespace
 
-void TestUpdateParameterSetStack::theParametersAreReadInAscendingOrderBehindTheStatus()
+void TestUpdateParameterSetStack::parametersAreReadInAscendingOrderBehindStatus()
 {
     Z7UpdateParameterSetTelegramStack stack(
         drive3(), Z7DeviceParamSet(QStringLiteral("V123"), {0x0100, 11, 80}));
@@ -68,14 +68,14 @@ void TestUpdateParameterSetStack::theParametersAreReadInAscendingOrderBehindTheS
         QByteArrayList({"04 03 00 0b 47", "04 03 00 50 02", "04 03 01 00 5d"}));
 }
 
-void TestUpdateParameterSetStack::withoutParametersOnlyTheStatusIsRead()
+void TestUpdateParameterSetStack::withoutParametersOnlyStatusIsRead()
 {
     Z7UpdateParameterSetTelegramStack stack(drive3(), Z7DeviceParamSet());
     Z7DeviceStatusTelegramStack status(drive3());
     QCOMPARE(takeRequests(stack), takeRequests(status));
 }
 
-void TestUpdateParameterSetStack::theStatusIsReadIntoTheRecordToo()
+void TestUpdateParameterSetStack::statusIsReadIntoRecordToo()
 {
     LoggedOnStack stack({11});
     QCOMPARE(stack.pendingCount(), 1);
@@ -84,7 +84,7 @@ void TestUpdateParameterSetStack::theStatusIsReadIntoTheRecordToo()
     QCOMPARE(stack.device().actualCurrent, 120);
 }
 
-void TestUpdateParameterSetStack::aReadValueIsTaken_data()
+void TestUpdateParameterSetStack::readValueIsTaken_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QByteArray>("reply");
@@ -97,7 +97,7 @@ void TestUpdateParameterSetStack::aReadValueIsTaken_data()
     QTest::newRow("signed, lowest") << 80 << frame("84 03 00 50 80 00 00") << QByteArray("-32768 valid");
 }
 
-void TestUpdateParameterSetStack::aReadValueIsTaken()
+void TestUpdateParameterSetStack::readValueIsTaken()
 {
     QFETCH(int, number);
     QFETCH(QByteArray, reply);
@@ -107,14 +107,14 @@ void TestUpdateParameterSetStack::aReadValueIsTaken()
     QTEST(describe(stack, number), "entry");
 }
 
-void TestUpdateParameterSetStack::theSignComesFromTheDefinitionAndNotFromTheEntry()
+void TestUpdateParameterSetStack::signComesFromDefinitionAndNotFromEntry()
 {
     LoggedOnStack stack({80}, drive3With(Z7DeviceParam(80, 0, 1, false)));
     stack.processReply(frame("84 03 00 50 ff fb 00"));
     QCOMPARE(describe(stack, 80), QByteArray("-5 valid"));
 }
 
-void TestUpdateParameterSetStack::theResultFlagsAreNoErrorOfThePass_data()
+void TestUpdateParameterSetStack::resultFlagsAreNoErrorOfPass_data()
 {
     QTest::addColumn<QByteArray>("flags");
     QTest::addColumn<QByteArray>("entry");
@@ -124,7 +124,7 @@ void TestUpdateParameterSetStack::theResultFlagsAreNoErrorOfThePass_data()
     QTest::newRow("other bits are ignored") << QByteArray("cf") << QByteArray("5 valid");
 }
 
-void TestUpdateParameterSetStack::theResultFlagsAreNoErrorOfThePass()
+void TestUpdateParameterSetStack::resultFlagsAreNoErrorOfPass()
 {
     QFETCH(QByteArray, flags);
     LoggedOnStack stack({11, 80});
@@ -134,7 +134,7 @@ void TestUpdateParameterSetStack::theResultFlagsAreNoErrorOfThePass()
     QCOMPARE(describe(stack, 80), QByteArray("7 valid"));
 }
 
-void TestUpdateParameterSetStack::aGoodReadTakesEarlierFlagsBack()
+void TestUpdateParameterSetStack::goodReadTakesEarlierFlagsBack()
 {
     LoggedOnStack stack({11}, drive3With(troubledParam(11)));
     stack.reset();
@@ -142,7 +142,7 @@ void TestUpdateParameterSetStack::aGoodReadTakesEarlierFlagsBack()
     QCOMPARE(describe(stack, 11), QByteArray("5 valid"));
 }
 
-void TestUpdateParameterSetStack::whatAWriteToldStaysOverARead()
+void TestUpdateParameterSetStack::whatWriteToldStaysOverRead()
 {
     Z7DeviceParam written = enteredParam(11, 100);
     written.writeFailed = true;
@@ -152,14 +152,14 @@ void TestUpdateParameterSetStack::whatAWriteToldStaysOverARead()
     QCOMPARE(describe(stack, 11), QByteArray("5 valid writeFailed conflict"));
 }
 
-void TestUpdateParameterSetStack::theOperationModeReadWithTheStatusIsTakenAsAParameter()
+void TestUpdateParameterSetStack::operationModeReadWithStatusIsTakenAsParameter()
 {
     LoggedOnStack stack({11});
     QCOMPARE(describe(stack, 1), QByteArray("3 valid"));
     QCOMPARE(stack.device().operationMode1, 3);
 }
 
-void TestUpdateParameterSetStack::anErrorIsNotedInTheEntry_data()
+void TestUpdateParameterSetStack::errorIsNotedInEntry_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -168,7 +168,7 @@ void TestUpdateParameterSetStack::anErrorIsNotedInTheEntry_data()
     QTest::newRow("wrong checksum") << QByteArray::fromHex("84 03 00 0b 00 05 00 00") << 8;
 }
 
-void TestUpdateParameterSetStack::anErrorIsNotedInTheEntry()
+void TestUpdateParameterSetStack::errorIsNotedInEntry()
 {
     QFETCH(QByteArray, reply);
     QFETCH(int, error);
@@ -180,7 +180,7 @@ void TestUpdateParameterSetStack::anErrorIsNotedInTheEntry()
     QCOMPARE(describe(stack, 11), "100 error " + QByteArray::number(error));
 }
 
-void TestUpdateParameterSetStack::anErrorEndsThePassAndKeepsWhatWasRead()
+void TestUpdateParameterSetStack::errorEndsPassAndKeepsWhatWasRead()
 {
     LoggedOnStack stack({11, 80, 82});
     const QByteArray valueOf11 = frame("84 03 00 0b 00 64 00");
@@ -191,7 +191,7 @@ void TestUpdateParameterSetStack::anErrorEndsThePassAndKeepsWhatWasRead()
     QCOMPARE(describe(stack, 82), QByteArray("none"));
 }
 
-void TestUpdateParameterSetStack::aWrongNumberIsNotedInTheEntryThatTheReplyNames()
+void TestUpdateParameterSetStack::wrongNumberIsNotedInEntryThatReplyNames()
 {
     LoggedOnStack stack({11}, drive3With(enteredParam(80, 7)));
     stack.processReply(frame("84 03 00 50 00 05 00"));
@@ -200,7 +200,7 @@ void TestUpdateParameterSetStack::aWrongNumberIsNotedInTheEntryThatTheReplyNames
     QCOMPARE(describe(stack, 11), QByteArray("none"));
 }
 
-void TestUpdateParameterSetStack::aWrongNumberThatTheDriveLacksChangesNoEntry()
+void TestUpdateParameterSetStack::wrongNumberThatDriveLacksChangesNoEntry()
 {
     LoggedOnStack stack({11});
     stack.processReply(frame("84 03 00 63 00 05 00"));
@@ -210,7 +210,7 @@ void TestUpdateParameterSetStack::aWrongNumberThatTheDriveLacksChangesNoEntry()
     QCOMPARE(describe(stack, 11), QByteArray("none"));
 }
 
-void TestUpdateParameterSetStack::aParameterThatTheDriveLacksChangesNoEntry()
+void TestUpdateParameterSetStack::parameterThatDriveLacksChangesNoEntry()
 {
     LoggedOnStack stack({99});
     const auto before = stack.device().parameterSet.params.keys();
@@ -219,7 +219,7 @@ void TestUpdateParameterSetStack::aParameterThatTheDriveLacksChangesNoEntry()
     QCOMPARE(stack.device().parameterSet.params.keys(), before);
 }
 
-void TestUpdateParameterSetStack::aReplyTooShortToNameAParameterChangesNoEntry_data()
+void TestUpdateParameterSetStack::replyTooShortToNameParameterChangesNoEntry_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -230,7 +230,7 @@ void TestUpdateParameterSetStack::aReplyTooShortToNameAParameterChangesNoEntry_d
     QTest::newRow("unknown first byte") << QByteArray::fromHex("91 03 00") << 6;
 }
 
-void TestUpdateParameterSetStack::aReplyTooShortToNameAParameterChangesNoEntry()
+void TestUpdateParameterSetStack::replyTooShortToNameParameterChangesNoEntry()
 {
     QFETCH(QByteArray, reply);
     // With absent bytes read as zero the reply would name parameter 0 or 0x0B00.
@@ -245,7 +245,7 @@ void TestUpdateParameterSetStack::aReplyTooShortToNameAParameterChangesNoEntry()
     QCOMPARE(describe(stack, 11), describe(troubledParam(11)));
 }
 
-void TestUpdateParameterSetStack::aReplyThatEndsBeforeTheValueLeavesTheEntry()
+void TestUpdateParameterSetStack::replyThatEndsBeforeValueLeavesEntry()
 {
     LoggedOnStack stack({11}, drive3With(enteredParam(11, 100)));
     // An unknown first byte is no error, whatever the length.
@@ -254,7 +254,7 @@ void TestUpdateParameterSetStack::aReplyThatEndsBeforeTheValueLeavesTheEntry()
     QCOMPARE(describe(stack, 11), QByteArray("100"));
 }
 
-void TestUpdateParameterSetStack::aReplyThatEndsBeforeTheFlagsKeepsTheFlags()
+void TestUpdateParameterSetStack::replyThatEndsBeforeFlagsKeepsFlags()
 {
     LoggedOnStack stack({11}, drive3With(troubledParam(11)));
     stack.processReply(QByteArray::fromHex("91 03 00 0b 00 05"));
@@ -262,7 +262,7 @@ void TestUpdateParameterSetStack::aReplyThatEndsBeforeTheFlagsKeepsTheFlags()
     QCOMPARE(describe(stack, 11), describe(troubledParam(11)).replace("100", "5"));
 }
 
-void TestUpdateParameterSetStack::aShortErrorReplyWithoutErrorBitsLeavesTheEntry()
+void TestUpdateParameterSetStack::shortErrorReplyWithoutErrorBitsLeavesEntry()
 {
     // Only drive 207 has a checksum of 0 for this; the reply seems to name parameter 0x0100.
     const QByteArray shortReply = QByteArray::fromHex("85 cf 01 00");
@@ -277,7 +277,7 @@ void TestUpdateParameterSetStack::aShortErrorReplyWithoutErrorBitsLeavesTheEntry
     QCOMPARE(describe(stack, 0x0100), QByteArray("100"));
 }
 
-void TestUpdateParameterSetStack::theNextPassForgetsTheErrorOfTheEntry()
+void TestUpdateParameterSetStack::nextPassForgetsErrorOfEntry()
 {
     LoggedOnStack stack({11});
     stack.processReply(QByteArray::fromHex("84 03 00 0b 00 05 00 00"));

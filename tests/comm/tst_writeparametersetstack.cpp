@@ -42,36 +42,36 @@ class TestWriteParameterSetStack : public QObject
 private slots:
     void initTestCase() { loadDefinitionsOfV123(); }
 
-    void theWritesFollowTheStatusInAscendingOrder();
-    void theLowSixteenBitsOfAValueAreWritten_data();
-    void theLowSixteenBitsOfAValueAreWritten();
-    void withoutChangesOnlyTheStatusIsRead();
-    void aRefusedPasswordKeepsTheDriveFromBeingWritten();
-    void theNextPassForgivesTheRefusedAddressAgain();
+    void writesFollowStatusInAscendingOrder();
+    void lowSixteenBitsOfValueAreWritten_data();
+    void lowSixteenBitsOfValueAreWritten();
+    void withoutChangesOnlyStatusIsRead();
+    void refusedPasswordKeepsDriveFromBeingWritten();
+    void nextPassForgivesRefusedAddressAgain();
 
-    void aTakenWriteLeavesTheValueToTheNextRead();
-    void theOutcomeIsNotedInTheEntry_data();
-    void theOutcomeIsNotedInTheEntry();
-    void aRefusedWriteIsFollowedByTheNext();
-    void aTakenWriteTakesEarlierOutcomesBack();
-    void aWriteOfTheOperationModeLeavesTheLiveValue();
-    void aParameterThatTheDriveLacksChangesNoEntry();
+    void takenWriteLeavesValueToNextRead();
+    void outcomeIsNotedInEntry_data();
+    void outcomeIsNotedInEntry();
+    void refusedWriteIsFollowedByNext();
+    void takenWriteTakesEarlierOutcomesBack();
+    void writeOfOperationModeLeavesLiveValue();
+    void parameterThatDriveLacksChangesNoEntry();
 
-    void aGarbledReplyEndsThePassAndLeavesTheEntry_data();
-    void aGarbledReplyEndsThePassAndLeavesTheEntry();
-    void aWrongNumberLeavesTheEntryThatTheReplyNames();
-    void aReplyThatEndsBeforeTheFlagsKeepsWhatWasKnown_data();
-    void aReplyThatEndsBeforeTheFlagsKeepsWhatWasKnown();
+    void garbledReplyEndsPassAndLeavesEntry_data();
+    void garbledReplyEndsPassAndLeavesEntry();
+    void wrongNumberLeavesEntryThatReplyNames();
+    void replyThatEndsBeforeFlagsKeepsWhatWasKnown_data();
+    void replyThatEndsBeforeFlagsKeepsWhatWasKnown();
 
-    void theStoreFollowsTheWrites();
-    void storingEndsThePassWithoutError();
-    void aRefusedWriteDoesNotKeepFromStoring();
-    void aGarbledWriteKeepsFromStoring();
-    void aFailedStoreEndsThePass_data();
-    void aFailedStoreEndsThePass();
+    void storeFollowsWrites();
+    void storingEndsPassWithoutError();
+    void refusedWriteDoesNotKeepFromStoring();
+    void garbledWriteKeepsFromStoring();
+    void failedStoreEndsPass_data();
+    void failedStoreEndsPass();
 };
 
-void TestWriteParameterSetStack::theWritesFollowTheStatusInAscendingOrder()
+void TestWriteParameterSetStack::writesFollowStatusInAscendingOrder()
 {
     Z7TelegramstackWriteParameterSet stack(
         drive3(), entered({enteredParam(0x0100, 2), enteredParam(80, -5), enteredParam(11, 150)}));
@@ -84,7 +84,7 @@ void TestWriteParameterSetStack::theWritesFollowTheStatusInAscendingOrder()
         }));
 }
 
-void TestWriteParameterSetStack::theLowSixteenBitsOfAValueAreWritten_data()
+void TestWriteParameterSetStack::lowSixteenBitsOfValueAreWritten_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<QByteArray>("request");
@@ -93,21 +93,21 @@ void TestWriteParameterSetStack::theLowSixteenBitsOfAValueAreWritten_data()
     QTest::newRow("below 16 bits") << -0x10001 << QByteArray("03 03 00 0b ff ff 5a");
 }
 
-void TestWriteParameterSetStack::theLowSixteenBitsOfAValueAreWritten()
+void TestWriteParameterSetStack::lowSixteenBitsOfValueAreWritten()
 {
     QFETCH(int, value);
     Z7TelegramstackWriteParameterSet stack(drive3(), entered({enteredParam(11, value)}));
     QTEST(takeRequestsBehindStatus(stack).value(0), "request");
 }
 
-void TestWriteParameterSetStack::withoutChangesOnlyTheStatusIsRead()
+void TestWriteParameterSetStack::withoutChangesOnlyStatusIsRead()
 {
     Z7TelegramstackWriteParameterSet stack(drive3(), entered({}));
     Z7DeviceStatusTelegramStack status(drive3());
     QCOMPARE(takeRequests(stack), takeRequests(status));
 }
 
-void TestWriteParameterSetStack::aRefusedPasswordKeepsTheDriveFromBeingWritten()
+void TestWriteParameterSetStack::refusedPasswordKeepsDriveFromBeingWritten()
 {
     Z7TelegramstackWriteParameterSet stack(drive3(), entered({enteredParam(11, 150)}));
     const QByteArray refused = frame("89 03 10");
@@ -115,7 +115,7 @@ void TestWriteParameterSetStack::aRefusedPasswordKeepsTheDriveFromBeingWritten()
     QCOMPARE(stack.device().error, 10);
 }
 
-void TestWriteParameterSetStack::theNextPassForgivesTheRefusedAddressAgain()
+void TestWriteParameterSetStack::nextPassForgivesRefusedAddressAgain()
 {
     Z7TelegramstackWriteParameterSet stack(drive3(), entered({enteredParam(11, 150)}));
     stack.processReply(frame("89 03 00"));
@@ -126,7 +126,7 @@ void TestWriteParameterSetStack::theNextPassForgivesTheRefusedAddressAgain()
     QCOMPARE(stack.device().error, 0);
 }
 
-void TestWriteParameterSetStack::aTakenWriteLeavesTheValueToTheNextRead()
+void TestWriteParameterSetStack::takenWriteLeavesValueToNextRead()
 {
     Z7Device device = drive3();
     device.updateParam(enteredParam(11, 100));
@@ -136,7 +136,7 @@ void TestWriteParameterSetStack::aTakenWriteLeavesTheValueToTheNextRead()
     QCOMPARE(describe(stack, 11), QByteArray("100"));
 }
 
-void TestWriteParameterSetStack::theOutcomeIsNotedInTheEntry_data()
+void TestWriteParameterSetStack::outcomeIsNotedInEntry_data()
 {
     QTest::addColumn<QByteArray>("conflictAndFlags");
     QTest::addColumn<QByteArray>("entry");
@@ -151,7 +151,7 @@ void TestWriteParameterSetStack::theOutcomeIsNotedInTheEntry_data()
         << QByteArray("00 0c 20") << QByteArray("none writeFailed conflict");
 }
 
-void TestWriteParameterSetStack::theOutcomeIsNotedInTheEntry()
+void TestWriteParameterSetStack::outcomeIsNotedInEntry()
 {
     QFETCH(QByteArray, conflictAndFlags);
     WriteStack stack({enteredParam(11, 150)});
@@ -160,7 +160,7 @@ void TestWriteParameterSetStack::theOutcomeIsNotedInTheEntry()
     QCOMPARE(stack.device().error, 0);
 }
 
-void TestWriteParameterSetStack::aRefusedWriteIsFollowedByTheNext()
+void TestWriteParameterSetStack::refusedWriteIsFollowedByNext()
 {
     WriteStack stack({enteredParam(11, 150), enteredParam(80, -5)});
     // Refused in every way.
@@ -169,7 +169,7 @@ void TestWriteParameterSetStack::aRefusedWriteIsFollowedByTheNext()
     QCOMPARE(describe(stack, 80), QByteArray("none"));
 }
 
-void TestWriteParameterSetStack::aTakenWriteTakesEarlierOutcomesBack()
+void TestWriteParameterSetStack::takenWriteTakesEarlierOutcomesBack()
 {
     Z7Device device = drive3();
     device.updateParam(troubledParam(11));
@@ -179,7 +179,7 @@ void TestWriteParameterSetStack::aTakenWriteTakesEarlierOutcomesBack()
     QCOMPARE(describe(stack, 11), QByteArray("100 valid readFailed error 9"));
 }
 
-void TestWriteParameterSetStack::aWriteOfTheOperationModeLeavesTheLiveValue()
+void TestWriteParameterSetStack::writeOfOperationModeLeavesLiveValue()
 {
     WriteStack stack({enteredParam(1, 6)});
     stack.processReply(frame("83 03 00 01 00 06 00 00 00"));
@@ -187,7 +187,7 @@ void TestWriteParameterSetStack::aWriteOfTheOperationModeLeavesTheLiveValue()
     QCOMPARE(stack.device().operationMode1, 3);
 }
 
-void TestWriteParameterSetStack::aParameterThatTheDriveLacksChangesNoEntry()
+void TestWriteParameterSetStack::parameterThatDriveLacksChangesNoEntry()
 {
     WriteStack stack({enteredParam(99, 5)});
     const auto before = stack.device().parameterSet.params.keys();
@@ -196,7 +196,7 @@ void TestWriteParameterSetStack::aParameterThatTheDriveLacksChangesNoEntry()
     QCOMPARE(stack.device().parameterSet.params.keys(), before);
 }
 
-void TestWriteParameterSetStack::aGarbledReplyEndsThePassAndLeavesTheEntry_data()
+void TestWriteParameterSetStack::garbledReplyEndsPassAndLeavesEntry_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -208,7 +208,7 @@ void TestWriteParameterSetStack::aGarbledReplyEndsThePassAndLeavesTheEntry_data(
     QTest::newRow("drive saw a wrong checksum") << frame("85 03 cf") << 8;
 }
 
-void TestWriteParameterSetStack::aGarbledReplyEndsThePassAndLeavesTheEntry()
+void TestWriteParameterSetStack::garbledReplyEndsPassAndLeavesEntry()
 {
     QFETCH(QByteArray, reply);
     Z7Device device = drive3();
@@ -219,7 +219,7 @@ void TestWriteParameterSetStack::aGarbledReplyEndsThePassAndLeavesTheEntry()
     QCOMPARE(describe(stack, 11), describe(troubledParam(11)));
 }
 
-void TestWriteParameterSetStack::aWrongNumberLeavesTheEntryThatTheReplyNames()
+void TestWriteParameterSetStack::wrongNumberLeavesEntryThatReplyNames()
 {
     WriteStack stack({enteredParam(11, 150)});
     stack.processReply(frame("83 03 00 50 00 00 00 0c 30"));
@@ -227,7 +227,7 @@ void TestWriteParameterSetStack::aWrongNumberLeavesTheEntryThatTheReplyNames()
     QCOMPARE(describe(stack, 80), QByteArray("none"));
 }
 
-void TestWriteParameterSetStack::aReplyThatEndsBeforeTheFlagsKeepsWhatWasKnown_data()
+void TestWriteParameterSetStack::replyThatEndsBeforeFlagsKeepsWhatWasKnown_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QByteArray>("entry");
@@ -238,7 +238,7 @@ void TestWriteParameterSetStack::aReplyThatEndsBeforeTheFlagsKeepsWhatWasKnown_d
                               << QByteArray("100 valid accessDenied writeFailed readFailed error 9");
 }
 
-void TestWriteParameterSetStack::aReplyThatEndsBeforeTheFlagsKeepsWhatWasKnown()
+void TestWriteParameterSetStack::replyThatEndsBeforeFlagsKeepsWhatWasKnown()
 {
     QFETCH(QByteArray, reply);
     Z7Device device = drive3();
@@ -249,7 +249,7 @@ void TestWriteParameterSetStack::aReplyThatEndsBeforeTheFlagsKeepsWhatWasKnown()
     QTEST(describe(stack, 11), "entry");
 }
 
-void TestWriteParameterSetStack::theStoreFollowsTheWrites()
+void TestWriteParameterSetStack::storeFollowsWrites()
 {
     Z7TelegramstackWriteAndStoreParameterSet stack(
         drive3(), entered({enteredParam(80, -5), enteredParam(11, 150)}));
@@ -261,7 +261,7 @@ void TestWriteParameterSetStack::theStoreFollowsTheWrites()
         }));
 }
 
-void TestWriteParameterSetStack::storingEndsThePassWithoutError()
+void TestWriteParameterSetStack::storingEndsPassWithoutError()
 {
     WriteAndStoreStack stack({enteredParam(11, 150)});
     QCOMPARE(answer(stack, {written11, stored}), 2);
@@ -270,21 +270,21 @@ void TestWriteParameterSetStack::storingEndsThePassWithoutError()
     QVERIFY(stack.device().isAccessGranted());
 }
 
-void TestWriteParameterSetStack::aRefusedWriteDoesNotKeepFromStoring()
+void TestWriteParameterSetStack::refusedWriteDoesNotKeepFromStoring()
 {
     WriteAndStoreStack stack({enteredParam(11, 150)});
     QCOMPARE(answer(stack, {frame("83 03 00 0b 00 00 00 0c 30"), stored}), 2);
     QCOMPARE(describe(stack, 11), QByteArray("none accessDenied writeFailed conflict"));
 }
 
-void TestWriteParameterSetStack::aGarbledWriteKeepsFromStoring()
+void TestWriteParameterSetStack::garbledWriteKeepsFromStoring()
 {
     WriteAndStoreStack stack({enteredParam(11, 150)});
     QCOMPARE(answer(stack, {frame("83 03 00 50 00 00 00 00 00"), stored}), 1);
     QCOMPARE(stack.device().error, 9);
 }
 
-void TestWriteParameterSetStack::aFailedStoreEndsThePass_data()
+void TestWriteParameterSetStack::failedStoreEndsPass_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("error");
@@ -295,7 +295,7 @@ void TestWriteParameterSetStack::aFailedStoreEndsThePass_data()
     QTest::newRow("wrong checksum") << QByteArray::fromHex("82 03 00 00") << 8;
 }
 
-void TestWriteParameterSetStack::aFailedStoreEndsThePass()
+void TestWriteParameterSetStack::failedStoreEndsPass()
 {
     QFETCH(QByteArray, reply);
     WriteAndStoreStack stack({enteredParam(11, 150)});
