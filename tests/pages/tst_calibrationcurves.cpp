@@ -18,40 +18,40 @@ private slots:
     void cleanup();
 
     void parametersAreReadXBeforeY();
-    void placesAreEmptyButForTheEnds();
-    void everyNumberStandsToTheRight();
+    void placesAreEmptyButForEnds();
+    void everyNumberStandsToRight();
     void deviceValueStandsAtItsPlace_data() { addPlaces(); }
     void deviceValueStandsAtItsPlace();
     void parameterOfAnotherPageChangesNothing();
-    void recordWithoutAParameterLeavesItsValue();
+    void recordWithoutParameterLeavesItsValue();
 
-    void limitsAreThoseOfThePage_data() { addPlaces(); }
-    void limitsAreThoseOfThePage();
-    void limitsOfTheDefinitionPlayNoPart_data() { addPlaces(); }
-    void limitsOfTheDefinitionPlayNoPart();
-    void numberBeyondTheInputsRangeCannotBeTyped();
-    void numberJustBeyondTheRangeIsReported();
-    void separatorsOfTheUsersLanguageCannotBeTyped();
+    void limitsAreThoseOfPage_data() { addPlaces(); }
+    void limitsAreThoseOfPage();
+    void limitsOfDefinitionPlayNoPart_data() { addPlaces(); }
+    void limitsOfDefinitionPlayNoPart();
+    void numberBeyondInputsRangeCannotBeTyped();
+    void numberJustBeyondRangeIsReported();
+    void separatorsOfUsersLanguageCannotBeTyped();
     void supportPointsNeedNotRise();
 
     void typedNumberReportsItsParameterOnce_data() { addPlaces(); }
     void typedNumberReportsItsParameterOnce();
-    void reportTellsTheSignOfTheDefinition();
-    void keystrokeBeforeTheFirstShowingIsReported();
-    void emptiedFieldWithdrawsTheChange_data() { addPlaces(); }
-    void emptiedFieldWithdrawsTheChange();
+    void reportTellsSignOfDefinition();
+    void keystrokeBeforeFirstShowingIsReported();
+    void emptiedFieldWithdrawsChange_data() { addPlaces(); }
+    void emptiedFieldWithdrawsChange();
     void loneSignReportsNothing();
-    void dayOfShowingsStillReportsAKeystrokeOnce();
+    void dayOfShowingsStillReportsKeystrokeOnce();
 
     void restoredUserValueIsShownAndNotReported_data() { addPlaces(); }
     void restoredUserValueIsShownAndNotReported();
     void userValueThatIsNoneIsIgnored();
-    void userValueOfAnotherPageLeavesTheFields();
-    void typingIntoARestoredFieldIsReported();
-    void clearingEmptiesTheFieldsWithoutAReport();
+    void userValueOfAnotherPageLeavesFields();
+    void typingIntoRestoredFieldIsReported();
+    void clearingEmptiesFieldsWithoutReport();
     void clearedPointCannotBeBroughtBack_data() { addPlaces(); }
     void clearedPointCannotBeBroughtBack();
-    void clearingLeavesTheDevicesValues();
+    void clearingLeavesDevicesValues();
     void userValueStaysWhileDeviceValuesChange();
 
     void fixedEndsNeverChangeAndReportNothing_data();
@@ -98,7 +98,7 @@ void TestCalibrationCurves::parametersAreReadXBeforeY()
     QCOMPARE(curve->page->paramIds(), curvePage() == PageNumber::CalibrationCurrent ? current : speed);
 }
 
-void TestCalibrationCurves::placesAreEmptyButForTheEnds()
+void TestCalibrationCurves::placesAreEmptyButForEnds()
 {
     for (const QString &place : curvePlaces) {
         QCOMPARE(curve->field(place)->text(), QString());
@@ -110,7 +110,7 @@ void TestCalibrationCurves::placesAreEmptyButForTheEnds()
     QCOMPARE(curve->deviceValue("X4")->text(), QStringLiteral("1023"));
 }
 
-void TestCalibrationCurves::everyNumberStandsToTheRight()
+void TestCalibrationCurves::everyNumberStandsToRight()
 {
     for (const QString &place : curvePlaces + QStringList {"X0", "X4"}) {
         QCOMPARE(curve->field(place)->alignment(), Qt::AlignRight);
@@ -135,7 +135,7 @@ void TestCalibrationCurves::parameterOfAnotherPageChangesNothing()
     }
 }
 
-void TestCalibrationCurves::recordWithoutAParameterLeavesItsValue()
+void TestCalibrationCurves::recordWithoutParameterLeavesItsValue()
 {
     curve->showFor(curve->drive());
     curve->page->DeviceUpdate(deviceWith({curve->param("Y4", 2500)}));
@@ -143,7 +143,7 @@ void TestCalibrationCurves::recordWithoutAParameterLeavesItsValue()
     QCOMPARE(curve->deviceValue("Y4")->text(), QStringLiteral("2500"));
 }
 
-void TestCalibrationCurves::limitsAreThoseOfThePage()
+void TestCalibrationCurves::limitsAreThoseOfPage()
 {
     const auto *validator = qobject_cast<const QIntValidator *>(curve->field(place())->validator());
     QVERIFY(validator);
@@ -152,7 +152,7 @@ void TestCalibrationCurves::limitsAreThoseOfThePage()
     QCOMPARE(validator->top(), isX ? 1023 : curve->data.highestY);
 }
 
-void TestCalibrationCurves::limitsOfTheDefinitionPlayNoPart()
+void TestCalibrationCurves::limitsOfDefinitionPlayNoPart()
 {
     const auto *validator = qobject_cast<const QIntValidator *>(curve->field(place())->validator());
     const int bottom = validator->bottom();
@@ -164,7 +164,7 @@ void TestCalibrationCurves::limitsOfTheDefinitionPlayNoPart()
     QCOMPARE(validator->top(), top);
 }
 
-void TestCalibrationCurves::numberBeyondTheInputsRangeCannotBeTyped()
+void TestCalibrationCurves::numberBeyondInputsRangeCannotBeTyped()
 {
     curve->showFor(curve->drive());
     type(curve->field("X2"), "10230");
@@ -174,14 +174,14 @@ void TestCalibrationCurves::numberBeyondTheInputsRangeCannotBeTyped()
 }
 
 // Typing can only be stopped at the fifth digit; the conflict rules judge the rest.
-void TestCalibrationCurves::numberJustBeyondTheRangeIsReported()
+void TestCalibrationCurves::numberJustBeyondRangeIsReported()
 {
     curve->showFor(curve->drive());
     type(curve->field("X2"), "1024");
     QCOMPARE(lastReported(curve->modified).value, 1024);
 }
 
-void TestCalibrationCurves::separatorsOfTheUsersLanguageCannotBeTyped()
+void TestCalibrationCurves::separatorsOfUsersLanguageCannotBeTyped()
 {
     QLocale::setDefault(QLocale(QLocale::German));
     ShownCurve german(curvePage());
@@ -210,7 +210,7 @@ void TestCalibrationCurves::typedNumberReportsItsParameterOnce()
     QVERIFY(lastReported(curve->modified).hasValue);
 }
 
-void TestCalibrationCurves::reportTellsTheSignOfTheDefinition()
+void TestCalibrationCurves::reportTellsSignOfDefinition()
 {
     curve->showFor(curve->drive());
     type(curve->field("X1"), "7");
@@ -219,13 +219,13 @@ void TestCalibrationCurves::reportTellsTheSignOfTheDefinition()
     QCOMPARE(lastReported(curve->modified).isUnsigned, 0);
 }
 
-void TestCalibrationCurves::keystrokeBeforeTheFirstShowingIsReported()
+void TestCalibrationCurves::keystrokeBeforeFirstShowingIsReported()
 {
     type(curve->field("Y0"), "5");
     QCOMPARE(curve->modified.count(), 1);
 }
 
-void TestCalibrationCurves::emptiedFieldWithdrawsTheChange()
+void TestCalibrationCurves::emptiedFieldWithdrawsChange()
 {
     curve->showFor(curve->drive());
     type(curve->field(place()), "7");
@@ -246,7 +246,7 @@ void TestCalibrationCurves::loneSignReportsNothing()
     QCOMPARE(curve->reports(), 0);
 }
 
-void TestCalibrationCurves::dayOfShowingsStillReportsAKeystrokeOnce()
+void TestCalibrationCurves::dayOfShowingsStillReportsKeystrokeOnce()
 {
     const auto mappers = curve->page->findChildren<QSignalMapper *>();
     for (int showing = 0; showing < 20; ++showing) {
@@ -274,7 +274,7 @@ void TestCalibrationCurves::userValueThatIsNoneIsIgnored()
     QCOMPARE(curve->field("Y0")->text(), QString());
 }
 
-void TestCalibrationCurves::userValueOfAnotherPageLeavesTheFields()
+void TestCalibrationCurves::userValueOfAnotherPageLeavesFields()
 {
     curve->showFor(curve->drive());
     for (const int number : {0, 0x0A, 0x13, 0x25, 0x2E})
@@ -283,7 +283,7 @@ void TestCalibrationCurves::userValueOfAnotherPageLeavesTheFields()
         QCOMPARE(curve->field(place)->text(), QString());
 }
 
-void TestCalibrationCurves::typingIntoARestoredFieldIsReported()
+void TestCalibrationCurves::typingIntoRestoredFieldIsReported()
 {
     curve->showFor(curve->drive(), paramSet({curve->param("Y1", 4)}));
     type(curve->field("Y1"), "2");
@@ -291,7 +291,7 @@ void TestCalibrationCurves::typingIntoARestoredFieldIsReported()
     QCOMPARE(lastReported(curve->modified).value, 42);
 }
 
-void TestCalibrationCurves::clearingEmptiesTheFieldsWithoutAReport()
+void TestCalibrationCurves::clearingEmptiesFieldsWithoutReport()
 {
     QList<Z7DeviceParam> changes;
     for (const QString &place : curvePlaces)
@@ -315,7 +315,7 @@ void TestCalibrationCurves::clearedPointCannotBeBroughtBack()
     QCOMPARE(curve->reports(), 0);
 }
 
-void TestCalibrationCurves::clearingLeavesTheDevicesValues()
+void TestCalibrationCurves::clearingLeavesDevicesValues()
 {
     curve->showFor(curve->drive());
     curve->page->clearUserValues();

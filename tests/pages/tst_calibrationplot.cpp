@@ -43,35 +43,35 @@ private slots:
     void init();
     void cleanup();
 
-    void plotStandsAboveTheLegend();
+    void plotStandsAboveLegend();
     void plotHasNoFrameAndDrawsByItself();
     void axesHaveTheirFont();
-    void axesBearTheUnitsWithoutBrackets();
+    void axesBearUnitsWithoutBrackets();
     void curvesHaveTheirColours();
     void supportPointsAreMarkedWithCrosses();
     void curvesAreStraightLines();
-    void legendShowsTheColours();
+    void legendShowsColours();
 
     void axesAreWideUntilThereAreValues();
-    void withoutValuesTheVerticalAxisIsNothing();
-    void verticalAxisLeavesATenth_data();
-    void verticalAxisLeavesATenth();
+    void verticalAxisIsNothingWithoutValues();
+    void verticalAxisLeavesOneTenth_data();
+    void verticalAxisLeavesOneTenth();
     void verticalAxisReachesOverBothCurves();
-    void horizontalAxisIsTheRangeOfTheInput();
+    void horizontalAxisIsRangeOfInput();
 
     void devicesCurveRunsThroughItsPoints();
     void pointsStayInTheirOrderWhenXFalls();
-    void emptyUserFieldFollowsTheDevice();
-    void typingMovesOnlyTheUsersCurve_data();
-    void typingMovesOnlyTheUsersCurve();
-    void emptiedFieldIsBackOnTheDevicesCurve();
+    void emptyUserFieldFollowsDevice();
+    void typingMovesOnlyUsersCurve_data();
+    void typingMovesOnlyUsersCurve();
+    void emptiedFieldIsBackOnDevicesCurve();
     void loneSignIsDrawnAsZero();
-    void recordWithoutParametersOfThePageRedraws();
-    void keystrokeIsSeenInTheDrawing();
+    void recordWithoutParametersOfPageRedraws();
+    void keystrokeIsSeenInDrawing();
 
-    void restoredUserValuesAreDrawnAtTheNextUpdate();
-    void clearedUserValuesAreDrawnUntilTheNextUpdate();
-    void curvesReadTheSamplesWhereTheyLie();
+    void restoredUserValuesAreDrawnAtNextUpdate();
+    void clearedUserValuesAreDrawnUntilNextUpdate();
+    void curvesReadSamplesWhereTheyLie();
 
 private:
     const QwtPlotCurve *curveAt(int index) const
@@ -109,7 +109,7 @@ void TestCalibrationPlot::cleanup()
     folder.reset();
 }
 
-void TestCalibrationPlot::plotStandsAboveTheLegend()
+void TestCalibrationPlot::plotStandsAboveLegend()
 {
     const auto *layout = curve->page->findChild<QLayout *>("graphicLayout");
     QCOMPARE(layout->indexOf(plot), 0);
@@ -133,7 +133,7 @@ void TestCalibrationPlot::axesHaveTheirFont()
     }
 }
 
-void TestCalibrationPlot::axesBearTheUnitsWithoutBrackets()
+void TestCalibrationPlot::axesBearUnitsWithoutBrackets()
 {
     curve->showFor(curve->drive());
     QCOMPARE(plot->axisTitle(QwtPlot::xBottom).text(), QStringLiteral("Digit"));
@@ -168,7 +168,7 @@ void TestCalibrationPlot::curvesAreStraightLines()
     }
 }
 
-void TestCalibrationPlot::legendShowsTheColours()
+void TestCalibrationPlot::legendShowsColours()
 {
     const auto colourOf = [this](const char *name) {
         const QWidget *swatch = curve->child(name);
@@ -187,7 +187,7 @@ void TestCalibrationPlot::axesAreWideUntilThereAreValues()
     QCOMPARE(plot->axisStepSize(QwtPlot::yLeft), 0.0);
 }
 
-void TestCalibrationPlot::withoutValuesTheVerticalAxisIsNothing()
+void TestCalibrationPlot::verticalAxisIsNothingWithoutValues()
 {
     curve->showFor(Z7Device());
     QCOMPARE(plot->axisInterval(QwtPlot::yLeft), QwtInterval(0, 0));
@@ -195,7 +195,7 @@ void TestCalibrationPlot::withoutValuesTheVerticalAxisIsNothing()
     QCOMPARE(pointsOf(userCurve()), pointsOf(deviceCurve()));
 }
 
-void TestCalibrationPlot::verticalAxisLeavesATenth_data()
+void TestCalibrationPlot::verticalAxisLeavesOneTenth_data()
 {
     QTest::addColumn<int>("lowest");
     QTest::addColumn<int>("highest");
@@ -210,7 +210,7 @@ void TestCalibrationPlot::verticalAxisLeavesATenth_data()
     QTest::newRow("whole range") << -30000 << 29999 << -33000.0 << 32998.9;
 }
 
-void TestCalibrationPlot::verticalAxisLeavesATenth()
+void TestCalibrationPlot::verticalAxisLeavesOneTenth()
 {
     QFETCH(int, lowest);
     QFETCH(int, highest);
@@ -232,7 +232,7 @@ void TestCalibrationPlot::verticalAxisReachesOverBothCurves()
     QCOMPARE(verticalAxis(), QwtInterval(9, 33));
 }
 
-void TestCalibrationPlot::horizontalAxisIsTheRangeOfTheInput()
+void TestCalibrationPlot::horizontalAxisIsRangeOfInput()
 {
     curve->showFor(curve->drive({1200, 1500, 1800, 1, 2, 3, 4, 5}));
     type(curve->field("X1"), "900");
@@ -251,7 +251,7 @@ void TestCalibrationPlot::pointsStayInTheirOrderWhenXFalls()
     QCOMPARE(pointsOf(deviceCurve()), (Points {{0, 1}, {800, 2}, {500, 3}, {200, 4}, {1023, 5}}));
 }
 
-void TestCalibrationPlot::emptyUserFieldFollowsTheDevice()
+void TestCalibrationPlot::emptyUserFieldFollowsDevice()
 {
     curve->showFor(curve->drive());
     QCOMPARE(pointsOf(userCurve()), pointsOf(deviceCurve()));
@@ -259,14 +259,14 @@ void TestCalibrationPlot::emptyUserFieldFollowsTheDevice()
     QCOMPARE(pointsOf(userCurve()), (Points {{0, -1000}, {200, 0}, {600, 500}, {800, 1000}, {1023, 2500}}));
 }
 
-void TestCalibrationPlot::typingMovesOnlyTheUsersCurve_data()
+void TestCalibrationPlot::typingMovesOnlyUsersCurve_data()
 {
     QTest::addColumn<QString>("place");
     for (const QString &place : curvePlaces)
         QTest::newRow(qPrintable(place)) << place;
 }
 
-void TestCalibrationPlot::typingMovesOnlyTheUsersCurve()
+void TestCalibrationPlot::typingMovesOnlyUsersCurve()
 {
     QFETCH(QString, place);
     curve->showFor(curve->drive());
@@ -279,7 +279,7 @@ void TestCalibrationPlot::typingMovesOnlyTheUsersCurve()
     QCOMPARE(pointsOf(deviceCurve()), devicePoints);
 }
 
-void TestCalibrationPlot::emptiedFieldIsBackOnTheDevicesCurve()
+void TestCalibrationPlot::emptiedFieldIsBackOnDevicesCurve()
 {
     curve->showFor(curve->drive());
     type(curve->field("Y3"), "42");
@@ -295,7 +295,7 @@ void TestCalibrationPlot::loneSignIsDrawnAsZero()
     QCOMPARE(curve->reports(), 0);
 }
 
-void TestCalibrationPlot::recordWithoutParametersOfThePageRedraws()
+void TestCalibrationPlot::recordWithoutParametersOfPageRedraws()
 {
     curve->showFor(curve->drive());
     curve->page->newUserParam(curve->param("Y4", 42));
@@ -303,7 +303,7 @@ void TestCalibrationPlot::recordWithoutParametersOfThePageRedraws()
     QCOMPARE(pointsOf(userCurve()).at(4), QPointF(1023, 42));
 }
 
-void TestCalibrationPlot::keystrokeIsSeenInTheDrawing()
+void TestCalibrationPlot::keystrokeIsSeenInDrawing()
 {
     curve->showFor(curve->drive());
     QVERIFY(QTest::qWaitForWindowExposed(curve->page.get()));
@@ -312,7 +312,7 @@ void TestCalibrationPlot::keystrokeIsSeenInTheDrawing()
     QVERIFY(plot->canvas()->grab().toImage() != before);
 }
 
-void TestCalibrationPlot::restoredUserValuesAreDrawnAtTheNextUpdate()
+void TestCalibrationPlot::restoredUserValuesAreDrawnAtNextUpdate()
 {
     curve->showFor(curve->drive(), paramSet({curve->param("Y2", 42)}));
     QCOMPARE(curve->field("Y2")->text(), QStringLiteral("42"));
@@ -321,7 +321,7 @@ void TestCalibrationPlot::restoredUserValuesAreDrawnAtTheNextUpdate()
     QCOMPARE(pointsOf(userCurve()).at(2), QPointF(500, 42));
 }
 
-void TestCalibrationPlot::clearedUserValuesAreDrawnUntilTheNextUpdate()
+void TestCalibrationPlot::clearedUserValuesAreDrawnUntilNextUpdate()
 {
     curve->showFor(curve->drive());
     type(curve->field("Y2"), "42");
@@ -332,7 +332,7 @@ void TestCalibrationPlot::clearedUserValuesAreDrawnUntilTheNextUpdate()
 }
 
 // No copy is made of the samples: neither for one redraw nor at the next.
-void TestCalibrationPlot::curvesReadTheSamplesWhereTheyLie()
+void TestCalibrationPlot::curvesReadSamplesWhereTheyLie()
 {
     curve->showFor(curve->drive());
     const auto deviceArrays = arraysOf(deviceCurve());

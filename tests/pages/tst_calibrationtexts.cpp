@@ -73,14 +73,14 @@ private slots:
     void cleanup();
 
     void textsAreGerman();
-    void textsAreInTheUsersLanguage();
-    void swatchesOfTheLegendBearNoText();
+    void textsAreInUsersLanguage();
+    void swatchesOfLegendBearNoText();
     void emptyTextsAreHidden();
-    void introductionOfTheLanguageIsShown();
-    void columnsBearTheUnitsOfTheirFirstParameters();
-    void axisWordsAndUnitsAreInTheUsersLanguage();
-    void unitsFollowTheDefinitionOfTheDrivesVersion();
-    void pageHasTheNameOfItsClass();
+    void introductionOfLanguageIsShown();
+    void columnsBearUnitsOfTheirFirstParameters();
+    void axisWordsAndUnitsAreInUsersLanguage();
+    void unitsFollowDefinitionOfDrivesVersion();
+    void pageHasNameOfItsClass();
 
 private:
     void writeLanguage(const QString &entries) const;
@@ -115,7 +115,7 @@ void TestCalibrationTexts::textsAreGerman()
         QCOMPARE(curve->text(text.widget), text.text);
 }
 
-void TestCalibrationTexts::textsAreInTheUsersLanguage()
+void TestCalibrationTexts::textsAreInUsersLanguage()
 {
     const QVector<Text> texts = textsOf(curvePage());
     QString entries;
@@ -127,7 +127,7 @@ void TestCalibrationTexts::textsAreInTheUsersLanguage()
         QCOMPARE(curve->text(text.widget), QStringLiteral("My ") + text.key);
 }
 
-void TestCalibrationTexts::swatchesOfTheLegendBearNoText()
+void TestCalibrationTexts::swatchesOfLegendBearNoText()
 {
     curve->showFor(curve->drive());
     QCOMPARE(curve->text("lColorDevice"), QString());
@@ -142,7 +142,7 @@ void TestCalibrationTexts::emptyTextsAreHidden()
     QVERIFY(curve->child("lFormDescription")->isHidden());
 }
 
-void TestCalibrationTexts::introductionOfTheLanguageIsShown()
+void TestCalibrationTexts::introductionOfLanguageIsShown()
 {
     writeLanguage("Intro=Five points\n");
     curve->showFor(curve->drive());
@@ -150,7 +150,7 @@ void TestCalibrationTexts::introductionOfTheLanguageIsShown()
     QVERIFY(curve->child("lFormDescription")->isVisible());
 }
 
-void TestCalibrationTexts::columnsBearTheUnitsOfTheirFirstParameters()
+void TestCalibrationTexts::columnsBearUnitsOfTheirFirstParameters()
 {
     curve->define();
     curve->showFor(curve->drive());
@@ -161,7 +161,7 @@ void TestCalibrationTexts::columnsBearTheUnitsOfTheirFirstParameters()
     QCOMPARE(curve->text("lYUser"), yTitle);
 }
 
-void TestCalibrationTexts::axisWordsAndUnitsAreInTheUsersLanguage()
+void TestCalibrationTexts::axisWordsAndUnitsAreInUsersLanguage()
 {
     writeLanguage("XAxis=In\nYAxis=Out\n[ParamDefinition]\nDigit=Counts\n1/min=rpm\n%=percent\n");
     curve->define();
@@ -173,7 +173,7 @@ void TestCalibrationTexts::axisWordsAndUnitsAreInTheUsersLanguage()
     QCOMPARE(curve->text("lYUser"), isSpeed ? "Out [rpm]" : "Out [percent]");
 }
 
-void TestCalibrationTexts::unitsFollowTheDefinitionOfTheDrivesVersion()
+void TestCalibrationTexts::unitsFollowDefinitionOfDrivesVersion()
 {
     curve->define("V123");
     const QString line = "%1;Support point;Volt;0;0;9;Unsigned;1;rw;0;";
@@ -186,7 +186,7 @@ void TestCalibrationTexts::unitsFollowTheDefinitionOfTheDrivesVersion()
     QCOMPARE(curve->text("lYUser"), QStringLiteral("y []"));
 }
 
-void TestCalibrationTexts::pageHasTheNameOfItsClass()
+void TestCalibrationTexts::pageHasNameOfItsClass()
 {
     QCOMPARE(curve->page->objectName(), QString(curve->page->metaObject()->className()));
 }

@@ -15,16 +15,16 @@ private slots:
     void init();
     void cleanup();
 
-    void warningStandsUnlessAModeIsTwo_data();
-    void warningStandsUnlessAModeIsTwo();
-    void warningComesAndGoesWithTheModes();
+    void warningStandsUnlessModeIsTwo_data();
+    void warningStandsUnlessModeIsTwo();
+    void warningComesAndGoesWithModes();
     void modesStandInNumbersAndWords();
-    void modesWithoutTextsLeaveTheSlash();
-    void wordsOfTheModesAreInTheUsersLanguage();
-    void anyParameterOfThePageBringsTheModes();
-    void recordWithoutParametersOfThePageLeavesTheModes();
-    void modesAreForgottenAtTheNextShowing();
-    void panelIsAFrameAboveTheValues();
+    void modesWithoutTextsLeaveSlash();
+    void wordsOfModesAreInUsersLanguage();
+    void anyParameterOfPageBringsModes();
+    void recordWithoutParametersOfPageLeavesModes();
+    void modesAreForgottenAtNextShowing();
+    void panelIsFrameAboveValues();
     void speedCurveHasNoPanel();
 
 private:
@@ -56,7 +56,7 @@ Z7Device TestCurrentCurveModes::inModes(int mode1, int mode2) const
     return drive;
 }
 
-void TestCurrentCurveModes::warningStandsUnlessAModeIsTwo_data()
+void TestCurrentCurveModes::warningStandsUnlessModeIsTwo_data()
 {
     QTest::addColumn<int>("mode1");
     QTest::addColumn<int>("mode2");
@@ -69,7 +69,7 @@ void TestCurrentCurveModes::warningStandsUnlessAModeIsTwo_data()
     QTest::newRow("nothing reported") << 0 << 0 << true;
 }
 
-void TestCurrentCurveModes::warningStandsUnlessAModeIsTwo()
+void TestCurrentCurveModes::warningStandsUnlessModeIsTwo()
 {
     QFETCH(int, mode1);
     QFETCH(int, mode2);
@@ -77,7 +77,7 @@ void TestCurrentCurveModes::warningStandsUnlessAModeIsTwo()
     QTEST(warns(), "warns");
 }
 
-void TestCurrentCurveModes::warningComesAndGoesWithTheModes()
+void TestCurrentCurveModes::warningComesAndGoesWithModes()
 {
     curve->showFor(inModes(1, 3));
     QVERIFY(warns());
@@ -95,13 +95,13 @@ void TestCurrentCurveModes::modesStandInNumbersAndWords()
     QCOMPARE(modes(), QStringLiteral("2/3 (Strom/Strecke)"));
 }
 
-void TestCurrentCurveModes::modesWithoutTextsLeaveTheSlash()
+void TestCurrentCurveModes::modesWithoutTextsLeaveSlash()
 {
     curve->showFor(inModes(2, 7));
     QCOMPARE(modes(), QStringLiteral("2/7 (/)"));
 }
 
-void TestCurrentCurveModes::wordsOfTheModesAreInTheUsersLanguage()
+void TestCurrentCurveModes::wordsOfModesAreInUsersLanguage()
 {
     folder->writeText("deutsch.z7lang", "[ParamDefinition]\nStrom=Current\n");
     defineParameters("V123", {"1;I1;;0;0;8;Unsigned;0;rw;0;Analog;Fest;Strom"});
@@ -109,7 +109,7 @@ void TestCurrentCurveModes::wordsOfTheModesAreInTheUsersLanguage()
     QCOMPARE(modes(), QStringLiteral("2/2 (Current/)"));
 }
 
-void TestCurrentCurveModes::anyParameterOfThePageBringsTheModes()
+void TestCurrentCurveModes::anyParameterOfPageBringsModes()
 {
     for (const QString &place : curvePlaces) {
         curve->showFor(inModes(1, 1));
@@ -121,7 +121,7 @@ void TestCurrentCurveModes::anyParameterOfThePageBringsTheModes()
     }
 }
 
-void TestCurrentCurveModes::recordWithoutParametersOfThePageLeavesTheModes()
+void TestCurrentCurveModes::recordWithoutParametersOfPageLeavesModes()
 {
     curve->showFor(inModes(1, 1));
     Z7Device drive = inModes(2, 1);
@@ -131,14 +131,14 @@ void TestCurrentCurveModes::recordWithoutParametersOfThePageLeavesTheModes()
     QVERIFY(warns());
 }
 
-void TestCurrentCurveModes::modesAreForgottenAtTheNextShowing()
+void TestCurrentCurveModes::modesAreForgottenAtNextShowing()
 {
     curve->showFor(inModes(1, 1));
     curve->page->initPage();
     QCOMPARE(modes(), QString());
 }
 
-void TestCurrentCurveModes::panelIsAFrameAboveTheValues()
+void TestCurrentCurveModes::panelIsFrameAboveValues()
 {
     curve->showFor(inModes(1, 1));
     const auto *panel = curve->child<QFrame>("fCurrentOperationMode");

@@ -14,14 +14,14 @@ private slots:
     void cleanup();
 
     void driveValueStandsInBothPlaces();
-    void typingInOneFieldFillsTheOther_data();
-    void typingInOneFieldFillsTheOther();
-    void noReportBearsThePrivateNumber_data();
-    void noReportBearsThePrivateNumber();
-    void emptyingOneFieldEmptiesTheOtherAndWithdrawsTheChange();
+    void typingInOneFieldFillsOther_data();
+    void typingInOneFieldFillsOther();
+    void noReportBearsPrivateNumber_data();
+    void noReportBearsPrivateNumber();
+    void emptyingOneFieldEmptiesOtherAndWithdrawsChange();
     void userValueComesBackIntoBothFields();
     void clearingEmptiesBothFields();
-    void aLoneSignInOneFieldReportsNothing();
+    void loneSignInOneFieldReportsNothing();
 
 private:
     std::optional<WorkingFolder> folder;
@@ -53,7 +53,7 @@ void TestCurrentLimitsPage::driveValueStandsInBothPlaces()
     QCOMPARE(shown->text("lParam0x36Unit_2"), QStringLiteral("1/min"));
 }
 
-void TestCurrentLimitsPage::typingInOneFieldFillsTheOther_data()
+void TestCurrentLimitsPage::typingInOneFieldFillsOther_data()
 {
     QTest::addColumn<QString>("typedInto");
     QTest::addColumn<QString>("other");
@@ -63,7 +63,7 @@ void TestCurrentLimitsPage::typingInOneFieldFillsTheOther_data()
                                 << "edParam0x36User";
 }
 
-void TestCurrentLimitsPage::typingInOneFieldFillsTheOther()
+void TestCurrentLimitsPage::typingInOneFieldFillsOther()
 {
     QFETCH(QString, typedInto);
     QFETCH(QString, other);
@@ -73,14 +73,14 @@ void TestCurrentLimitsPage::typingInOneFieldFillsTheOther()
     QCOMPARE(lastReported(shown->modified).value, 12);
 }
 
-void TestCurrentLimitsPage::noReportBearsThePrivateNumber_data()
+void TestCurrentLimitsPage::noReportBearsPrivateNumber_data()
 {
     QTest::addColumn<int>("laterRecords");
     QTest::newRow("after the first record") << 0;
     QTest::newRow("after many records") << 20;
 }
 
-void TestCurrentLimitsPage::noReportBearsThePrivateNumber()
+void TestCurrentLimitsPage::noReportBearsPrivateNumber()
 {
     QFETCH(int, laterRecords);
     for (int record = 0; record < laterRecords; ++record)
@@ -95,7 +95,7 @@ void TestCurrentLimitsPage::noReportBearsThePrivateNumber()
     }
 }
 
-void TestCurrentLimitsPage::emptyingOneFieldEmptiesTheOtherAndWithdrawsTheChange()
+void TestCurrentLimitsPage::emptyingOneFieldEmptiesOtherAndWithdrawsChange()
 {
     type(upper, "12");
     emptyByHand(lower);
@@ -119,7 +119,7 @@ void TestCurrentLimitsPage::clearingEmptiesBothFields()
     QCOMPARE(shown->deleted.count(), 0);
 }
 
-void TestCurrentLimitsPage::aLoneSignInOneFieldReportsNothing()
+void TestCurrentLimitsPage::loneSignInOneFieldReportsNothing()
 {
     type(lower, "-");
     QCOMPARE(upper->text(), QStringLiteral("-"));

@@ -43,22 +43,22 @@ private slots:
     void cleanup() { folder.reset(); }
 
     void pageBeginsWithoutParentAndWithoutParameters();
-    void pageIsAboutTheParametersThatItNames();
+    void pageIsAboutParametersThatItNames();
     void numberNamedTwiceKeepsItsFirstPlace();
     void pageOfAllParametersIsAboutEveryNumber();
 
     void recordIsHandedOutInAscendingOrderAndThenFinished();
     void parametersOfOtherPagesAreNotHandedOut();
     void pageOfAllParametersIsHandedEveryOne();
-    void recordWithoutParametersGoesStraightToTheEnd();
-    void pageKeepsACopyOfTheWholeRecord();
-    void liveValuesAreFreshWhenTheFirstParameterArrives();
+    void recordWithoutParametersGoesStraightToEnd();
+    void pageKeepsCopyOfWholeRecord();
+    void liveValuesAreFreshWhenFirstParameterArrives();
 
     void userChangesAreHandedOutInAscendingOrder();
     void userChangesOfOtherPagesAreNotHandedOut();
-    void changesOfTheShownDriveTakeThePlaceOfAllOthers();
+    void changesOfShownDriveTakePlaceOfAllOthers();
 
-    void softwareVersionSelectsTheDefinitions();
+    void softwareVersionSelectsDefinitions();
     void unknownVersionHasNoNames();
 
 private:
@@ -75,7 +75,7 @@ void TestDataWidget::pageBeginsWithoutParentAndWithoutParameters()
     QCOMPARE(page.device.softwareVersion, Z7Device::unknownVersion());
 }
 
-void TestDataWidget::pageIsAboutTheParametersThatItNames()
+void TestDataWidget::pageIsAboutParametersThatItNames()
 {
     NotingPage page;
     page.addParamId(12);
@@ -124,7 +124,7 @@ void TestDataWidget::pageOfAllParametersIsHandedEveryOne()
     QCOMPARE(page.notes, (QStringList {"device 11=110", "device 32769=5", "finished"}));
 }
 
-void TestDataWidget::recordWithoutParametersGoesStraightToTheEnd()
+void TestDataWidget::recordWithoutParametersGoesStraightToEnd()
 {
     NotingPage page;
     page.allParameters = true;
@@ -132,7 +132,7 @@ void TestDataWidget::recordWithoutParametersGoesStraightToTheEnd()
     QCOMPARE(page.notes, QStringList {"finished"});
 }
 
-void TestDataWidget::pageKeepsACopyOfTheWholeRecord()
+void TestDataWidget::pageKeepsCopyOfWholeRecord()
 {
     NotingPage page;
     Z7Device reported = deviceWith({readParam(11, 110)});
@@ -147,7 +147,7 @@ void TestDataWidget::pageKeepsACopyOfTheWholeRecord()
     QCOMPARE(page.device.parameterSet.value(11).value, 110);
 }
 
-void TestDataWidget::liveValuesAreFreshWhenTheFirstParameterArrives()
+void TestDataWidget::liveValuesAreFreshWhenFirstParameterArrives()
 {
     NotingPage page;
     page.addParamId(11);
@@ -174,7 +174,7 @@ void TestDataWidget::userChangesOfOtherPagesAreNotHandedOut()
     QCOMPARE(page.notes, QStringList {"user 30=300"});
 }
 
-void TestDataWidget::changesOfTheShownDriveTakeThePlaceOfAllOthers()
+void TestDataWidget::changesOfShownDriveTakePlaceOfAllOthers()
 {
     NotingPage page;
     page.addParamId(30);
@@ -182,7 +182,7 @@ void TestDataWidget::changesOfTheShownDriveTakeThePlaceOfAllOthers()
     QCOMPARE(page.notes, (QStringList {"cleared", "user 30=300"}));
 }
 
-void TestDataWidget::softwareVersionSelectsTheDefinitions()
+void TestDataWidget::softwareVersionSelectsDefinitions()
 {
     defineParameters("V123", {"11;Rampe;ms;0;0;10;Unsigned;1;rw;0;"});
     defineParameters("V200", {"11;Steigung;s;0;0;10;Unsigned;1;rw;0;"});

@@ -46,14 +46,14 @@ private slots:
     void init();
     void cleanup();
 
-    void pageFitsIntoASmallWindow();
+    void pageFitsIntoSmallWindow();
     void valuesMoveNothing();
     void widestValueIsSeenWhole_data();
     void widestValueIsSeenWhole();
     void valuesAreLargeAndStandRightBesideTheirUnits();
-    void deviceGroupStaysInPlaceWhileTheDriveIsLost();
+    void deviceGroupStaysInPlaceWhileDriveIsLost();
     void statusTextCannotBeTicked();
-    void statusTextLooksLikeAText();
+    void statusTextLooksLikeText();
     void pageHasNothingToEdit();
 
 private:
@@ -92,7 +92,7 @@ QList<QRect> TestDeviceStatusLayout::groupPlaces() const
     return places;
 }
 
-void TestDeviceStatusLayout::pageFitsIntoASmallWindow()
+void TestDeviceStatusLayout::pageFitsIntoSmallWindow()
 {
     shown->showFor(driveWithTheWidestValues());
     const QSize least = shown->page->minimumSizeHint();
@@ -133,7 +133,7 @@ void TestDeviceStatusLayout::valuesAreLargeAndStandRightBesideTheirUnits()
     }
 }
 
-void TestDeviceStatusLayout::deviceGroupStaysInPlaceWhileTheDriveIsLost()
+void TestDeviceStatusLayout::deviceGroupStaysInPlaceWhileDriveIsLost()
 {
     shown->showFor(reachedDrive());
     QCoreApplication::processEvents();
@@ -159,7 +159,7 @@ void TestDeviceStatusLayout::statusTextCannotBeTicked()
     QCOMPARE(text->focusPolicy(), Qt::NoFocus);
 }
 
-void TestDeviceStatusLayout::statusTextLooksLikeAText()
+void TestDeviceStatusLayout::statusTextLooksLikeText()
 {
     shown->showFor(reachedDrive());
     for (const QCheckBox *text : shown->page->findChildren<QCheckBox *>()) {

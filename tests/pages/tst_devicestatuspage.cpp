@@ -102,11 +102,11 @@ private slots:
 
     void textStandsAtItsPlace_data();
     void textStandsAtItsPlace();
-    void textIsInTheUsersLanguage_data();
-    void textIsInTheUsersLanguage();
-    void languageFileGetsNoOtherTextsOfThePage();
-    void introductionTakesRoomOnlyIfItHasAText();
-    void unitsAreThoseOfTheLiveValues();
+    void textIsInUsersLanguage_data();
+    void textIsInUsersLanguage();
+    void languageFileGetsNoOtherTextsOfPage();
+    void introductionTakesRoomOnlyIfItHasText();
+    void unitsAreThoseOfLiveValues();
 
     void eachStatusBitHasItsLamp_data();
     void eachStatusBitHasItsLamp();
@@ -116,15 +116,15 @@ private slots:
     void eachOutputAndInputHasItsLamp();
 
     void nameVersionAddressAndModesAreShown();
-    void modesWithoutTextsLeaveTheSlashInItsBracket();
+    void modesWithoutTextsLeaveSlashInItsBracket();
     void liveValuesAreShownInDecimal();
-    void positionHasThreeDecimalsAndADot_data();
-    void positionHasThreeDecimalsAndADot();
+    void positionHasThreeDecimalsAndDot_data();
+    void positionHasThreeDecimalsAndDot();
 
-    void driveThatIsNotReportedKeepsItsNameAndARedLamp_data();
-    void driveThatIsNotReportedKeepsItsNameAndARedLamp();
+    void driveThatIsNotReportedKeepsItsNameAndRedLamp_data();
+    void driveThatIsNotReportedKeepsItsNameAndRedLamp();
     void driveThatComesBackIsShownWhole();
-    void pageWithoutADriveHasItsLampsOff();
+    void pageWithoutDriveHasItsLampsOff();
     void networkPageIsEmpty();
 
 private:
@@ -189,12 +189,12 @@ void TestDeviceStatusPage::textStandsAtItsPlace()
     QTEST(textOf(object), "text");
 }
 
-void TestDeviceStatusPage::textIsInTheUsersLanguage_data()
+void TestDeviceStatusPage::textIsInUsersLanguage_data()
 {
     addTextRows();
 }
 
-void TestDeviceStatusPage::textIsInTheUsersLanguage()
+void TestDeviceStatusPage::textIsInUsersLanguage()
 {
     QFETCH(QString, object);
     QFETCH(QString, key);
@@ -203,7 +203,7 @@ void TestDeviceStatusPage::textIsInTheUsersLanguage()
     QCOMPARE(textOf(object), QStringLiteral("translated"));
 }
 
-void TestDeviceStatusPage::languageFileGetsNoOtherTextsOfThePage()
+void TestDeviceStatusPage::languageFileGetsNoOtherTextsOfPage()
 {
     show(reachedDrive());
     Z7Services::instance()->language()->save();
@@ -216,7 +216,7 @@ void TestDeviceStatusPage::languageFileGetsNoOtherTextsOfThePage()
     QCOMPARE(file.allKeys(), expected);
 }
 
-void TestDeviceStatusPage::introductionTakesRoomOnlyIfItHasAText()
+void TestDeviceStatusPage::introductionTakesRoomOnlyIfItHasText()
 {
     const auto *frame = shown->child<QFrame>("topFrame");
     show(reachedDrive());
@@ -228,7 +228,7 @@ void TestDeviceStatusPage::introductionTakesRoomOnlyIfItHasAText()
     QVERIFY(frame->isVisible());
 }
 
-void TestDeviceStatusPage::unitsAreThoseOfTheLiveValues()
+void TestDeviceStatusPage::unitsAreThoseOfLiveValues()
 {
     for (const int number : {0x8001, 0x8007, 0x8004, 0x8005, 0x800D})
         defineParameters("V123", {QString("%1;Wert;u%1;0;0;0;Signed;1;r;0;").arg(number)});
@@ -318,7 +318,7 @@ void TestDeviceStatusPage::nameVersionAddressAndModesAreShown()
     QCOMPARE(shown->text("lOperationStatus_2"), QStringLiteral("1/2 (Eins 1/two)"));
 }
 
-void TestDeviceStatusPage::modesWithoutTextsLeaveTheSlashInItsBracket()
+void TestDeviceStatusPage::modesWithoutTextsLeaveSlashInItsBracket()
 {
     show(inModes(reachedDrive(), 3, 0));
     QCOMPARE(shown->text("lOperationStatus_2"), QStringLiteral("3/0 (/)"));
@@ -338,7 +338,7 @@ void TestDeviceStatusPage::liveValuesAreShownInDecimal()
     QCOMPARE(shown->text("edAnalogInput"), QStringLiteral("1023"));
 }
 
-void TestDeviceStatusPage::positionHasThreeDecimalsAndADot_data()
+void TestDeviceStatusPage::positionHasThreeDecimalsAndDot_data()
 {
     QTest::addColumn<double>("position");
     QTest::addColumn<QString>("text");
@@ -347,7 +347,7 @@ void TestDeviceStatusPage::positionHasThreeDecimalsAndADot_data()
     QTest::newRow("a fraction is rounded") << 0.0006 << "0.001";
 }
 
-void TestDeviceStatusPage::positionHasThreeDecimalsAndADot()
+void TestDeviceStatusPage::positionHasThreeDecimalsAndDot()
 {
     QFETCH(double, position);
     QLocale::setDefault(QLocale(QLocale::German));
@@ -358,7 +358,7 @@ void TestDeviceStatusPage::positionHasThreeDecimalsAndADot()
     QTEST(shown->text("lCurrentPositionDevice"), "text");
 }
 
-void TestDeviceStatusPage::driveThatIsNotReportedKeepsItsNameAndARedLamp_data()
+void TestDeviceStatusPage::driveThatIsNotReportedKeepsItsNameAndRedLamp_data()
 {
     QTest::addColumn<bool>("access");
     QTest::addColumn<int>("error");
@@ -367,7 +367,7 @@ void TestDeviceStatusPage::driveThatIsNotReportedKeepsItsNameAndARedLamp_data()
     QTest::newRow("lost") << false << 7;
 }
 
-void TestDeviceStatusPage::driveThatIsNotReportedKeepsItsNameAndARedLamp()
+void TestDeviceStatusPage::driveThatIsNotReportedKeepsItsNameAndRedLamp()
 {
     QFETCH(bool, access);
     QFETCH(int, error);
@@ -393,7 +393,7 @@ void TestDeviceStatusPage::driveThatComesBackIsShownWhole()
     QCOMPARE(lamp("lDeviceStatusIcon"), QStringLiteral("Green"));
 }
 
-void TestDeviceStatusPage::pageWithoutADriveHasItsLampsOff()
+void TestDeviceStatusPage::pageWithoutDriveHasItsLampsOff()
 {
     QCOMPARE(lamps(), (QStringList {"Gray", "Gray", "Gray", "Gray", "Gray", "Gray", "Gray", "Gray"}));
     QCOMPARE(lamp("lDeviceStatusIcon"), QStringLiteral("Green"));

@@ -51,41 +51,41 @@ private slots:
 
     void captionsStandAtTheirPlaces_data();
     void captionsStandAtTheirPlaces();
-    void captionsAreInTheUsersLanguage_data() { captionsStandAtTheirPlaces_data(); }
-    void captionsAreInTheUsersLanguage();
+    void captionsAreInUsersLanguage_data() { captionsStandAtTheirPlaces_data(); }
+    void captionsAreInUsersLanguage();
     void emptyIntroductionIsNotHidden();
     void buttonsBearTheirIcons();
     void fileAndOutputCanOnlyBeRead();
     void pageWantsEveryDriveAndNoParameter();
 
-    void shownPageIsIdleAndSaysSoInTheOutput();
-    void fileIsPickedInADialog();
-    void dialogLeftWithoutAFileKeepsTheChosenOne();
+    void shownPageIsIdleAndSaysSoInOutput();
+    void fileIsPickedInDialog();
+    void dialogLeftWithoutFileKeepsChosenOne();
 
     void severalDrivesAreRefusedWithTheirNumber_data();
     void severalDrivesAreRefusedWithTheirNumber();
-    void refusalLooksTheSameEachTime();
-    void updateWithoutAFileIsRefused();
+    void refusalLooksSameEachTime();
+    void updateWithoutFileIsRefused();
     void fileRemovedAfterItsChoiceIsRefused();
     void missingProgrammerIsRefused();
     void whatIsNoRegularFileIsNoFirmware_data();
     void whatIsNoRegularFileIsNoFirmware();
     void whatIsNoRegularFileIsNoProgrammer_data() { whatIsNoRegularFileIsNoFirmware_data(); }
     void whatIsNoRegularFileIsNoProgrammer();
-    void linkToAFileIsAFile();
-    void drivesAreCheckedBeforeTheFile();
-    void fileIsCheckedBeforeTheProgrammer();
+    void linkToFileIsFile();
+    void drivesAreCheckedBeforeFile();
+    void fileIsCheckedBeforeProgrammer();
     void runningUpdateIsRefusedBeforeAnythingElseIsChecked();
     void refusalLeavesAllAsItWas();
-    void driveConnectedAfterTheShowingIsNotCounted();
-    void driveConnectedAfterTheShowingIsCountedWhenThePageIsShownAgain();
+    void driveConnectedAfterShowingIsNotCounted();
+    void driveConnectedAfterShowingIsCountedWhenPageIsShownAgain();
     void drivesAreCountedAnewAtEachShowing();
-    void withoutADriveTheUpdateGoesAsFarAsTheBootloaderCommand();
+    void updateWithoutDriveGoesAsFarAsBootloaderCommand();
 
-    void questionIsAskedBeforeTheStart();
-    void outputIsClearedBeforeTheQuestion();
-    void anotherAnswerThanYesLeavesAllButTheOutputAsItWas_data();
-    void anotherAnswerThanYesLeavesAllButTheOutputAsItWas();
+    void questionIsAskedBeforeStart();
+    void outputIsClearedBeforeQuestion();
+    void anotherAnswerThanYesLeavesAllButOutputAsItWas_data();
+    void anotherAnswerThanYesLeavesAllButOutputAsItWas();
 
 private:
     const FirmwareUser &user() const { return page->user; }
@@ -120,7 +120,7 @@ void TestFirmwarePage::captionsStandAtTheirPlaces()
     QTEST(page->shown.child<QWidget>(widget)->property("text").toString(), "text");
 }
 
-void TestFirmwarePage::captionsAreInTheUsersLanguage()
+void TestFirmwarePage::captionsAreInUsersLanguage()
 {
     QFETCH(QString, widget);
     QFETCH(QString, key);
@@ -163,7 +163,7 @@ void TestFirmwarePage::pageWantsEveryDriveAndNoParameter()
     QCOMPARE(page->shown.page->paramIds(), QList<int>());
 }
 
-void TestFirmwarePage::shownPageIsIdleAndSaysSoInTheOutput()
+void TestFirmwarePage::shownPageIsIdleAndSaysSoInOutput()
 {
     page->showWithDrives(1);
     QCOMPARE(user().stage(), Stage::idle);
@@ -171,7 +171,7 @@ void TestFirmwarePage::shownPageIsIdleAndSaysSoInTheOutput()
     QVERIFY(user().isReady());
 }
 
-void TestFirmwarePage::fileIsPickedInADialog()
+void TestFirmwarePage::fileIsPickedInDialog()
 {
     page->folder.write("image.bin", "firmware");
     page->showWithDrives(1);
@@ -184,7 +184,7 @@ void TestFirmwarePage::fileIsPickedInADialog()
     QCOMPARE(user().chosenFile(), QDir::current().filePath("image.bin"));
 }
 
-void TestFirmwarePage::dialogLeftWithoutAFileKeepsTheChosenOne()
+void TestFirmwarePage::dialogLeftWithoutFileKeepsChosenOne()
 {
     page->folder.write("image.bin", "firmware");
     page->showWithDrives(1);
@@ -207,7 +207,7 @@ void TestFirmwarePage::severalDrivesAreRefusedWithTheirNumber()
     QCOMPARE(user().start(QMessageBox::Ok).text, tooManyDrives(count));
 }
 
-void TestFirmwarePage::refusalLooksTheSameEachTime()
+void TestFirmwarePage::refusalLooksSameEachTime()
 {
     page->showWithDrives(1);
     const SeenMessageBox box = user().start(QMessageBox::Ok);
@@ -217,7 +217,7 @@ void TestFirmwarePage::refusalLooksTheSameEachTime()
     QVERIFY(box.hasParent);
 }
 
-void TestFirmwarePage::updateWithoutAFileIsRefused()
+void TestFirmwarePage::updateWithoutFileIsRefused()
 {
     page->showWithDrives(1);
     QCOMPARE(user().start(QMessageBox::Ok).text, fileMissing(QString()));
@@ -268,7 +268,7 @@ void TestFirmwarePage::whatIsNoRegularFileIsNoProgrammer()
     QCOMPARE(user().start(QMessageBox::Ok).text, programmerMissing);
 }
 
-void TestFirmwarePage::linkToAFileIsAFile()
+void TestFirmwarePage::linkToFileIsFile()
 {
     user().writeImageAndProgrammer();
     QVERIFY(QFile::link("image.bin", "link.bin"));
@@ -277,14 +277,14 @@ void TestFirmwarePage::linkToAFileIsAFile()
     QCOMPARE(user().start(QMessageBox::No).text, question);
 }
 
-void TestFirmwarePage::drivesAreCheckedBeforeTheFile()
+void TestFirmwarePage::drivesAreCheckedBeforeFile()
 {
     page->folder.write("Z7Programmer.exe", "programmer");
     page->showWithDrives(2);
     QCOMPARE(user().start(QMessageBox::Ok).text, tooManyDrives(2));
 }
 
-void TestFirmwarePage::fileIsCheckedBeforeTheProgrammer()
+void TestFirmwarePage::fileIsCheckedBeforeProgrammer()
 {
     page->showWithDrives(1);
     QVERIFY(!QFile::exists("Z7Programmer.exe"));
@@ -313,7 +313,7 @@ void TestFirmwarePage::refusalLeavesAllAsItWas()
     QCOMPARE(page->stopRequests.count(), 0);
 }
 
-void TestFirmwarePage::driveConnectedAfterTheShowingIsNotCounted()
+void TestFirmwarePage::driveConnectedAfterShowingIsNotCounted()
 {
     user().writeImageAndProgrammer();
     page->showWithDrives(1);
@@ -324,7 +324,7 @@ void TestFirmwarePage::driveConnectedAfterTheShowingIsNotCounted()
     QCOMPARE(user().stage(), Stage::stopping);
 }
 
-void TestFirmwarePage::driveConnectedAfterTheShowingIsCountedWhenThePageIsShownAgain()
+void TestFirmwarePage::driveConnectedAfterShowingIsCountedWhenPageIsShownAgain()
 {
     page->showWithDrives(1);
     page->showWithDrives(2);
@@ -338,7 +338,7 @@ void TestFirmwarePage::drivesAreCountedAnewAtEachShowing()
     QCOMPARE(user().start(QMessageBox::Ok).text, fileMissing(QString()));
 }
 
-void TestFirmwarePage::withoutADriveTheUpdateGoesAsFarAsTheBootloaderCommand()
+void TestFirmwarePage::updateWithoutDriveGoesAsFarAsBootloaderCommand()
 {
     user().writeImageAndProgrammer();
     page->showWithDrives(0);
@@ -350,7 +350,7 @@ void TestFirmwarePage::withoutADriveTheUpdateGoesAsFarAsTheBootloaderCommand()
     QVERIFY(user().isBusy());
 }
 
-void TestFirmwarePage::questionIsAskedBeforeTheStart()
+void TestFirmwarePage::questionIsAskedBeforeStart()
 {
     user().writeImageAndProgrammer();
     page->showWithDrives(1);
@@ -363,7 +363,7 @@ void TestFirmwarePage::questionIsAskedBeforeTheStart()
     QVERIFY(box.isModal);
 }
 
-void TestFirmwarePage::outputIsClearedBeforeTheQuestion()
+void TestFirmwarePage::outputIsClearedBeforeQuestion()
 {
     user().writeImageAndProgrammer();
     page->showWithDrives(1);
@@ -377,14 +377,14 @@ void TestFirmwarePage::outputIsClearedBeforeTheQuestion()
     QCOMPARE(logAtTheQuestion, QString());
 }
 
-void TestFirmwarePage::anotherAnswerThanYesLeavesAllButTheOutputAsItWas_data()
+void TestFirmwarePage::anotherAnswerThanYesLeavesAllButOutputAsItWas_data()
 {
     QTest::addColumn<int>("key");
     QTest::newRow("No, which has the focus") << int(Qt::Key_Return);
     QTest::newRow("the box closed with Escape") << int(Qt::Key_Escape);
 }
 
-void TestFirmwarePage::anotherAnswerThanYesLeavesAllButTheOutputAsItWas()
+void TestFirmwarePage::anotherAnswerThanYesLeavesAllButOutputAsItWas()
 {
     QFETCH(int, key);
     user().writeImageAndProgrammer();

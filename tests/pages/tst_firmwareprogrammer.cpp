@@ -42,21 +42,21 @@ private slots:
     void cleanup();
 
     void programmerGetsPortAndFileAndNothingElse();
-    void fileOfTheConfirmedStartIsUsedThoughTheFieldWasEmptied();
-    void driveWithoutAPortLeavesTheSwitchBare();
-    void programmerStartsOnceTheDriveHasSettled();
-    void updateWithoutASettledDriveStartsNoProgrammer();
+    void fileOfConfirmedStartIsUsedThoughFieldWasEmptied();
+    void driveWithoutPortLeavesSwitchBare();
+    void programmerStartsOnceDriveHasSettled();
+    void updateWithoutSettledDriveStartsNoProgrammer();
 
-    void searchPathIsTheSameAfterTheStart_data();
-    void searchPathIsTheSameAfterTheStart();
-    void programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder_data();
-    void programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder();
-    void programmerIsFoundInAFolderThatNoSearchPathCanName();
+    void searchPathIsSameAfterStart_data();
+    void searchPathIsSameAfterStart();
+    void programmerOnSearchPathComesBeforeThatOfWorkingFolder_data();
+    void programmerOnSearchPathComesBeforeThatOfWorkingFolder();
+    void programmerIsFoundInFolderThatNoSearchPathCanName();
 
-    void programmerHasTheBusFromTheAcceptedCommandToItsEnd();
-    void programmerThatCannotStartGivesTheBusBack_data();
-    void programmerThatCannotStartGivesTheBusBack();
-    void eachUpdateTakesTheBusAndGivesItBack();
+    void programmerHasBusFromAcceptedCommandToItsEnd();
+    void programmerThatCannotStartGivesBusBack_data();
+    void programmerThatCannotStartGivesBusBack();
+    void eachUpdateTakesBusAndGivesItBack();
 
     void standardOutputIsAppended();
     void umlautsAreSingleBytes();
@@ -64,19 +64,19 @@ private slots:
     void standardErrorIsNotKept();
     void zeroByteCutsThatReadAlone();
     void outputIsNeverInterpreted();
-    void outputGoesOnInTheFieldClearedByAnotherShowing();
+    void outputGoesOnInFieldClearedByAnotherShowing();
 
-    void endOfTheProgrammerEndsTheUpdate_data();
-    void endOfTheProgrammerEndsTheUpdate();
-    void programmerThatHangsKeepsThePageBusy();
-    void programmerThatCannotBeExecutedIsADeadEnd();
-    void secondUpdateRunsTheProgrammerAgain();
-    void endlessOutputKeepsTheNewestLinesAndThePageResponsive();
+    void endOfProgrammerEndsUpdate_data();
+    void endOfProgrammerEndsUpdate();
+    void programmerThatHangsKeepsPageBusy();
+    void programmerThatCannotBeExecutedIsDeadEnd();
+    void secondUpdateRunsProgrammerAgain();
+    void endlessOutputKeepsNewestLinesAndPageResponsive();
 
-    void closedProgramOutlivesAProgrammerThatStillTransfers_data();
-    void closedProgramOutlivesAProgrammerThatStillTransfers();
-    void closedProgramGivesASilentProgrammerUp();
-    void eachOutputMakesTheClosedProgramPatientAnew();
+    void closedProgramOutlivesProgrammerThatStillTransfers_data();
+    void closedProgramOutlivesProgrammerThatStillTransfers();
+    void closedProgramGivesSilentProgrammerUp();
+    void eachOutputMakesClosedProgramPatientAnew();
     void closedProgramStartsNoProgrammer();
     void closedProgramTouchesNoServices();
 
@@ -150,7 +150,7 @@ void TestFirmwareProgrammer::programmerGetsPortAndFileAndNothingElse()
         "2\n-ittyUSB0\n-a" + QDir::currentPath().toUtf8() + "/firmware of the day/new  image.bin\n");
 }
 
-void TestFirmwareProgrammer::fileOfTheConfirmedStartIsUsedThoughTheFieldWasEmptied()
+void TestFirmwareProgrammer::fileOfConfirmedStartIsUsedThoughFieldWasEmptied()
 {
     page->startUpdate();
     writeProgrammer("echo \"$2\" > file");
@@ -161,7 +161,7 @@ void TestFirmwareProgrammer::fileOfTheConfirmedStartIsUsedThoughTheFieldWasEmpti
     QCOMPARE(page->folder.read("file"), "-a" + QDir::currentPath().toUtf8() + "/image.bin\n");
 }
 
-void TestFirmwareProgrammer::driveWithoutAPortLeavesTheSwitchBare()
+void TestFirmwareProgrammer::driveWithoutPortLeavesSwitchBare()
 {
     page->startUpToBootloaderCommand();
     writeProgrammer("echo \"$1\" > port");
@@ -172,7 +172,7 @@ void TestFirmwareProgrammer::driveWithoutAPortLeavesTheSwitchBare()
     QCOMPARE(page->folder.read("port"), QByteArray("-i\n"));
 }
 
-void TestFirmwareProgrammer::programmerStartsOnceTheDriveHasSettled()
+void TestFirmwareProgrammer::programmerStartsOnceDriveHasSettled()
 {
     page->startUpToBootloaderCommand();
     writeProgrammer("touch started");
@@ -187,7 +187,7 @@ void TestFirmwareProgrammer::programmerStartsOnceTheDriveHasSettled()
     QTRY_VERIFY(QFile::exists("started"));
 }
 
-void TestFirmwareProgrammer::updateWithoutASettledDriveStartsNoProgrammer()
+void TestFirmwareProgrammer::updateWithoutSettledDriveStartsNoProgrammer()
 {
     page->startUpToBootloaderCommand();
     writeProgrammer("touch started");
@@ -197,7 +197,7 @@ void TestFirmwareProgrammer::updateWithoutASettledDriveStartsNoProgrammer()
     QCOMPARE(user().stage(), Stage::idle);
 }
 
-void TestFirmwareProgrammer::searchPathIsTheSameAfterTheStart_data()
+void TestFirmwareProgrammer::searchPathIsSameAfterStart_data()
 {
     QTest::addColumn<QByteArray>("path");
     QTest::newRow("as a rule") << searchPath;
@@ -206,7 +206,7 @@ void TestFirmwareProgrammer::searchPathIsTheSameAfterTheStart_data()
     QTest::newRow("unset") << QByteArray();
 }
 
-void TestFirmwareProgrammer::searchPathIsTheSameAfterTheStart()
+void TestFirmwareProgrammer::searchPathIsSameAfterStart()
 {
     QFETCH(QByteArray, path);
     page->startUpToBootloaderCommand();
@@ -219,14 +219,14 @@ void TestFirmwareProgrammer::searchPathIsTheSameAfterTheStart()
     QVERIFY(QFile::exists("started"));
 }
 
-void TestFirmwareProgrammer::programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder_data()
+void TestFirmwareProgrammer::programmerOnSearchPathComesBeforeThatOfWorkingFolder_data()
 {
     QTest::addColumn<bool>("canBeExecuted");
     QTest::newRow("programmer") << true;
     QTest::newRow("unless it cannot be executed") << false;
 }
 
-void TestFirmwareProgrammer::programmerOnTheSearchPathComesBeforeThatOfTheWorkingFolder()
+void TestFirmwareProgrammer::programmerOnSearchPathComesBeforeThatOfWorkingFolder()
 {
     QFETCH(bool, canBeExecuted);
     page->startUpToBootloaderCommand();
@@ -242,7 +242,7 @@ void TestFirmwareProgrammer::programmerOnTheSearchPathComesBeforeThatOfTheWorkin
     QCOMPARE(printed().section('\n', 0, 0), canBeExecuted ? QString("installed") : QString("lying"));
 }
 
-void TestFirmwareProgrammer::programmerIsFoundInAFolderThatNoSearchPathCanName()
+void TestFirmwareProgrammer::programmerIsFoundInFolderThatNoSearchPathCanName()
 {
     // The colon separates the folders of the search path.
     QVERIFY(QDir().mkdir("drive:3") && QDir::setCurrent("drive:3"));
@@ -253,7 +253,7 @@ void TestFirmwareProgrammer::programmerIsFoundInAFolderThatNoSearchPathCanName()
     QCOMPARE(printed(), QStringLiteral("started\nIdle\n"));
 }
 
-void TestFirmwareProgrammer::programmerHasTheBusFromTheAcceptedCommandToItsEnd()
+void TestFirmwareProgrammer::programmerHasBusFromAcceptedCommandToItsEnd()
 {
     page->startUpToBootloaderCommand();
     writeProgrammer("printf running; while [ ! -e go-on ]; do sleep 0.01; done");
@@ -267,7 +267,7 @@ void TestFirmwareProgrammer::programmerHasTheBusFromTheAcceptedCommandToItsEnd()
     QCOMPARE(page->busNews(), takenAndGivenBack);
 }
 
-void TestFirmwareProgrammer::programmerThatCannotStartGivesTheBusBack_data()
+void TestFirmwareProgrammer::programmerThatCannotStartGivesBusBack_data()
 {
     QTest::addColumn<QByteArray>("trouble");
     QTest::newRow("programmer that cannot be executed") << QByteArray("no right");
@@ -276,7 +276,7 @@ void TestFirmwareProgrammer::programmerThatCannotStartGivesTheBusBack_data()
     QTest::newRow("no process to run it with") << QByteArray("no process");
 }
 
-void TestFirmwareProgrammer::programmerThatCannotStartGivesTheBusBack()
+void TestFirmwareProgrammer::programmerThatCannotStartGivesBusBack()
 {
     QFETCH(QByteArray, trouble);
     page->startUpToBootloaderCommand();
@@ -301,7 +301,7 @@ void TestFirmwareProgrammer::programmerThatCannotStartGivesTheBusBack()
     QCOMPARE(page->busNews(), takenAndGivenBack);
 }
 
-void TestFirmwareProgrammer::eachUpdateTakesTheBusAndGivesItBack()
+void TestFirmwareProgrammer::eachUpdateTakesBusAndGivesItBack()
 {
     startProgrammer("exit 1");
     QTRY_VERIFY(isOver());
@@ -359,7 +359,7 @@ void TestFirmwareProgrammer::outputIsNeverInterpreted()
     QCOMPARE(user().stage(), Stage::programming);
 }
 
-void TestFirmwareProgrammer::outputGoesOnInTheFieldClearedByAnotherShowing()
+void TestFirmwareProgrammer::outputGoesOnInFieldClearedByAnotherShowing()
 {
     startProgrammer("printf 'before'; while [ ! -e go-on ]; do sleep 0.01; done; printf 'after'");
     QTRY_COMPARE(printed(), QStringLiteral("before"));
@@ -371,7 +371,7 @@ void TestFirmwareProgrammer::outputGoesOnInTheFieldClearedByAnotherShowing()
     QCOMPARE(user().log(), Stage::programming + "\n\nafter\nIdle\n");
 }
 
-void TestFirmwareProgrammer::endOfTheProgrammerEndsTheUpdate_data()
+void TestFirmwareProgrammer::endOfProgrammerEndsUpdate_data()
 {
     QTest::addColumn<QByteArray>("end");
     QTest::newRow("with success") << QByteArray("exit 0");
@@ -379,7 +379,7 @@ void TestFirmwareProgrammer::endOfTheProgrammerEndsTheUpdate_data()
     QTest::newRow("with a crash") << QByteArray("kill -SEGV $$");
 }
 
-void TestFirmwareProgrammer::endOfTheProgrammerEndsTheUpdate()
+void TestFirmwareProgrammer::endOfProgrammerEndsUpdate()
 {
     QFETCH(QByteArray, end);
     startProgrammer("printf 'bye'; " + end);
@@ -389,7 +389,7 @@ void TestFirmwareProgrammer::endOfTheProgrammerEndsTheUpdate()
     QCOMPARE(page->stopRequests.count(), 1);
 }
 
-void TestFirmwareProgrammer::programmerThatHangsKeepsThePageBusy()
+void TestFirmwareProgrammer::programmerThatHangsKeepsPageBusy()
 {
     startProgrammer("printf 'waiting'; exec sleep 1000");
     QTRY_COMPARE(printed(), QStringLiteral("waiting"));
@@ -397,7 +397,7 @@ void TestFirmwareProgrammer::programmerThatHangsKeepsThePageBusy()
     QVERIFY(user().isBusy());
 }
 
-void TestFirmwareProgrammer::programmerThatCannotBeExecutedIsADeadEnd()
+void TestFirmwareProgrammer::programmerThatCannotBeExecutedIsDeadEnd()
 {
     page->startUpToBootloaderCommand();
     QVERIFY(!QFileInfo("Z7Programmer.exe").isExecutable());
@@ -409,7 +409,7 @@ void TestFirmwareProgrammer::programmerThatCannotBeExecutedIsADeadEnd()
     QCOMPARE(printed(), QString());
 }
 
-void TestFirmwareProgrammer::secondUpdateRunsTheProgrammerAgain()
+void TestFirmwareProgrammer::secondUpdateRunsProgrammerAgain()
 {
     startProgrammer("printf 'first'; exit 1");
     QTRY_VERIFY(isOver());
@@ -422,7 +422,7 @@ void TestFirmwareProgrammer::secondUpdateRunsTheProgrammerAgain()
         Stage::stopping + "\n\n" + Stage::bootloader + "\n\n" + Stage::programming + "\n\nsecond\nIdle\n");
 }
 
-void TestFirmwareProgrammer::endlessOutputKeepsTheNewestLinesAndThePageResponsive()
+void TestFirmwareProgrammer::endlessOutputKeepsNewestLinesAndPageResponsive()
 {
     // Numbers as fast as they can be read.
     startProgrammer("exec seq 1000000000");
@@ -441,7 +441,7 @@ void TestFirmwareProgrammer::endlessOutputKeepsTheNewestLinesAndThePageResponsiv
     QVERIFY2(longestMs < 1000, qPrintable(QString::number(longestMs)));
 }
 
-void TestFirmwareProgrammer::closedProgramOutlivesAProgrammerThatStillTransfers_data()
+void TestFirmwareProgrammer::closedProgramOutlivesProgrammerThatStillTransfers_data()
 {
     QTest::addColumn<QByteArray>("transfer");
     QTest::newRow("prints on") << QByteArray("for i in {1..20}; do echo $i; sleep 0.05; done");
@@ -451,7 +451,7 @@ void TestFirmwareProgrammer::closedProgramOutlivesAProgrammerThatStillTransfers_
     QTest::newRow("has closed its output") << QByteArray("exec >&-; sleep 1");
 }
 
-void TestFirmwareProgrammer::closedProgramOutlivesAProgrammerThatStillTransfers()
+void TestFirmwareProgrammer::closedProgramOutlivesProgrammerThatStillTransfers()
 {
     QFETCH(QByteArray, transfer);
     startProgrammer("printf running; " + transfer + "; touch complete");
@@ -461,7 +461,7 @@ void TestFirmwareProgrammer::closedProgramOutlivesAProgrammerThatStillTransfers(
     QVERIFY(QFile::exists("complete"));
 }
 
-void TestFirmwareProgrammer::closedProgramGivesASilentProgrammerUp()
+void TestFirmwareProgrammer::closedProgramGivesSilentProgrammerUp()
 {
     startProgrammer("echo $$ > process; printf running; exec sleep 1000");
     QTRY_COMPARE(printed(), QStringLiteral("running"));
@@ -472,7 +472,7 @@ void TestFirmwareProgrammer::closedProgramGivesASilentProgrammerUp()
     QVERIFY(!isRunning(process));
 }
 
-void TestFirmwareProgrammer::eachOutputMakesTheClosedProgramPatientAnew()
+void TestFirmwareProgrammer::eachOutputMakesClosedProgramPatientAnew()
 {
     startProgrammer("for i in {1..8}; do printf .; sleep 0.4; done; touch complete");
     QTRY_VERIFY(printed().startsWith("."));

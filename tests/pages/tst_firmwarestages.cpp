@@ -29,26 +29,26 @@ private slots:
     void cleanup() { page.reset(); }
 
     void confirmedUpdateStopsAllCommunication();
-    void controlsAreDisabledWhileAnUpdateRuns();
-    void stoppedCommunicationLeadsToTheBootloaderCommand();
+    void controlsAreDisabledWhileUpdateRuns();
+    void stoppedCommunicationLeadsToBootloaderCommand();
     void stoppedCommunicationIsIgnoredWhenNoUpdateWaitsForIt();
-    void stoppedCommunicationIsIgnoredOnceTheCommandIsOut();
-    void driveInItsBootloaderLeadsToTheProgrammer();
-    void stoppedCommunicationIsIgnoredWhileTheProgrammerRuns();
-    void recordBeforeTheBootloaderCommandMeansNothing();
-    void outputBeforeTheFirstUpdateIsNone();
+    void stoppedCommunicationIsIgnoredOnceCommandIsOut();
+    void driveInItsBootloaderLeadsToProgrammer();
+    void stoppedCommunicationIsIgnoredWhileProgrammerRuns();
+    void recordBeforeBootloaderCommandMeansNothing();
+    void outputBeforeFirstUpdateIsNone();
 
-    void driveThatStaysOutOfItsBootloaderEndsTheUpdate_data();
-    void driveThatStaysOutOfItsBootloaderEndsTheUpdate();
-    void errorBeatsTheBootloaderMark();
-    void bootloaderErrorIsInTheUsersLanguage();
-    void updateCanBeStartedAgainAfterABootloaderError();
+    void driveThatStaysOutOfItsBootloaderEndsUpdate_data();
+    void driveThatStaysOutOfItsBootloaderEndsUpdate();
+    void errorBeatsBootloaderMark();
+    void bootloaderErrorIsInUsersLanguage();
+    void updateCanBeStartedAgainAfterBootloaderError();
 
-    void outputIsTheLogOfTheStages();
-    void pageShownAgainKeepsTheStageAndEmptiesFileAndOutput();
-    void updateGoesOnAfterThePageWasShownAgain();
-    void showingTheListedDriveIsNoOutcomeOfTheCommand();
-    void everyTextIsInTheUsersLanguage();
+    void outputIsLogOfStages();
+    void pageShownAgainKeepsStageAndEmptiesFileAndOutput();
+    void updateGoesOnAfterPageWasShownAgain();
+    void showingListedDriveIsNoOutcomeOfCommand();
+    void everyTextIsInUsersLanguage();
 
 private:
     const FirmwareUser &user() const { return page->user; }
@@ -64,7 +64,7 @@ void TestFirmwareStages::confirmedUpdateStopsAllCommunication()
     QCOMPARE(user().process(), QStringLiteral("Firmwareupdate läuft..."));
 }
 
-void TestFirmwareStages::controlsAreDisabledWhileAnUpdateRuns()
+void TestFirmwareStages::controlsAreDisabledWhileUpdateRuns()
 {
     page->startUpdate();
     QVERIFY(user().isBusy());
@@ -75,7 +75,7 @@ void TestFirmwareStages::controlsAreDisabledWhileAnUpdateRuns()
     QVERIFY2(user().output()->isEnabled(), "the output can be scrolled meanwhile");
 }
 
-void TestFirmwareStages::stoppedCommunicationLeadsToTheBootloaderCommand()
+void TestFirmwareStages::stoppedCommunicationLeadsToBootloaderCommand()
 {
     page->startUpdate();
     page->allCommunicationStopped();
@@ -93,7 +93,7 @@ void TestFirmwareStages::stoppedCommunicationIsIgnoredWhenNoUpdateWaitsForIt()
     QCOMPARE(user().log(), lastEntry(Stage::idle));
 }
 
-void TestFirmwareStages::stoppedCommunicationIsIgnoredOnceTheCommandIsOut()
+void TestFirmwareStages::stoppedCommunicationIsIgnoredOnceCommandIsOut()
 {
     page->startUpToBootloaderCommand();
     page->allCommunicationStopped();
@@ -101,7 +101,7 @@ void TestFirmwareStages::stoppedCommunicationIsIgnoredOnceTheCommandIsOut()
     QCOMPARE(user().log(), entry(Stage::stopping) + lastEntry(Stage::bootloader));
 }
 
-void TestFirmwareStages::driveInItsBootloaderLeadsToTheProgrammer()
+void TestFirmwareStages::driveInItsBootloaderLeadsToProgrammer()
 {
     page->startUpToBootloaderCommand();
     page->report(page->driveInBootloader());
@@ -110,7 +110,7 @@ void TestFirmwareStages::driveInItsBootloaderLeadsToTheProgrammer()
     QVERIFY(user().isBusy());
 }
 
-void TestFirmwareStages::stoppedCommunicationIsIgnoredWhileTheProgrammerRuns()
+void TestFirmwareStages::stoppedCommunicationIsIgnoredWhileProgrammerRuns()
 {
     page->startUpToBootloaderCommand();
     page->report(page->driveInBootloader());
@@ -121,7 +121,7 @@ void TestFirmwareStages::stoppedCommunicationIsIgnoredWhileTheProgrammerRuns()
     QCOMPARE(user().stage(), Stage::programming);
 }
 
-void TestFirmwareStages::recordBeforeTheBootloaderCommandMeansNothing()
+void TestFirmwareStages::recordBeforeBootloaderCommandMeansNothing()
 {
     page->startUpdate();
     page->report(page->driveWithError(1));
@@ -130,7 +130,7 @@ void TestFirmwareStages::recordBeforeTheBootloaderCommandMeansNothing()
     QCOMPARE(user().log(), lastEntry(Stage::stopping));
 }
 
-void TestFirmwareStages::outputBeforeTheFirstUpdateIsNone()
+void TestFirmwareStages::outputBeforeFirstUpdateIsNone()
 {
     page->showWithDrives(1);
     // No hand reaches this: there is no programmer yet.
@@ -138,7 +138,7 @@ void TestFirmwareStages::outputBeforeTheFirstUpdateIsNone()
     QCOMPARE(user().log(), lastEntry(Stage::idle));
 }
 
-void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsTheUpdate_data()
+void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsUpdate_data()
 {
     QTest::addColumn<int>("error");
     QTest::addColumn<QString>("reason");
@@ -149,7 +149,7 @@ void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsTheUpdate_data()
     QTest::newRow("no error, and no bootloader either") << 0 << "";
 }
 
-void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsTheUpdate()
+void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsUpdate()
 {
     QFETCH(int, error);
     QFETCH(QString, reason);
@@ -164,7 +164,7 @@ void TestFirmwareStages::driveThatStaysOutOfItsBootloaderEndsTheUpdate()
     QCOMPARE(page->busNews(), QStringList());
 }
 
-void TestFirmwareStages::errorBeatsTheBootloaderMark()
+void TestFirmwareStages::errorBeatsBootloaderMark()
 {
     Z7Device drive = page->driveWithError(1);
     drive.bootloaderActive = true;
@@ -173,7 +173,7 @@ void TestFirmwareStages::errorBeatsTheBootloaderMark()
     QCOMPARE(user().stage(), Stage::idle);
 }
 
-void TestFirmwareStages::bootloaderErrorIsInTheUsersLanguage()
+void TestFirmwareStages::bootloaderErrorIsInUsersLanguage()
 {
     page->folder.writeText("deutsch.z7lang",
         "[DialogFirmwareUpdate]\nErrorBootloaderInitFailed=No bootloader: %1!\n"
@@ -183,7 +183,7 @@ void TestFirmwareStages::bootloaderErrorIsInTheUsersLanguage()
     QVERIFY2(user().log().contains("\nNo bootloader: it turns!\n\n"), qPrintable(user().log()));
 }
 
-void TestFirmwareStages::updateCanBeStartedAgainAfterABootloaderError()
+void TestFirmwareStages::updateCanBeStartedAgainAfterBootloaderError()
 {
     page->startUpToBootloaderCommand();
     page->report(page->driveWithError(20));
@@ -194,7 +194,7 @@ void TestFirmwareStages::updateCanBeStartedAgainAfterABootloaderError()
     QCOMPARE(page->bootloaderRequests.count(), 2);
 }
 
-void TestFirmwareStages::outputIsTheLogOfTheStages()
+void TestFirmwareStages::outputIsLogOfStages()
 {
     page->startUpToBootloaderCommand();
     page->report(page->driveInBootloader());
@@ -202,7 +202,7 @@ void TestFirmwareStages::outputIsTheLogOfTheStages()
         user().log(), entry(Stage::stopping) + entry(Stage::bootloader) + lastEntry(Stage::programming));
 }
 
-void TestFirmwareStages::pageShownAgainKeepsTheStageAndEmptiesFileAndOutput()
+void TestFirmwareStages::pageShownAgainKeepsStageAndEmptiesFileAndOutput()
 {
     page->startUpdate();
     page->showWithDrives(1);
@@ -213,7 +213,7 @@ void TestFirmwareStages::pageShownAgainKeepsTheStageAndEmptiesFileAndOutput()
     QVERIFY(user().isBusy());
 }
 
-void TestFirmwareStages::updateGoesOnAfterThePageWasShownAgain()
+void TestFirmwareStages::updateGoesOnAfterPageWasShownAgain()
 {
     page->startUpdate();
     page->showWithDrives(1);
@@ -222,7 +222,7 @@ void TestFirmwareStages::updateGoesOnAfterThePageWasShownAgain()
     QCOMPARE(user().log(), entry(Stage::stopping) + lastEntry(Stage::bootloader));
 }
 
-void TestFirmwareStages::showingTheListedDriveIsNoOutcomeOfTheCommand()
+void TestFirmwareStages::showingListedDriveIsNoOutcomeOfCommand()
 {
     page->startUpToBootloaderCommand();
     page->showWithDrives(1);
@@ -232,7 +232,7 @@ void TestFirmwareStages::showingTheListedDriveIsNoOutcomeOfTheCommand()
     QTRY_COMPARE(user().stage(), Stage::programming);
 }
 
-void TestFirmwareStages::everyTextIsInTheUsersLanguage()
+void TestFirmwareStages::everyTextIsInUsersLanguage()
 {
     const QStringList keys {"Z7FirmwareFile", "FirmwareUpdateCurrentlyRunning", "OnlyOneMotorConflict",
         "UnableToOpenFirmwareFile", "ProgrammerNotAvailable", "FirmwareUploadConfirm", "QuestionStartUpload",

@@ -30,35 +30,35 @@ private slots:
     void init();
     void cleanup() { folder.reset(); }
 
-    void everyParameterOfTheFormBelongsToThePage();
-    void userValueIsBoldAndToTheRight();
-    void deviceValueIsGreyAndToTheRight();
-    void unitIsGreyAndComesFromTheDefinition();
-    void nameComesFromTheDefinition();
-    void nameAndUnitAreShownInTheUsersLanguage();
+    void everyParameterOfFormBelongsToPage();
+    void userValueIsBoldAndToRight();
+    void deviceValueIsGreyAndToRight();
+    void unitIsGreyAndComesFromDefinition();
+    void nameComesFromDefinition();
+    void nameAndUnitAreShownInUsersLanguage();
     void nameThatNoLabelShowsIsNotLookedUp();
     void readOnlyParameterShowsNoUserField();
-    void fieldOfAReadOnlyParameterIsNotBold();
+    void fieldOfReadOnlyParameterIsNotBold();
     void readOnlyParameterShowsItsDeviceValue();
 
-    void deviceValueIsShownAsTheRawNumber();
-    void deviceValueBeyondTheLimitsIsShownAsItComes();
-    void deviceValueStandsBesideBothFieldsOfAParameter();
+    void deviceValueIsShownAsRawNumber();
+    void deviceValueBeyondLimitsIsShownAsItComes();
+    void deviceValueStandsBesideBothFieldsOfParameter();
     void widgetsOfAnotherNameShowTheirParameter();
     void parameterOfAnotherPageChangesNothing();
-    void recordWithoutAParameterLeavesItsValue();
+    void recordWithoutParameterLeavesItsValue();
     void thousandRecordsLeaveNoMoreBehindThanTwo();
 
-    void valueOfADriveIsShownBeforeTheFirstShowing();
-    void limitsAreOpenUntilTheFirstDeviceValue();
-    void limitsAreOpenAgainAtTheNextShowing();
-    void limitsFollowTheDefinitionOfTheDrivesVersion();
+    void valueOfDriveIsShownBeforeFirstShowing();
+    void limitsAreOpenUntilFirstDeviceValue();
+    void limitsAreOpenAgainAtNextShowing();
+    void limitsFollowDefinitionOfDrivesVersion();
 
-    void separatorsOfTheUsersLanguageCannotBeTyped();
-    void fieldOfAReadOnlyVersionIsBackForAWritableOne();
+    void separatorsOfUsersLanguageCannotBeTyped();
+    void fieldOfReadOnlyVersionIsBackForWritableOne();
 
-    void introductionWithoutATextIsHidden();
-    void introductionShowsTheTextOfTheLanguage();
+    void introductionWithoutTextIsHidden();
+    void introductionShowsTextOfLanguage();
 
 private:
     std::optional<WorkingFolder> folder;
@@ -70,12 +70,12 @@ void TestLabelledFields::init()
     definePageParameters();
 }
 
-void TestLabelledFields::everyParameterOfTheFormBelongsToThePage()
+void TestLabelledFields::everyParameterOfFormBelongsToPage()
 {
     QCOMPARE(LabelledPage().paramIds(), (QList<int> {0x03, 0x1E, 0x3C, 0x53}));
 }
 
-void TestLabelledFields::userValueIsBoldAndToTheRight()
+void TestLabelledFields::userValueIsBoldAndToRight()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -83,7 +83,7 @@ void TestLabelledFields::userValueIsBoldAndToTheRight()
     QCOMPARE(page.field("Param0x03")->alignment(), Qt::AlignRight);
 }
 
-void TestLabelledFields::deviceValueIsGreyAndToTheRight()
+void TestLabelledFields::deviceValueIsGreyAndToRight()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -91,7 +91,7 @@ void TestLabelledFields::deviceValueIsGreyAndToTheRight()
     QCOMPARE(page.deviceLabel("Param0x03")->alignment(), Qt::AlignRight);
 }
 
-void TestLabelledFields::unitIsGreyAndComesFromTheDefinition()
+void TestLabelledFields::unitIsGreyAndComesFromDefinition()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -99,14 +99,14 @@ void TestLabelledFields::unitIsGreyAndComesFromTheDefinition()
     QCOMPARE(page.label("lParam0x03Unit")->text(), QStringLiteral("ms"));
 }
 
-void TestLabelledFields::nameComesFromTheDefinition()
+void TestLabelledFields::nameComesFromDefinition()
 {
     LabelledPage page;
     page.showFor(pageDrive());
     QCOMPARE(page.label("lParam0x03ParamName")->text(), QStringLiteral("Rampe"));
 }
 
-void TestLabelledFields::nameAndUnitAreShownInTheUsersLanguage()
+void TestLabelledFields::nameAndUnitAreShownInUsersLanguage()
 {
     folder->writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
     LabelledPage page;
@@ -136,7 +136,7 @@ void TestLabelledFields::readOnlyParameterShowsNoUserField()
     QVERIFY(page.field("Param0x03")->isVisible());
 }
 
-void TestLabelledFields::fieldOfAReadOnlyParameterIsNotBold()
+void TestLabelledFields::fieldOfReadOnlyParameterIsNotBold()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -151,7 +151,7 @@ void TestLabelledFields::readOnlyParameterShowsItsDeviceValue()
     QCOMPARE(page.deviceLabel("Param0x53")->text(), QStringLiteral("777"));
 }
 
-void TestLabelledFields::deviceValueIsShownAsTheRawNumber()
+void TestLabelledFields::deviceValueIsShownAsRawNumber()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -159,7 +159,7 @@ void TestLabelledFields::deviceValueIsShownAsTheRawNumber()
     QCOMPARE(page.deviceLabel("Param0x1E")->text(), QStringLiteral("-1500"));
 }
 
-void TestLabelledFields::deviceValueBeyondTheLimitsIsShownAsItComes()
+void TestLabelledFields::deviceValueBeyondLimitsIsShownAsItComes()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -167,7 +167,7 @@ void TestLabelledFields::deviceValueBeyondTheLimitsIsShownAsItComes()
     QCOMPARE(page.deviceLabel("Param0x03")->text(), QStringLiteral("60000"));
 }
 
-void TestLabelledFields::deviceValueStandsBesideBothFieldsOfAParameter()
+void TestLabelledFields::deviceValueStandsBesideBothFieldsOfParameter()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -192,7 +192,7 @@ void TestLabelledFields::parameterOfAnotherPageChangesNothing()
         QVERIFY(page.deviceLabel(stem)->text() != QStringLiteral("1"));
 }
 
-void TestLabelledFields::recordWithoutAParameterLeavesItsValue()
+void TestLabelledFields::recordWithoutParameterLeavesItsValue()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -201,7 +201,7 @@ void TestLabelledFields::recordWithoutAParameterLeavesItsValue()
     QCOMPARE(page.deviceLabel("Revolution")->text(), QStringLiteral("8"));
 }
 
-void TestLabelledFields::valueOfADriveIsShownBeforeTheFirstShowing()
+void TestLabelledFields::valueOfDriveIsShownBeforeFirstShowing()
 {
     LabelledPage page;
     page.DeviceUpdate(pageDrive());
@@ -210,7 +210,7 @@ void TestLabelledFields::valueOfADriveIsShownBeforeTheFirstShowing()
     QVERIFY(!page.field("Param0x03")->validator());
 }
 
-void TestLabelledFields::limitsAreOpenUntilTheFirstDeviceValue()
+void TestLabelledFields::limitsAreOpenUntilFirstDeviceValue()
 {
     LabelledPage page;
     page.softwareVersion = "V123";
@@ -222,7 +222,7 @@ void TestLabelledFields::limitsAreOpenUntilTheFirstDeviceValue()
     QCOMPARE(page.validator("Param0x03")->top(), 500);
 }
 
-void TestLabelledFields::limitsAreOpenAgainAtTheNextShowing()
+void TestLabelledFields::limitsAreOpenAgainAtNextShowing()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -230,7 +230,7 @@ void TestLabelledFields::limitsAreOpenAgainAtTheNextShowing()
     QCOMPARE(page.validator("Param0x03")->top(), INT_MAX);
 }
 
-void TestLabelledFields::separatorsOfTheUsersLanguageCannotBeTyped()
+void TestLabelledFields::separatorsOfUsersLanguageCannotBeTyped()
 {
     QLocale::setDefault(QLocale(QLocale::German));
     LabelledPage page;
@@ -240,7 +240,7 @@ void TestLabelledFields::separatorsOfTheUsersLanguageCannotBeTyped()
     QCOMPARE(page.field("Param0x03")->text(), QStringLiteral("200"));
 }
 
-void TestLabelledFields::fieldOfAReadOnlyVersionIsBackForAWritableOne()
+void TestLabelledFields::fieldOfReadOnlyVersionIsBackForWritableOne()
 {
     defineParameters("V300", {"83;Hours;h;0;0;9;Unsigned;1;rw;0;"});
     LabelledPage page;
@@ -250,7 +250,7 @@ void TestLabelledFields::fieldOfAReadOnlyVersionIsBackForAWritableOne()
     QVERIFY(page.field("Param0x53")->isVisible());
 }
 
-void TestLabelledFields::limitsFollowTheDefinitionOfTheDrivesVersion()
+void TestLabelledFields::limitsFollowDefinitionOfDrivesVersion()
 {
     LabelledPage page;
     page.showFor(pageDrive());
@@ -261,14 +261,14 @@ void TestLabelledFields::limitsFollowTheDefinitionOfTheDrivesVersion()
     QCOMPARE(page.validator("Param0x03")->top(), 99);
 }
 
-void TestLabelledFields::introductionWithoutATextIsHidden()
+void TestLabelledFields::introductionWithoutTextIsHidden()
 {
     LabelledPage page;
     page.showFor(pageDrive());
     QVERIFY(page.label("lIntro")->isHidden());
 }
 
-void TestLabelledFields::introductionShowsTheTextOfTheLanguage()
+void TestLabelledFields::introductionShowsTextOfLanguage()
 {
     folder->writeText("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
     LabelledPage page;

@@ -13,39 +13,39 @@ private slots:
     void init();
     void cleanup();
 
-    void typedNumberIsReportedAsAChange();
-    void reportBearsNothingButTheNumberAndTheValue();
-    void reportTellsTheSignOfTheDefinition();
-    void eachKeystrokeReportsTheNumberSoFar();
-    void emptiedFieldWithdrawsTheChange();
+    void typedNumberIsReportedAsChange();
+    void reportBearsNothingButNumberAndValue();
+    void reportTellsSignOfDefinition();
+    void eachKeystrokeReportsNumberSoFar();
+    void emptiedFieldWithdrawsChange();
     void loneMinusSignReportsNothing();
-    void numberBelowTheMinimumIsStillReported();
+    void numberBelowMinimumIsStillReported();
     void letterIsNotTaken();
     void fieldOfAnotherNameReportsItsParameter();
-    void numberThatIsNoneOfThePagesReportsNothing();
-    void keystrokeBeforeTheFirstDeviceValueReportsNothing();
+    void numberThatIsNoneOfPagesReportsNothing();
+    void keystrokeBeforeFirstDeviceValueReportsNothing();
 
-    void oneRecordReportsAKeystrokeOnce();
-    void laterRecordsRepeatTheSameReport();
-    void dayOfRecordsReportsAKeystrokeNoMoreThanTwice();
-    void newShowingReportsAKeystrokeOnceAgain();
+    void oneRecordReportsKeystrokeOnce();
+    void laterRecordsRepeatSameReport();
+    void dayOfRecordsReportsKeystrokeNoMoreThanTwice();
+    void newShowingReportsKeystrokeOnceAgain();
 
     void restoredUserValueIsShownAndNotReported();
     void userValueThatIsNoneIsIgnored();
-    void userValueOfAnotherPageLeavesTheFields();
-    void typingIntoARestoredFieldIsReported();
+    void userValueOfAnotherPageLeavesFields();
+    void typingIntoRestoredFieldIsReported();
     void pendingValueOfAnotherDriveCannotBeBroughtBack_data();
     void pendingValueOfAnotherDriveCannotBeBroughtBack();
-    void valueOfAHiddenFieldCannotBeBroughtBackOnceItIsShown();
-    void fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive();
-    void clearingEmptiesEveryFieldWithoutAReport();
-    void clearingReachesTheHiddenFieldOfAReadOnlyParameter();
+    void valueOfHiddenFieldCannotBeBroughtBackOnceItIsShown();
+    void fieldsShowOwnChangesAgainAfterThoseOfAnotherDrive();
+    void clearingEmptiesEveryFieldWithoutReport();
+    void clearingReachesHiddenFieldOfReadOnlyParameter();
     void userValueStaysWhileDeviceValuesChange();
 
-    void textOfOneFieldAppearsInTheSecond();
-    void textOfTheSecondFieldAppearsInTheFirst();
-    void secondFieldReportsTheParameterOnce();
-    void emptiedSecondFieldWithdrawsTheChange();
+    void textOfOneFieldAppearsInSecond();
+    void textOfSecondFieldAppearsInFirst();
+    void secondFieldReportsParameterOnce();
+    void emptiedSecondFieldWithdrawsChange();
     void restoredValueStandsInBothFields();
 
 private:
@@ -73,7 +73,7 @@ void TestLabelledPage::cleanup()
     folder.reset();
 }
 
-void TestLabelledPage::typedNumberIsReportedAsAChange()
+void TestLabelledPage::typedNumberIsReportedAsChange()
 {
     type(page->field("Param0x03"), "200");
     QCOMPARE(lastReported(*modified).number, 3);
@@ -82,7 +82,7 @@ void TestLabelledPage::typedNumberIsReportedAsAChange()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestLabelledPage::reportBearsNothingButTheNumberAndTheValue()
+void TestLabelledPage::reportBearsNothingButNumberAndValue()
 {
     Z7DeviceParam failed = readParam(3, 250);
     failed.error = 6;
@@ -94,7 +94,7 @@ void TestLabelledPage::reportBearsNothingButTheNumberAndTheValue()
     QVERIFY(!reported.valid && !reported.conflict && !reported.writeFailed && !reported.accessDenied);
 }
 
-void TestLabelledPage::reportTellsTheSignOfTheDefinition()
+void TestLabelledPage::reportTellsSignOfDefinition()
 {
     type(page->field("Param0x03"), "200");
     QCOMPARE(lastReported(*modified).isUnsigned, 1);
@@ -103,7 +103,7 @@ void TestLabelledPage::reportTellsTheSignOfTheDefinition()
     QCOMPARE(lastReported(*modified).value, -200);
 }
 
-void TestLabelledPage::eachKeystrokeReportsTheNumberSoFar()
+void TestLabelledPage::eachKeystrokeReportsNumberSoFar()
 {
     type(page->field("Param0x03"), "123");
     QList<int> values;
@@ -112,7 +112,7 @@ void TestLabelledPage::eachKeystrokeReportsTheNumberSoFar()
     QCOMPARE(values, (QList<int> {1, 12, 123}));
 }
 
-void TestLabelledPage::emptiedFieldWithdrawsTheChange()
+void TestLabelledPage::emptiedFieldWithdrawsChange()
 {
     type(page->field("Param0x1E"), "200");
     modified->clear();
@@ -133,7 +133,7 @@ void TestLabelledPage::loneMinusSignReportsNothing()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestLabelledPage::numberBelowTheMinimumIsStillReported()
+void TestLabelledPage::numberBelowMinimumIsStillReported()
 {
     type(page->field("Param0x03"), "5");
     QCOMPARE(lastReported(*modified).value, 5);
@@ -153,14 +153,14 @@ void TestLabelledPage::fieldOfAnotherNameReportsItsParameter()
     QCOMPARE(lastReported(*modified).value, 42);
 }
 
-void TestLabelledPage::numberThatIsNoneOfThePagesReportsNothing()
+void TestLabelledPage::numberThatIsNoneOfPagesReportsNothing()
 {
     QVERIFY(QMetaObject::invokeMethod(&*page, "ParamChanged", Q_ARG(int, 4)));
     QCOMPARE(modified->count(), 0);
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestLabelledPage::keystrokeBeforeTheFirstDeviceValueReportsNothing()
+void TestLabelledPage::keystrokeBeforeFirstDeviceValueReportsNothing()
 {
     page->initPage();
     type(page->field("Param0x03"), "200");
@@ -168,13 +168,13 @@ void TestLabelledPage::keystrokeBeforeTheFirstDeviceValueReportsNothing()
     QCOMPARE(modified->count(), 0);
 }
 
-void TestLabelledPage::oneRecordReportsAKeystrokeOnce()
+void TestLabelledPage::oneRecordReportsKeystrokeOnce()
 {
     type(page->field("Param0x03"), "7");
     QCOMPARE(modified->count(), 1);
 }
 
-void TestLabelledPage::laterRecordsRepeatTheSameReport()
+void TestLabelledPage::laterRecordsRepeatSameReport()
 {
     page->DeviceUpdate(pageDrive());
     type(page->field("Param0x03"), "7");
@@ -183,7 +183,7 @@ void TestLabelledPage::laterRecordsRepeatTheSameReport()
         QCOMPARE(report.first().value<Z7DeviceParam>().value, 7);
 }
 
-void TestLabelledPage::dayOfRecordsReportsAKeystrokeNoMoreThanTwice()
+void TestLabelledPage::dayOfRecordsReportsKeystrokeNoMoreThanTwice()
 {
     for (int record = 0; record < 1000; ++record)
         page->DeviceUpdate(pageDrive());
@@ -191,7 +191,7 @@ void TestLabelledPage::dayOfRecordsReportsAKeystrokeNoMoreThanTwice()
     QCOMPARE(modified->count(), 2);
 }
 
-void TestLabelledPage::newShowingReportsAKeystrokeOnceAgain()
+void TestLabelledPage::newShowingReportsKeystrokeOnceAgain()
 {
     page->DeviceUpdate(pageDrive());
     page->showFor(pageDrive());
@@ -214,14 +214,14 @@ void TestLabelledPage::userValueThatIsNoneIsIgnored()
     QCOMPARE(page->field("Param0x03")->text(), QString());
 }
 
-void TestLabelledPage::userValueOfAnotherPageLeavesTheFields()
+void TestLabelledPage::userValueOfAnotherPageLeavesFields()
 {
     page->newUserParam(readParam(4, 200));
     for (const QLineEdit *field : page->findChildren<QLineEdit *>())
         QCOMPARE(field->text(), QString());
 }
 
-void TestLabelledPage::typingIntoARestoredFieldIsReported()
+void TestLabelledPage::typingIntoRestoredFieldIsReported()
 {
     page->newUserParam(readParam(3, 20));
     type(page->field("Param0x03"), "1");
@@ -262,7 +262,7 @@ void TestLabelledPage::pendingValueOfAnotherDriveCannotBeBroughtBack()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestLabelledPage::valueOfAHiddenFieldCannotBeBroughtBackOnceItIsShown()
+void TestLabelledPage::valueOfHiddenFieldCannotBeBroughtBackOnceItIsShown()
 {
     page->newUserParam(readParam(83, 778));
     defineParameters("V300", {"83;Hours;h;0;0;9;Unsigned;1;rw;0;"});
@@ -273,7 +273,7 @@ void TestLabelledPage::valueOfAHiddenFieldCannotBeBroughtBackOnceItIsShown()
     QCOMPARE(textAfterUndo(page->field("Param0x53")), QString());
 }
 
-void TestLabelledPage::fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive()
+void TestLabelledPage::fieldsShowOwnChangesAgainAfterThoseOfAnotherDrive()
 {
     page->applyUserParams(paramSet({readParam(3, 111), readParam(60, 11)}));
     page->showUserValues(paramSet({readParam(3, 200)}));
@@ -283,7 +283,7 @@ void TestLabelledPage::fieldsShowTheOwnChangesAgainAfterThoseOfAnotherDrive()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestLabelledPage::clearingEmptiesEveryFieldWithoutAReport()
+void TestLabelledPage::clearingEmptiesEveryFieldWithoutReport()
 {
     page->applyUserParams(paramSet({readParam(3, 200), readParam(30, -7), readParam(60, 9)}));
     page->clearUserValues();
@@ -293,7 +293,7 @@ void TestLabelledPage::clearingEmptiesEveryFieldWithoutAReport()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestLabelledPage::clearingReachesTheHiddenFieldOfAReadOnlyParameter()
+void TestLabelledPage::clearingReachesHiddenFieldOfReadOnlyParameter()
 {
     page->newUserParam(readParam(83, 1));
     QCOMPARE(page->field("Param0x53")->text(), QStringLiteral("1"));
@@ -312,19 +312,19 @@ void TestLabelledPage::userValueStaysWhileDeviceValuesChange()
     QCOMPARE(page->deviceLabel("Param0x03")->text(), QStringLiteral("201"));
 }
 
-void TestLabelledPage::textOfOneFieldAppearsInTheSecond()
+void TestLabelledPage::textOfOneFieldAppearsInSecond()
 {
     type(page->field("Param0x1E"), "-20");
     QCOMPARE(page->field("Param0x1E", "_2")->text(), QStringLiteral("-20"));
 }
 
-void TestLabelledPage::textOfTheSecondFieldAppearsInTheFirst()
+void TestLabelledPage::textOfSecondFieldAppearsInFirst()
 {
     type(page->field("Param0x1E", "_2"), "-20");
     QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("-20"));
 }
 
-void TestLabelledPage::secondFieldReportsTheParameterOnce()
+void TestLabelledPage::secondFieldReportsParameterOnce()
 {
     type(page->field("Param0x1E", "_2"), "8");
     QCOMPARE(modified->count(), 1);
@@ -332,7 +332,7 @@ void TestLabelledPage::secondFieldReportsTheParameterOnce()
     QCOMPARE(lastReported(*modified).value, 8);
 }
 
-void TestLabelledPage::emptiedSecondFieldWithdrawsTheChange()
+void TestLabelledPage::emptiedSecondFieldWithdrawsChange()
 {
     page->newUserParam(readParam(30, 8));
     emptyByHand(page->field("Param0x1E", "_2"));

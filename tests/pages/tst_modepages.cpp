@@ -31,37 +31,37 @@ private slots:
     void cleanup() { folder.reset(); }
 
     // The panel
-    void warningStandsUnlessAModeIsThatOfThePage_data();
-    void warningStandsUnlessAModeIsThatOfThePage();
+    void warningStandsUnlessModeIsThatOfPage_data();
+    void warningStandsUnlessModeIsThatOfPage();
     void panelTellsWhichModesCount_data();
     void panelTellsWhichModesCount();
-    void panelIsInTheUsersLanguage_data() { pagesWithAPanel(); }
-    void panelIsInTheUsersLanguage();
+    void panelIsInUsersLanguage_data() { pagesWithAPanel(); }
+    void panelIsInUsersLanguage();
     void modesStandInNumbersAndWords_data() { pagesWithAPanel(); }
     void modesStandInNumbersAndWords();
     void modeWithoutWordsLeavesItsPartEmpty_data();
     void modeWithoutWordsLeavesItsPartEmpty();
-    void wordsOfTheModesAreTranslated_data() { pagesWithAPanel(); }
-    void wordsOfTheModesAreTranslated();
-    void warningGoesAndComesWithTheModesOfTheDrive_data() { pagesWithAPanel(); }
-    void warningGoesAndComesWithTheModesOfTheDrive();
-    void parameterOfAnotherPageBringsThePanelUpToDate_data() { pagesWithAPanel(); }
-    void parameterOfAnotherPageBringsThePanelUpToDate();
-    void recordWithoutAParameterLeavesThePanel();
-    void panelForgetsTheModesAtTheNextShowing_data() { pagesWithAPanel(); }
-    void panelForgetsTheModesAtTheNextShowing();
+    void wordsOfModesAreTranslated_data() { pagesWithAPanel(); }
+    void wordsOfModesAreTranslated();
+    void warningGoesAndComesWithModesOfDrive_data() { pagesWithAPanel(); }
+    void warningGoesAndComesWithModesOfDrive();
+    void parameterOfAnotherPageBringsPanelUpToDate_data() { pagesWithAPanel(); }
+    void parameterOfAnotherPageBringsPanelUpToDate();
+    void recordWithoutParameterLeavesPanel();
+    void panelForgetsModesAtNextShowing_data() { pagesWithAPanel(); }
+    void panelForgetsModesAtNextShowing();
 
     // The page of the modes
     void modesAndRestartStandInNumbersAndWords();
     void valueWithoutWordsHasNoBrackets();
     void valueWhoseWordsAreTranslatedToNothingKeepsItsBrackets();
-    void wordsFollowTheDriveAndNotTheUser();
+    void wordsFollowDriveAndNotUser();
     void wordsAreTranslated();
     void userValueIsBoldAndDeviceValueGrey_data() { modeFields(); }
     void userValueIsBoldAndDeviceValueGrey();
-    void fieldTakesAnyNumberBeforeTheFirstValue_data() { modeFields(); }
-    void fieldTakesAnyNumberBeforeTheFirstValue();
-    void fieldTakesTheLimitsOfTheDefinition();
+    void fieldTakesAnyNumberBeforeFirstValue_data() { modeFields(); }
+    void fieldTakesAnyNumberBeforeFirstValue();
+    void fieldTakesLimitsOfDefinition();
     void typedModeIsReported_data() { modeFields(); }
     void typedModeIsReported();
     void readOnlyModeHasNoField();
@@ -70,7 +70,7 @@ private slots:
     void clearedModesAreNotReported();
     void clearedModeCannotBeBroughtBack_data() { modeFields(); }
     void clearedModeCannotBeBroughtBack();
-    void anotherShowingEmptiesTheWords();
+    void anotherShowingEmptiesWords();
 
 private:
     static void pagesWithAPanel();
@@ -111,7 +111,7 @@ void TestModePages::modeFields()
     QTest::newRow("restart") << "RevolutionN3" << 6;
 }
 
-void TestModePages::warningStandsUnlessAModeIsThatOfThePage_data()
+void TestModePages::warningStandsUnlessModeIsThatOfPage_data()
 {
     QTest::addColumn<int>("page");
     QTest::addColumn<int>("mode1");
@@ -126,7 +126,7 @@ void TestModePages::warningStandsUnlessAModeIsThatOfThePage_data()
     QTest::newRow("fixed speeds in 3/2") << int(FixedResolutions) << 3 << 2 << true;
 }
 
-void TestModePages::warningStandsUnlessAModeIsThatOfThePage()
+void TestModePages::warningStandsUnlessModeIsThatOfPage()
 {
     QFETCH(int, page);
     QFETCH(int, mode1);
@@ -163,7 +163,7 @@ void TestModePages::panelTellsWhichModesCount()
             "Bitte wechseln Sie den aktuellen Betriebsmodus, um die Parameter zur Anwendung zu bringen!"));
 }
 
-void TestModePages::panelIsInTheUsersLanguage()
+void TestModePages::panelIsInUsersLanguage()
 {
     QFETCH(int, page);
     QFETCH(QByteArray, section);
@@ -206,7 +206,7 @@ void TestModePages::modeWithoutWordsLeavesItsPartEmpty()
     QTEST(shown.text("LCurrentOperationsModeTxt"), "modePair");
 }
 
-void TestModePages::wordsOfTheModesAreTranslated()
+void TestModePages::wordsOfModesAreTranslated()
 {
     QFETCH(int, page);
     folder->writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=forth\nZur%FCck%202=back\n");
@@ -215,7 +215,7 @@ void TestModePages::wordsOfTheModesAreTranslated()
     QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (forth/back)"));
 }
 
-void TestModePages::warningGoesAndComesWithTheModesOfTheDrive()
+void TestModePages::warningGoesAndComesWithModesOfDrive()
 {
     QFETCH(int, page);
     ShownPage shown(page);
@@ -228,7 +228,7 @@ void TestModePages::warningGoesAndComesWithTheModesOfTheDrive()
     QVERIFY(warning->isVisible());
 }
 
-void TestModePages::parameterOfAnotherPageBringsThePanelUpToDate()
+void TestModePages::parameterOfAnotherPageBringsPanelUpToDate()
 {
     QFETCH(int, page);
     ShownPage shown(page);
@@ -238,7 +238,7 @@ void TestModePages::parameterOfAnotherPageBringsThePanelUpToDate()
     QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (Position 1/Zurück 2)"));
 }
 
-void TestModePages::recordWithoutAParameterLeavesThePanel()
+void TestModePages::recordWithoutParameterLeavesPanel()
 {
     ShownPage shown(Positioning);
     shown.showFor(driveOf(shown, 3, 6));
@@ -246,7 +246,7 @@ void TestModePages::recordWithoutAParameterLeavesThePanel()
     QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (Position 1/Zurück 2)"));
 }
 
-void TestModePages::panelForgetsTheModesAtTheNextShowing()
+void TestModePages::panelForgetsModesAtNextShowing()
 {
     QFETCH(int, page);
     ShownPage shown(page);
@@ -287,7 +287,7 @@ void TestModePages::valueWhoseWordsAreTranslatedToNothingKeepsItsBrackets()
     QCOMPARE(shown.text("lTextI1"), QStringLiteral("()"));
 }
 
-void TestModePages::wordsFollowTheDriveAndNotTheUser()
+void TestModePages::wordsFollowDriveAndNotUser()
 {
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
@@ -320,7 +320,7 @@ void TestModePages::userValueIsBoldAndDeviceValueGrey()
     QCOMPARE(deviceValue->alignment(), Qt::AlignRight);
 }
 
-void TestModePages::fieldTakesAnyNumberBeforeTheFirstValue()
+void TestModePages::fieldTakesAnyNumberBeforeFirstValue()
 {
     QFETCH(QString, widgets);
     ShownPage shown(OperationsMode);
@@ -334,7 +334,7 @@ void TestModePages::fieldTakesAnyNumberBeforeTheFirstValue()
     }
 }
 
-void TestModePages::fieldTakesTheLimitsOfTheDefinition()
+void TestModePages::fieldTakesLimitsOfDefinition()
 {
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
@@ -403,7 +403,7 @@ void TestModePages::clearedModeCannotBeBroughtBack()
     QCOMPARE(textAfterUndo(field), QString());
 }
 
-void TestModePages::anotherShowingEmptiesTheWords()
+void TestModePages::anotherShowingEmptiesWords()
 {
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());

@@ -16,10 +16,10 @@ private slots:
     void eachNumberHasItsPage();
     void numberOfNoPageGivesNone_data();
     void numberOfNoPageGivesNone();
-    void slotsOfAPageCanBeCalledFromOutside_data();
-    void slotsOfAPageCanBeCalledFromOutside();
-    void onlyTheTableWantsAllParameters();
-    void onlyTheFirmwarePageWantsAllDrives();
+    void slotsOfPageCanBeCalledFromOutside_data();
+    void slotsOfPageCanBeCalledFromOutside();
+    void onlyTableWantsAllParameters();
+    void onlyFirmwarePageWantsAllDrives();
 
 private:
     const WorkingFolder folder;
@@ -63,7 +63,7 @@ void TestPageFactory::numberOfNoPageGivesNone()
     QVERIFY(!createDataPage(number));
 }
 
-void TestPageFactory::slotsOfAPageCanBeCalledFromOutside_data()
+void TestPageFactory::slotsOfPageCanBeCalledFromOutside_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QByteArray>("slot");
@@ -82,7 +82,7 @@ void TestPageFactory::slotsOfAPageCanBeCalledFromOutside_data()
     row("end of the programmer", PageNumber::FirmwareUpload, "uploadProcFinished()");
 }
 
-void TestPageFactory::slotsOfAPageCanBeCalledFromOutside()
+void TestPageFactory::slotsOfPageCanBeCalledFromOutside()
 {
     QFETCH(int, number);
     QFETCH(QByteArray, slot);
@@ -92,13 +92,13 @@ void TestPageFactory::slotsOfAPageCanBeCalledFromOutside()
     QCOMPARE(method.access(), QMetaMethod::Public);
 }
 
-void TestPageFactory::onlyTheTableWantsAllParameters()
+void TestPageFactory::onlyTableWantsAllParameters()
 {
     for (int number = 0; number <= PageNumber::Last; ++number)
         QCOMPARE(createDataPage(number)->allParameters, number == 9);
 }
 
-void TestPageFactory::onlyTheFirmwarePageWantsAllDrives()
+void TestPageFactory::onlyFirmwarePageWantsAllDrives()
 {
     for (int number = 0; number <= PageNumber::Last; ++number)
         QCOMPARE(createDataPage(number)->multiDevice, number == 10);

@@ -90,35 +90,35 @@ private slots:
     void pageReadsItsParametersInThisOrder();
     void formHasItsSizeAndPicture_data() { everyPage(); }
     void formHasItsSizeAndPicture();
-    void descriptionStandsAboveTheParameters_data() { everyPage(); }
-    void descriptionStandsAboveTheParameters();
-    void textsAreInTheUsersLanguage_data() { everyPage(); }
-    void textsAreInTheUsersLanguage();
+    void descriptionStandsAboveParameters_data() { everyPage(); }
+    void descriptionStandsAboveParameters();
+    void textsAreInUsersLanguage_data() { everyPage(); }
+    void textsAreInUsersLanguage();
     void hiddenTextNeverComesBack_data();
     void hiddenTextNeverComesBack();
-    void textThatIsGoneAtALaterShowingHidesItsLabel();
+    void textThatIsGoneAtLaterShowingHidesItsLabel();
 
-    void valueStandsInThePlaceOfItsParameter_data() { everyParameter(); }
-    void valueStandsInThePlaceOfItsParameter();
+    void valueStandsInPlaceOfItsParameter_data() { everyParameter(); }
+    void valueStandsInPlaceOfItsParameter();
     void typedValueIsReportedForItsParameter_data() { everyParameter(); }
     void typedValueIsReportedForItsParameter();
 
     void userValueComesBackIntoItsField_data() { everyParameter(); }
     void userValueComesBackIntoItsField();
-    void textOfTheFormCannotBeBroughtBack_data() { everyParameter(); }
-    void textOfTheFormCannotBeBroughtBack();
+    void textOfFormCannotBeBroughtBack_data() { everyParameter(); }
+    void textOfFormCannotBeBroughtBack();
     void valueOfAnotherDriveCannotBeBroughtBack_data() { everyParameter(); }
     void valueOfAnotherDriveCannotBeBroughtBack();
     void clearingEmptiesEveryField_data() { everyLabelledPage(); }
     void clearingEmptiesEveryField();
 
-    void onlyPagesWithoutAPictureNameTheirParameters_data() { everyLabelledPage(); }
-    void onlyPagesWithoutAPictureNameTheirParameters();
-    void pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm_data() { everyLabelledPage(); }
-    void pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm();
-    void fieldsStayOnTheirPlaceInThePicture_data();
-    void fieldsStayOnTheirPlaceInThePicture();
-    void parameterThatTheDriveDoesNotReportProducesNoChange();
+    void onlyPagesWithoutPictureNameTheirParameters_data() { everyLabelledPage(); }
+    void onlyPagesWithoutPictureNameTheirParameters();
+    void pageThatNoDriveWasShownOnKeepsTextsOfForm_data() { everyLabelledPage(); }
+    void pageThatNoDriveWasShownOnKeepsTextsOfForm();
+    void fieldsStayOnTheirPlaceInPicture_data();
+    void fieldsStayOnTheirPlaceInPicture();
+    void parameterThatDriveDoesNotReportProducesNoChange();
     void remoteControlShowsNothingAndReadsNothing();
 
 private:
@@ -182,7 +182,7 @@ void TestParameterPages::formHasItsSizeAndPicture()
     QCOMPARE(ground->minimumSize(), member.pictureMinimum);
 }
 
-void TestParameterPages::descriptionStandsAboveTheParameters()
+void TestParameterPages::descriptionStandsAboveParameters()
 {
     const Member &member = fetchMember();
     ShownPage shown(member.page);
@@ -195,7 +195,7 @@ void TestParameterPages::descriptionStandsAboveTheParameters()
     QVERIFY(!shown.label("lIntro")->isVisible());
 }
 
-void TestParameterPages::textsAreInTheUsersLanguage()
+void TestParameterPages::textsAreInUsersLanguage()
 {
     const Member &member = fetchMember();
     folder->writeText("deutsch.z7lang",
@@ -241,7 +241,7 @@ void TestParameterPages::hiddenTextNeverComesBack()
     QVERIFY(!shown.label(label)->isVisible());
 }
 
-void TestParameterPages::textThatIsGoneAtALaterShowingHidesItsLabel()
+void TestParameterPages::textThatIsGoneAtLaterShowingHidesItsLabel()
 {
     ShownPage shown(Accelerations);
     shown.showFor(driveWith({}));
@@ -253,7 +253,7 @@ void TestParameterPages::textThatIsGoneAtALaterShowingHidesItsLabel()
     QVERIFY(!shown.label("lFormDescription")->isVisible());
 }
 
-void TestParameterPages::valueStandsInThePlaceOfItsParameter()
+void TestParameterPages::valueStandsInPlaceOfItsParameter()
 {
     QFETCH(int, page);
     QFETCH(int, number);
@@ -303,7 +303,7 @@ void TestParameterPages::userValueComesBackIntoItsField()
     QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
 }
 
-void TestParameterPages::textOfTheFormCannotBeBroughtBack()
+void TestParameterPages::textOfFormCannotBeBroughtBack()
 {
     QFETCH(int, page);
     QFETCH(int, number);
@@ -342,7 +342,7 @@ void TestParameterPages::clearingEmptiesEveryField()
     QCOMPARE(shown.modified.count() + shown.deleted.count(), 0);
 }
 
-void TestParameterPages::onlyPagesWithoutAPictureNameTheirParameters()
+void TestParameterPages::onlyPagesWithoutPictureNameTheirParameters()
 {
     const Member &member = fetchMember();
     const ShownPage shown(member.page);
@@ -350,7 +350,7 @@ void TestParameterPages::onlyPagesWithoutAPictureNameTheirParameters()
     QCOMPARE(names.size(), member.hasNames ? member.params.size() : 0);
 }
 
-void TestParameterPages::pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm()
+void TestParameterPages::pageThatNoDriveWasShownOnKeepsTextsOfForm()
 {
     const Member &member = fetchMember();
     const ShownPage shown(member.page);
@@ -362,7 +362,7 @@ void TestParameterPages::pageThatNoDriveWasShownOnKeepsTheTextsOfTheForm()
         QCOMPARE(label->text(), QStringLiteral("TextLabel"));
 }
 
-void TestParameterPages::fieldsStayOnTheirPlaceInThePicture_data()
+void TestParameterPages::fieldsStayOnTheirPlaceInPicture_data()
 {
     QTest::addColumn<int>("page");
     QTest::newRow("loops") << int(SpeedRegulation);
@@ -370,7 +370,7 @@ void TestParameterPages::fieldsStayOnTheirPlaceInThePicture_data()
     QTest::newRow("quadrants") << int(CurrentLimits);
 }
 
-void TestParameterPages::fieldsStayOnTheirPlaceInThePicture()
+void TestParameterPages::fieldsStayOnTheirPlaceInPicture()
 {
     QFETCH(int, page);
     ShownPage shown(page);
@@ -389,7 +389,7 @@ void TestParameterPages::fieldsStayOnTheirPlaceInThePicture()
     QCOMPARE(places(), before);
 }
 
-void TestParameterPages::parameterThatTheDriveDoesNotReportProducesNoChange()
+void TestParameterPages::parameterThatDriveDoesNotReportProducesNoChange()
 {
     ShownPage shown(Accelerations);
     defineAll(shown.page->paramIds());

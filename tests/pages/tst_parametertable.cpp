@@ -21,34 +21,34 @@ private slots:
     void init();
     void cleanup() { folder.reset(); }
 
-    void tableWantsEveryParameterOfTheDrive();
-    void driveWithoutParametersGivesAnEmptyTableWithSixHeaders();
-    void headersAreShownInTheUsersLanguage();
+    void tableWantsEveryParameterOfDrive();
+    void driveWithoutParametersGivesEmptyTableWithSixHeaders();
+    void headersAreShownInUsersLanguage();
     void valueColumnsAreOfFixedWidth();
     void textColumnsFitTheirContents();
     void textColumnsFitAgainWhateverComesBetweenTwoRecords_data();
     void textColumnsFitAgainWhateverComesBetweenTwoRecords();
-    void remarkTakesTheRestOfTheWidth();
-    void introductionWithoutATextTakesNoRoom();
-    void introductionShowsTheTextOfTheLanguage();
+    void remarkTakesRestOfWidth();
+    void introductionWithoutTextTakesNoRoom();
+    void introductionShowsTextOfLanguage();
 
     void driveHasOneRowPerParameterInAscendingOrder();
     void rowShowsNumberNameValueAndUnit();
-    void nameAndUnitAreShownInTheUsersLanguage();
-    void parameterWithoutADefinitionHasNeitherNameNorUnit();
+    void nameAndUnitAreShownInUsersLanguage();
+    void parameterWithoutDefinitionHasNeitherNameNorUnit();
     void parameterThatArrivesLaterComesLast();
-    void rowStaysWhenALaterRecordLacksItsParameter();
-    void laterRecordUpdatesTheRowInItsPlace();
-    void newShowingBuildsTheTableFromNothing();
+    void rowStaysWhenLaterRecordLacksItsParameter();
+    void laterRecordUpdatesRowInItsPlace();
+    void newShowingBuildsTableFromNothing();
 
     void rowIs22PixelsHigh();
-    void numberIsCentredAndTheValueStandsRight();
+    void numberIsCentredAndValueStandsRight();
     void cellsCanNeitherBeSelectedNorEdited();
-    void textIsBlackAndTheRemarkRed();
-    void userFieldIsAFramelessFieldWithABoldNumberToTheRight();
-    void userFieldKnowsTheLimitsOfTheDefinition();
-    void limitsAreThoseOfTheMomentTheRowWasMade();
-    void readOnlyParameterShowsADisabledField();
+    void textIsBlackAndRemarkRed();
+    void userFieldIsFramelessFieldWithBoldNumberToRight();
+    void userFieldKnowsLimitsOfDefinition();
+    void limitsAreThoseOfMomentRowWasMade();
+    void readOnlyParameterShowsDisabledField();
 
 private:
     std::optional<WorkingFolder> folder;
@@ -60,13 +60,13 @@ void TestParameterTable::init()
     defineTableParameters();
 }
 
-void TestParameterTable::tableWantsEveryParameterOfTheDrive()
+void TestParameterTable::tableWantsEveryParameterOfDrive()
 {
     QVERIFY(ParameterTableDialog().allParameters);
     QVERIFY(ParameterTableDialog().hasParam(4711));
 }
 
-void TestParameterTable::driveWithoutParametersGivesAnEmptyTableWithSixHeaders()
+void TestParameterTable::driveWithoutParametersGivesEmptyTableWithSixHeaders()
 {
     const ShownParameterTable shown;
     QCOMPARE(shown.table->rowCount(), 0);
@@ -77,7 +77,7 @@ void TestParameterTable::driveWithoutParametersGivesAnEmptyTableWithSixHeaders()
     QCOMPARE(headers, (QStringList {"ID", "Parameter", "Ist-Wert", "Einheit", "Soll-Wert", "Bemerkung"}));
 }
 
-void TestParameterTable::headersAreShownInTheUsersLanguage()
+void TestParameterTable::headersAreShownInUsersLanguage()
 {
     folder->writeText("deutsch.z7lang",
         "[DialogParamTable]\nColParamIDTitle=No\nColParamNameTitle=Name\nColDeviceDataTitle=Actual\n"
@@ -170,7 +170,7 @@ void TestParameterTable::textColumnsFitAgainWhateverComesBetweenTwoRecords()
     QApplication::setFont(before);
 }
 
-void TestParameterTable::remarkTakesTheRestOfTheWidth()
+void TestParameterTable::remarkTakesRestOfWidth()
 {
     const ShownParameterTable shown;
     QVERIFY(shown.table->horizontalHeader()->stretchLastSection());
@@ -178,14 +178,14 @@ void TestParameterTable::remarkTakesTheRestOfTheWidth()
     QCOMPARE(shown.table->lineWidth(), 1);
 }
 
-void TestParameterTable::introductionWithoutATextTakesNoRoom()
+void TestParameterTable::introductionWithoutTextTakesNoRoom()
 {
     const ShownParameterTable shown;
     QVERIFY(!shown.page.findChild<QLabel *>("LIntro")->isVisible());
     QCOMPARE(shown.page.findChild<QLabel *>("LIntro")->text(), QString());
 }
 
-void TestParameterTable::introductionShowsTheTextOfTheLanguage()
+void TestParameterTable::introductionShowsTextOfLanguage()
 {
     folder->writeText("deutsch.z7lang", "[DialogParamTable]\nIntroduction=Alle Parameter des Antriebs\n");
     const ShownParameterTable shown;
@@ -210,7 +210,7 @@ void TestParameterTable::rowShowsNumberNameValueAndUnit()
     QCOMPARE(texts, (QStringList {"30", "Drehzahl", "-1500", "1/min", "", ""}));
 }
 
-void TestParameterTable::nameAndUnitAreShownInTheUsersLanguage()
+void TestParameterTable::nameAndUnitAreShownInUsersLanguage()
 {
     folder->writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
     const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
@@ -218,7 +218,7 @@ void TestParameterTable::nameAndUnitAreShownInTheUsersLanguage()
     QCOMPARE(shown.text(11, Unit), QStringLiteral("millis"));
 }
 
-void TestParameterTable::parameterWithoutADefinitionHasNeitherNameNorUnit()
+void TestParameterTable::parameterWithoutDefinitionHasNeitherNameNorUnit()
 {
     const ShownParameterTable shown(tableDrive({readParam(4711, 1)}));
     QCOMPARE(shown.text(4711, Name), QString());
@@ -232,21 +232,21 @@ void TestParameterTable::parameterThatArrivesLaterComesLast()
     QCOMPARE(shown.column(Number), (QStringList {"30", "11"}));
 }
 
-void TestParameterTable::rowStaysWhenALaterRecordLacksItsParameter()
+void TestParameterTable::rowStaysWhenLaterRecordLacksItsParameter()
 {
     ShownParameterTable shown(tableDrive({readParam(11, 250), readParam(30, 1)}));
     shown.page.DeviceUpdate(tableDrive({readParam(30, 2)}));
     QCOMPARE(shown.text(11, DeviceValue), QStringLiteral("250"));
 }
 
-void TestParameterTable::laterRecordUpdatesTheRowInItsPlace()
+void TestParameterTable::laterRecordUpdatesRowInItsPlace()
 {
     ShownParameterTable shown(tableDrive({readParam(11, 250), readParam(30, 1)}));
     shown.page.DeviceUpdate(tableDrive({readParam(11, 251)}));
     QCOMPARE(shown.column(DeviceValue), (QStringList {"251", "1"}));
 }
 
-void TestParameterTable::newShowingBuildsTheTableFromNothing()
+void TestParameterTable::newShowingBuildsTableFromNothing()
 {
     ShownParameterTable shown(tableDrive({readParam(30, 1)}));
     shown.showFor(tableDrive({readParam(11, 2), readParam(83, 3)}));
@@ -260,7 +260,7 @@ void TestParameterTable::rowIs22PixelsHigh()
     QCOMPARE(shown.table->rowHeight(0), 22);
 }
 
-void TestParameterTable::numberIsCentredAndTheValueStandsRight()
+void TestParameterTable::numberIsCentredAndValueStandsRight()
 {
     const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
     QCOMPARE(shown.cell(11, Number)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
@@ -274,7 +274,7 @@ void TestParameterTable::cellsCanNeitherBeSelectedNorEdited()
         QVERIFY(!shown.cell(11, column)->flags().testFlag(Qt::ItemIsEnabled));
 }
 
-void TestParameterTable::textIsBlackAndTheRemarkRed()
+void TestParameterTable::textIsBlackAndRemarkRed()
 {
     const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
     for (const int column : {Number, Name, DeviceValue, Unit})
@@ -282,7 +282,7 @@ void TestParameterTable::textIsBlackAndTheRemarkRed()
     QCOMPARE(shown.cell(11, Remark)->foreground().color(), QColor(Qt::red));
 }
 
-void TestParameterTable::userFieldIsAFramelessFieldWithABoldNumberToTheRight()
+void TestParameterTable::userFieldIsFramelessFieldWithBoldNumberToRight()
 {
     const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
     QVERIFY(!shown.field(11)->hasFrame());
@@ -291,7 +291,7 @@ void TestParameterTable::userFieldIsAFramelessFieldWithABoldNumberToTheRight()
     QCOMPARE(shown.field(11)->font().weight(), int(QFont::Bold));
 }
 
-void TestParameterTable::userFieldKnowsTheLimitsOfTheDefinition()
+void TestParameterTable::userFieldKnowsLimitsOfDefinition()
 {
     const ShownParameterTable shown(tableDrive({readParam(30, 1)}));
     const auto *validator = qobject_cast<const QIntValidator *>(shown.field(30)->validator());
@@ -301,7 +301,7 @@ void TestParameterTable::userFieldKnowsTheLimitsOfTheDefinition()
     QCOMPARE(shown.field(30)->text(), QStringLiteral("1234"));
 }
 
-void TestParameterTable::limitsAreThoseOfTheMomentTheRowWasMade()
+void TestParameterTable::limitsAreThoseOfMomentRowWasMade()
 {
     ShownParameterTable shown(tableDrive({readParam(11, 250)}));
     defineParameters("V123", {"11;Rampe;ms;5;0;99;Unsigned;1;rw;0;"});
@@ -309,7 +309,7 @@ void TestParameterTable::limitsAreThoseOfTheMomentTheRowWasMade()
     QCOMPARE(qobject_cast<const QIntValidator *>(shown.field(11)->validator())->top(), 500);
 }
 
-void TestParameterTable::readOnlyParameterShowsADisabledField()
+void TestParameterTable::readOnlyParameterShowsDisabledField()
 {
     const ShownParameterTable shown(tableDrive({readParam(11, 250), readParam(83, 777)}));
     QVERIFY(shown.field(83)->isVisible());

@@ -23,36 +23,36 @@ private slots:
     void cleanup();
 
     void typedNumberIsReportedUnderItsParameter();
-    void reportTellsTheSignOfTheDefinition();
-    void typingTheDrivesOwnValueIsReportedToo();
-    void emptiedFieldWithdrawsTheChange();
+    void reportTellsSignOfDefinition();
+    void typingDrivesOwnValueIsReportedToo();
+    void emptiedFieldWithdrawsChange();
     void loneMinusSignReportsNothing();
     void keystrokeIsReportedOnceHoweverManyRecordsCame();
 
     void restoredUserValueIsShownAndNotReported();
-    void typingIntoARestoredFieldIsReported();
+    void typingIntoRestoredFieldIsReported();
     void userValueThatIsNoneMakesNoRow();
-    void userValueOfAnUnreadParameterMakesARow();
+    void userValueOfUnreadParameterMakesRow();
     void clearedValueCannotBeBroughtBack();
     void valueThatAnotherOneReplacedCannotBeBroughtBack();
     void rowsOfAnotherDrivesFileGoAgain();
-    void rowOfAnOwnChangeStaysWhenAnotherDrivesFileGoes();
-    void rowThatTheDriveOnceReportedStaysWhenAnotherDrivesFileGoes();
-    void parameterOfARemovedRowComesBackWithItsFirstValue();
-    void clearingEmptiesEveryFieldWithoutAReport();
-    void valueReachesTheDisabledFieldOfAReadOnlyParameter();
+    void rowOfOwnChangeStaysWhenAnotherDrivesFileGoes();
+    void rowThatDriveOnceReportedStaysWhenAnotherDrivesFileGoes();
+    void parameterOfRemovedRowComesBackWithItsFirstValue();
+    void clearingEmptiesEveryFieldWithoutReport();
+    void valueReachesDisabledFieldOfReadOnlyParameter();
 
     void colourTellsWhetherUserAndDriveDiffer_data();
     void colourTellsWhetherUserAndDriveDiffer();
-    void wholeRowBearsTheColour();
-    void fieldBearsTheColourInEveryState_data();
-    void fieldBearsTheColourInEveryState();
+    void wholeRowBearsColour();
+    void fieldBearsColourInEveryState_data();
+    void fieldBearsColourInEveryState();
     void unreadParameterComparesAgainstZero_data();
     void unreadParameterComparesAgainstZero();
-    void emptiedFieldTurnsTheRowWhite();
+    void emptiedFieldTurnsRowWhite();
     void clearedPageIsWhite();
-    void rowTurnsLightGreyWhenTheDriveHasTakenTheValue();
-    void fieldOfAReadOnlyParameterIsAlwaysLightGrey();
+    void rowTurnsLightGreyWhenDriveHasTakenValue();
+    void fieldOfReadOnlyParameterIsAlwaysLightGrey();
 
 private:
     std::optional<WorkingFolder> folder;
@@ -87,7 +87,7 @@ void TestParameterTableEdits::typedNumberIsReportedUnderItsParameter()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestParameterTableEdits::reportTellsTheSignOfTheDefinition()
+void TestParameterTableEdits::reportTellsSignOfDefinition()
 {
     type(shown->field(11), "200");
     QCOMPARE(lastReported(*modified).isUnsigned, 1);
@@ -96,14 +96,14 @@ void TestParameterTableEdits::reportTellsTheSignOfTheDefinition()
     QCOMPARE(lastReported(*modified).value, -7);
 }
 
-void TestParameterTableEdits::typingTheDrivesOwnValueIsReportedToo()
+void TestParameterTableEdits::typingDrivesOwnValueIsReportedToo()
 {
     type(shown->field(11), "250");
     QCOMPARE(lastReported(*modified).value, 250);
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestParameterTableEdits::emptiedFieldWithdrawsTheChange()
+void TestParameterTableEdits::emptiedFieldWithdrawsChange()
 {
     type(shown->field(30), "-7");
     modified->clear();
@@ -141,7 +141,7 @@ void TestParameterTableEdits::restoredUserValueIsShownAndNotReported()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestParameterTableEdits::typingIntoARestoredFieldIsReported()
+void TestParameterTableEdits::typingIntoRestoredFieldIsReported()
 {
     shown->page.newUserParam(readParam(11, 20));
     type(shown->field(11), "1");
@@ -154,7 +154,7 @@ void TestParameterTableEdits::userValueThatIsNoneMakesNoRow()
     QCOMPARE(shown->row(50), -1);
 }
 
-void TestParameterTableEdits::userValueOfAnUnreadParameterMakesARow()
+void TestParameterTableEdits::userValueOfUnreadParameterMakesRow()
 {
     shown->page.newUserParam(readParam(50, 3));
     QCOMPARE(shown->text(50, DeviceValue), QString());
@@ -197,7 +197,7 @@ void TestParameterTableEdits::rowsOfAnotherDrivesFileGoAgain()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestParameterTableEdits::rowOfAnOwnChangeStaysWhenAnotherDrivesFileGoes()
+void TestParameterTableEdits::rowOfOwnChangeStaysWhenAnotherDrivesFileGoes()
 {
     const Z7DeviceParamSet own = paramSet({readParam(50, 3)});
     shown->page.applyUserParams(own);
@@ -207,7 +207,7 @@ void TestParameterTableEdits::rowOfAnOwnChangeStaysWhenAnotherDrivesFileGoes()
     QCOMPARE(shown->field(50)->text(), QStringLiteral("3"));
 }
 
-void TestParameterTableEdits::rowThatTheDriveOnceReportedStaysWhenAnotherDrivesFileGoes()
+void TestParameterTableEdits::rowThatDriveOnceReportedStaysWhenAnotherDrivesFileGoes()
 {
     shown->page.DeviceUpdate(tableDrive({readParam(11, 251)}));
     shown->page.applyUserParams(paramSet({readParam(50, 3)}));
@@ -216,7 +216,7 @@ void TestParameterTableEdits::rowThatTheDriveOnceReportedStaysWhenAnotherDrivesF
     QCOMPARE(shown->text(83, DeviceValue), QStringLiteral("777"));
 }
 
-void TestParameterTableEdits::parameterOfARemovedRowComesBackWithItsFirstValue()
+void TestParameterTableEdits::parameterOfRemovedRowComesBackWithItsFirstValue()
 {
     shown->page.applyUserParams(paramSet({readParam(50, 3)}));
     shown->page.showUserValues(Z7DeviceParamSet());
@@ -227,7 +227,7 @@ void TestParameterTableEdits::parameterOfARemovedRowComesBackWithItsFirstValue()
     QCOMPARE(lastReported(*modified).number, 50);
 }
 
-void TestParameterTableEdits::clearingEmptiesEveryFieldWithoutAReport()
+void TestParameterTableEdits::clearingEmptiesEveryFieldWithoutReport()
 {
     shown->page.applyUserParams(paramSet({readParam(11, 200), readParam(30, -7), readParam(83, 1)}));
     shown->page.clearUserValues();
@@ -237,7 +237,7 @@ void TestParameterTableEdits::clearingEmptiesEveryFieldWithoutAReport()
     QCOMPARE(deleted->count(), 0);
 }
 
-void TestParameterTableEdits::valueReachesTheDisabledFieldOfAReadOnlyParameter()
+void TestParameterTableEdits::valueReachesDisabledFieldOfReadOnlyParameter()
 {
     shown->page.newUserParam(readParam(83, 778));
     QCOMPARE(shown->field(83)->text(), QStringLiteral("778"));
@@ -271,7 +271,7 @@ void TestParameterTableEdits::colourTellsWhetherUserAndDriveDiffer()
     QTEST(shown->field(number)->font().weight(), "weight");
 }
 
-void TestParameterTableEdits::wholeRowBearsTheColour()
+void TestParameterTableEdits::wholeRowBearsColour()
 {
     type(shown->field(11), "251");
     for (const int column : {Number, Name, DeviceValue, Unit, Remark})
@@ -280,7 +280,7 @@ void TestParameterTableEdits::wholeRowBearsTheColour()
     QCOMPARE(shown->ground(30, Number), QColor(Qt::white));
 }
 
-void TestParameterTableEdits::fieldBearsTheColourInEveryState_data()
+void TestParameterTableEdits::fieldBearsColourInEveryState_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("typed");
@@ -291,7 +291,7 @@ void TestParameterTableEdits::fieldBearsTheColourInEveryState_data()
     QTest::newRow("read-only") << 83 << "" << lightGrey;
 }
 
-void TestParameterTableEdits::fieldBearsTheColourInEveryState()
+void TestParameterTableEdits::fieldBearsColourInEveryState()
 {
     QFETCH(int, number);
     QFETCH(QString, typed);
@@ -317,7 +317,7 @@ void TestParameterTableEdits::unreadParameterComparesAgainstZero()
     QTEST(shown->ground(50, Number), "colour");
 }
 
-void TestParameterTableEdits::emptiedFieldTurnsTheRowWhite()
+void TestParameterTableEdits::emptiedFieldTurnsRowWhite()
 {
     type(shown->field(11), "251");
     emptyByHand(shown->field(11));
@@ -333,7 +333,7 @@ void TestParameterTableEdits::clearedPageIsWhite()
         QCOMPARE(shown->ground(number, Number), QColor(Qt::white));
 }
 
-void TestParameterTableEdits::rowTurnsLightGreyWhenTheDriveHasTakenTheValue()
+void TestParameterTableEdits::rowTurnsLightGreyWhenDriveHasTakenValue()
 {
     type(shown->field(11), "251");
     shown->page.DeviceUpdate(tableDrive({readParam(11, 251)}));
@@ -342,7 +342,7 @@ void TestParameterTableEdits::rowTurnsLightGreyWhenTheDriveHasTakenTheValue()
     QCOMPARE(shown->field(11)->text(), QStringLiteral("251"));
 }
 
-void TestParameterTableEdits::fieldOfAReadOnlyParameterIsAlwaysLightGrey()
+void TestParameterTableEdits::fieldOfReadOnlyParameterIsAlwaysLightGrey()
 {
     QCOMPARE(shown->fieldGround(83), lightGrey);
     QCOMPARE(shown->ground(83, Number), QColor(Qt::white));

@@ -45,19 +45,19 @@ private slots:
     void cleanReadingLeavesNoRemark();
     void findingIsWorded_data();
     void findingIsWorded();
-    void errorIsWordedInTheUsersLanguage();
+    void errorIsWordedInUsersLanguage();
     void conflictAlwaysNamesParameterOne();
     void severalFindingsJoinInTheirOrder();
-    void findingWithoutATextIsFollowedByNoSeparator();
-    void nextRecordReplacesTheRemark();
+    void findingWithoutTextIsFollowedByNoSeparator();
+    void nextRecordReplacesRemark();
 
-    void valueBeyondTheLimitsIsRemarked_data();
-    void valueBeyondTheLimitsIsRemarked();
+    void valueBeyondLimitsIsRemarked_data();
+    void valueBeyondLimitsIsRemarked();
 
-    void applicationFunctionCannotBeWrittenWhileAnInputIsHigh_data();
-    void applicationFunctionCannotBeWrittenWhileAnInputIsHigh();
-    void remarkOnWritingWaitsForTheNextRecord();
-    void remarkOnWritingStaysUntilTheNextRecord();
+    void applicationFunctionCannotBeWrittenWhileInputIsHigh_data();
+    void applicationFunctionCannotBeWrittenWhileInputIsHigh();
+    void remarkOnWritingWaitsForNextRecord();
+    void remarkOnWritingStaysUntilNextRecord();
 
 private:
     std::optional<WorkingFolder> folder;
@@ -101,7 +101,7 @@ void TestParameterTableRemarks::findingIsWorded()
     QTEST(shown.remark(ramp), "remark");
 }
 
-void TestParameterTableRemarks::errorIsWordedInTheUsersLanguage()
+void TestParameterTableRemarks::errorIsWordedInUsersLanguage()
 {
     folder->writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_12=odd reply\n");
     const ShownParameterTable shown(
@@ -134,7 +134,7 @@ void TestParameterTableRemarks::severalFindingsJoinInTheirOrder()
     QCOMPARE(shown.remark(function), findings.join(", "));
 }
 
-void TestParameterTableRemarks::findingWithoutATextIsFollowedByNoSeparator()
+void TestParameterTableRemarks::findingWithoutTextIsFollowedByNoSeparator()
 {
     folder->writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_8=\n");
     const ShownParameterTable shown(
@@ -142,7 +142,7 @@ void TestParameterTableRemarks::findingWithoutATextIsFollowedByNoSeparator()
     QCOMPARE(shown.remark(ramp), outOfScope);
 }
 
-void TestParameterTableRemarks::nextRecordReplacesTheRemark()
+void TestParameterTableRemarks::nextRecordReplacesRemark()
 {
     ShownParameterTable shown(
         tableDrive({paramWith(ramp, 250, [](Z7DeviceParam &param) { param.readFailed = true; })}));
@@ -152,7 +152,7 @@ void TestParameterTableRemarks::nextRecordReplacesTheRemark()
     QCOMPARE(shown.remark(ramp), QString());
 }
 
-void TestParameterTableRemarks::valueBeyondTheLimitsIsRemarked_data()
+void TestParameterTableRemarks::valueBeyondLimitsIsRemarked_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<bool>("valid");
@@ -164,7 +164,7 @@ void TestParameterTableRemarks::valueBeyondTheLimitsIsRemarked_data()
     QTest::newRow("a value that was not read") << 501 << false << "";
 }
 
-void TestParameterTableRemarks::valueBeyondTheLimitsIsRemarked()
+void TestParameterTableRemarks::valueBeyondLimitsIsRemarked()
 {
     QFETCH(int, value);
     QFETCH(bool, valid);
@@ -174,7 +174,7 @@ void TestParameterTableRemarks::valueBeyondTheLimitsIsRemarked()
     QTEST(shown.remark(ramp), "remark");
 }
 
-void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileAnInputIsHigh_data()
+void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileInputIsHigh_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<int>("digitalInputs");
@@ -191,7 +191,7 @@ void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileAnInputIs
                                                                << "";
 }
 
-void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileAnInputIsHigh()
+void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileInputIsHigh()
 {
     QFETCH(int, number);
     QFETCH(int, digitalInputs);
@@ -202,14 +202,14 @@ void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileAnInputIs
     QTEST(shown.remark(number), "remark");
 }
 
-void TestParameterTableRemarks::remarkOnWritingWaitsForTheNextRecord()
+void TestParameterTableRemarks::remarkOnWritingWaitsForNextRecord()
 {
     ShownParameterTable shown(driveWithInputs(0x01));
     type(shown.field(function), "7");
     QCOMPARE(shown.remark(function), QString());
 }
 
-void TestParameterTableRemarks::remarkOnWritingStaysUntilTheNextRecord()
+void TestParameterTableRemarks::remarkOnWritingStaysUntilNextRecord()
 {
     ShownParameterTable shown(driveWithInputs(0x01));
     type(shown.field(function), "7");

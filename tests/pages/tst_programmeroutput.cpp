@@ -32,19 +32,19 @@ class TestProgrammerOutput : public QObject
 private slots:
     void init();
 
-    void textIsThatOfAPlainField_data();
-    void textIsThatOfAPlainField();
-    void whatIsCopiedIsTheWholeText();
+    void textIsThatOfPlainField_data();
+    void textIsThatOfPlainField();
+    void whatIsCopiedIsWholeText();
 
     void lineOfWordsBreaksBetweenWords();
-    void wordWithoutEndFillsTheWidth();
-    void linesBreakBetweenWordsAgainInTheClearedField();
-    void readThatAPipeHoldsIsShownInFull();
+    void wordWithoutEndFillsWidth();
+    void linesBreakBetweenWordsAgainInClearedField();
+    void readThatPipeHoldsIsShownInFull();
     void longerReadShowsItsBeginning();
-    void longReadFollowsTheSizeOfTheWindow();
+    void longReadFollowsSizeOfWindow();
     void newestLineStaysInSight();
-    void longReadIntoAHiddenFieldIsThereWhenItIsShown();
-    void mouseOnALongReadSelectsWhatItTouches();
+    void longReadIntoHiddenFieldIsThereWhenItIsShown();
+    void mouseOnLongReadSelectsWhatItTouches();
 
 private:
     QTextLayout *lastLayout() const
@@ -69,7 +69,7 @@ void TestProgrammerOutput::init()
     QVERIFY(QTest::qWaitForWindowExposed(&*field));
 }
 
-void TestProgrammerOutput::textIsThatOfAPlainField_data()
+void TestProgrammerOutput::textIsThatOfPlainField_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("nothing") << QString();
@@ -87,7 +87,7 @@ void TestProgrammerOutput::textIsThatOfAPlainField_data()
     QTest::newRow("many more of two kinds") << QString("a\n\rb\r\n").repeated(mostLines);
 }
 
-void TestProgrammerOutput::textIsThatOfAPlainField()
+void TestProgrammerOutput::textIsThatOfPlainField()
 {
     QFETCH(QString, text);
     QPlainTextEdit plain;
@@ -102,7 +102,7 @@ void TestProgrammerOutput::textIsThatOfAPlainField()
     QCOMPARE(field->blockCount(), plain.blockCount());
 }
 
-void TestProgrammerOutput::whatIsCopiedIsTheWholeText()
+void TestProgrammerOutput::whatIsCopiedIsWholeText()
 {
     const QString text(twoMegabytes, 'x');
     output->append(text);
@@ -120,7 +120,7 @@ void TestProgrammerOutput::lineOfWordsBreaksBetweenWords()
         QCOMPARE(lastLayout()->lineAt(i).textStart() % QString("programming ").size(), 0);
 }
 
-void TestProgrammerOutput::wordWithoutEndFillsTheWidth()
+void TestProgrammerOutput::wordWithoutEndFillsWidth()
 {
     output->append(QString(pipeHolds, 'x'));
     const qreal width = field->viewport()->width();
@@ -129,7 +129,7 @@ void TestProgrammerOutput::wordWithoutEndFillsTheWidth()
     QVERIFY2(line.naturalTextWidth() > width * 0.9, qPrintable(QString::number(line.naturalTextWidth())));
 }
 
-void TestProgrammerOutput::linesBreakBetweenWordsAgainInTheClearedField()
+void TestProgrammerOutput::linesBreakBetweenWordsAgainInClearedField()
 {
     output->append(QString(pipeHolds, 'x'));
     output->clear();
@@ -137,7 +137,7 @@ void TestProgrammerOutput::linesBreakBetweenWordsAgainInTheClearedField()
     lineOfWordsBreaksBetweenWords();
 }
 
-void TestProgrammerOutput::readThatAPipeHoldsIsShownInFull()
+void TestProgrammerOutput::readThatPipeHoldsIsShownInFull()
 {
     output->append(QString(pipeHolds, 'x'));
     QCOMPARE(lastLine().textStart() + lastLine().textLength(), pipeHolds);
@@ -151,7 +151,7 @@ void TestProgrammerOutput::longerReadShowsItsBeginning()
     QCOMPARE(lastLine().textStart() + lastLine().textLength(), pipeHolds + 1);
 }
 
-void TestProgrammerOutput::longReadFollowsTheSizeOfTheWindow()
+void TestProgrammerOutput::longReadFollowsSizeOfWindow()
 {
     output->append(QString(twoMegabytes, 'x'));
     const int lines = lastLayout()->lineCount();
@@ -168,7 +168,7 @@ void TestProgrammerOutput::newestLineStaysInSight()
     }
 }
 
-void TestProgrammerOutput::mouseOnALongReadSelectsWhatItTouches()
+void TestProgrammerOutput::mouseOnLongReadSelectsWhatItTouches()
 {
     output->append(QString("programming ").repeated(twoMegabytes / 12));
     field->verticalScrollBar()->setValue(0);
@@ -179,7 +179,7 @@ void TestProgrammerOutput::mouseOnALongReadSelectsWhatItTouches()
     QVERIFY(field->grab().width() > 0);
 }
 
-void TestProgrammerOutput::longReadIntoAHiddenFieldIsThereWhenItIsShown()
+void TestProgrammerOutput::longReadIntoHiddenFieldIsThereWhenItIsShown()
 {
     const QString before = QStringLiteral("Programming");
     const QString read(twoMegabytes, QLatin1Char('x'));

@@ -16,21 +16,21 @@ private slots:
 
     void addressInForceIsShown();
     void captionsStandAtTheirPlaces();
-    void captionsAreInTheUsersLanguage();
-    void refusalIsInTheUsersLanguage();
+    void captionsAreInUsersLanguage();
+    void refusalIsInUsersLanguage();
     void parameterOfAnotherPageChangesNothing();
     void allowedAddressIsSent_data();
     void allowedAddressIsSent();
-    void otherInputIsRefusedWithAMessage_data();
-    void otherInputIsRefusedWithAMessage();
-    void onePressSendsOnceHoweverOftenThePageWasShown();
+    void otherInputIsRefusedWithMessage_data();
+    void otherInputIsRefusedWithMessage();
+    void onePressSendsOnceHoweverOftenPageWasShown();
     void typedAddressIsNoPendingChange();
     void pendingChangeIsNotShown();
-    void typedAddressOutlivesTheChangesOfAnotherDrive();
-    void fieldKeepsTheAddressThatWasSent();
-    void anotherShowingEmptiesTheField();
+    void typedAddressOutlivesChangesOfAnotherDrive();
+    void fieldKeepsAddressThatWasSent();
+    void anotherShowingEmptiesField();
     void addressOfAnotherShowingCannotBeBroughtBack();
-    void limitsOfTheDefinitionPlayNoPart();
+    void limitsOfDefinitionPlayNoPart();
 
 private:
     void press() { QTest::mouseClick(shown->child<QPushButton>("BtnChangeAdress"), Qt::LeftButton); }
@@ -76,7 +76,7 @@ void TestRs485Page::captionsStandAtTheirPlaces()
     QVERIFY(!shown->child<QPushButton>("BtnChangeAdress")->icon().isNull());
 }
 
-void TestRs485Page::captionsAreInTheUsersLanguage()
+void TestRs485Page::captionsAreInUsersLanguage()
 {
     Z7Services::shutdown();
     folder->writeText("deutsch.z7lang",
@@ -87,7 +87,7 @@ void TestRs485Page::captionsAreInTheUsersLanguage()
     QCOMPARE(shown->child<QPushButton>("BtnChangeAdress")->text(), QStringLiteral("Change it"));
 }
 
-void TestRs485Page::refusalIsInTheUsersLanguage()
+void TestRs485Page::refusalIsInUsersLanguage()
 {
     Z7Services::shutdown();
     folder->writeText("deutsch.z7lang",
@@ -121,7 +121,7 @@ void TestRs485Page::allowedAddressIsSent()
     QCOMPARE(sent->first().first().toInt(), address);
 }
 
-void TestRs485Page::otherInputIsRefusedWithAMessage_data()
+void TestRs485Page::otherInputIsRefusedWithMessage_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("nothing") << "";
@@ -130,7 +130,7 @@ void TestRs485Page::otherInputIsRefusedWithAMessage_data()
     QTest::newRow("256, which can be typed") << "256";
 }
 
-void TestRs485Page::otherInputIsRefusedWithAMessage()
+void TestRs485Page::otherInputIsRefusedWithMessage()
 {
     QFETCH(QString, text);
     type(field, text);
@@ -146,7 +146,7 @@ void TestRs485Page::otherInputIsRefusedWithAMessage()
     QCOMPARE(sent->count(), 0);
 }
 
-void TestRs485Page::onePressSendsOnceHoweverOftenThePageWasShown()
+void TestRs485Page::onePressSendsOnceHoweverOftenPageWasShown()
 {
     for (int i = 0; i < 3; ++i)
         shown->showFor(driveWith({readParam(0x52, 3)}));
@@ -168,7 +168,7 @@ void TestRs485Page::pendingChangeIsNotShown()
     QCOMPARE(field->text(), QString());
 }
 
-void TestRs485Page::typedAddressOutlivesTheChangesOfAnotherDrive()
+void TestRs485Page::typedAddressOutlivesChangesOfAnotherDrive()
 {
     type(field, "77");
     shown->page->applyUserParams(paramSet({readParam(0x52, 9)}));
@@ -176,14 +176,14 @@ void TestRs485Page::typedAddressOutlivesTheChangesOfAnotherDrive()
     QCOMPARE(field->text(), QStringLiteral("77"));
 }
 
-void TestRs485Page::fieldKeepsTheAddressThatWasSent()
+void TestRs485Page::fieldKeepsAddressThatWasSent()
 {
     type(field, "77");
     press();
     QCOMPARE(field->text(), QStringLiteral("77"));
 }
 
-void TestRs485Page::anotherShowingEmptiesTheField()
+void TestRs485Page::anotherShowingEmptiesField()
 {
     type(field, "77");
     shown->showFor(driveWith({readParam(0x52, 3)}));
@@ -198,7 +198,7 @@ void TestRs485Page::addressOfAnotherShowingCannotBeBroughtBack()
     QCOMPARE(textAfterUndo(field), QString());
 }
 
-void TestRs485Page::limitsOfTheDefinitionPlayNoPart()
+void TestRs485Page::limitsOfDefinitionPlayNoPart()
 {
     QVERIFY(field->isVisible());
     const auto *validator = qobject_cast<const QIntValidator *>(field->validator());

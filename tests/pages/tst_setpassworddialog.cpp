@@ -33,18 +33,18 @@ private slots:
     void cleanup();
 
     void textsStandAtTheirPlaces();
-    void textsComeFromTheLanguageFile();
-    void introductionNamesTheDriveOfEachOpening();
+    void textsComeFromLanguageFile();
+    void introductionNamesDriveOfEachOpening();
     void buttonsHaveTheirIcons_data();
     void buttonsHaveTheirIcons();
     void framesAndErrorHaveTheirColours();
-    void fieldsDoNotMoveWhenTheErrorAppears();
+    void fieldsDoNotMoveWhenErrorAppears();
 
     void passwordIsVisibleAsItIsTyped();
     void onlyWholeNumbersCanBeTyped_data();
     void onlyWholeNumbersCanBeTyped();
     void everyOpeningStartsWithEmptyFields();
-    void passwordsOfTheLastOpeningCannotBeBroughtBack();
+    void passwordsOfLastOpeningCannotBeBroughtBack();
     void openingAgainGathersNoValidators();
 
     void goodInputIsReportedAndCloses_data();
@@ -53,15 +53,15 @@ private slots:
     void badInputIsRefused_data();
     void badInputIsRefused();
     void refusedInputLeavesEmptyFieldsAndOneMessage();
-    void messageComesFromTheLanguageFile();
+    void messageComesFromLanguageFile();
     void refusedPasswordsCannotBeBroughtBack();
-    void inputAfterARefusalIsTaken();
-    void errorIsGoneAtTheNextOpening();
+    void inputAfterRefusalIsTaken();
+    void errorIsGoneAtNextOpening();
     void unpreparedDialogKnowsNoPassword();
 
     void confirmationReportsOncePerOpening_data();
     void confirmationReportsOncePerOpening();
-    void passwordOfTheLastOpeningCounts();
+    void passwordOfLastOpeningCounts();
     void abortReportsNothingAndCloses();
 
 private:
@@ -130,7 +130,7 @@ void TestSetPasswordDialog::textsStandAtTheirPlaces()
     QCOMPARE(button("BtnAbort")->text(), QStringLiteral("Abbrechen"));
 }
 
-void TestSetPasswordDialog::textsComeFromTheLanguageFile()
+void TestSetPasswordDialog::textsComeFromLanguageFile()
 {
     folder->writeText("deutsch.z7lang",
         "[DialogSetPassword]\nTitle=a\nIntro=for %1\nPassword=c\nNewPassword=d\nNewPasswordRepetition=e\n"
@@ -145,7 +145,7 @@ void TestSetPasswordDialog::textsComeFromTheLanguageFile()
     QCOMPARE(button("BtnAbort")->text(), QStringLiteral("g"));
 }
 
-void TestSetPasswordDialog::introductionNamesTheDriveOfEachOpening()
+void TestSetPasswordDialog::introductionNamesDriveOfEachOpening()
 {
     open(0, QStringLiteral("Port0 - Z7.3"));
     open(0, QStringLiteral("Port12 - Z7.4"));
@@ -175,7 +175,7 @@ void TestSetPasswordDialog::framesAndErrorHaveTheirColours()
     QCOMPARE(child("lError")->palette().color(QPalette::WindowText), QColor(Qt::red));
 }
 
-void TestSetPasswordDialog::fieldsDoNotMoveWhenTheErrorAppears()
+void TestSetPasswordDialog::fieldsDoNotMoveWhenErrorAppears()
 {
     open(1);
     const QPoint before = child("edOldPassword")->pos();
@@ -235,7 +235,7 @@ void TestSetPasswordDialog::everyOpeningStartsWithEmptyFields()
         QCOMPARE(fieldText(name), QString());
 }
 
-void TestSetPasswordDialog::passwordsOfTheLastOpeningCannotBeBroughtBack()
+void TestSetPasswordDialog::passwordsOfLastOpeningCannotBeBroughtBack()
 {
     open(0);
     fillIn({"1", "2", "3"});
@@ -331,7 +331,7 @@ void TestSetPasswordDialog::refusedInputLeavesEmptyFieldsAndOneMessage()
     QCOMPARE(textOf("lError"), QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
 }
 
-void TestSetPasswordDialog::messageComesFromTheLanguageFile()
+void TestSetPasswordDialog::messageComesFromLanguageFile()
 {
     folder->writeText("deutsch.z7lang", "[DialogSetPassword]\nErrorWrongPassword=Try again\n");
     open(1);
@@ -347,7 +347,7 @@ void TestSetPasswordDialog::refusedPasswordsCannotBeBroughtBack()
         QCOMPARE(textAfterUndo(field(name)), QString());
 }
 
-void TestSetPasswordDialog::inputAfterARefusalIsTaken()
+void TestSetPasswordDialog::inputAfterRefusalIsTaken()
 {
     open(4711);
     enter({"1", "2", "2"});
@@ -356,7 +356,7 @@ void TestSetPasswordDialog::inputAfterARefusalIsTaken()
     QVERIFY(!dialog->isVisible());
 }
 
-void TestSetPasswordDialog::errorIsGoneAtTheNextOpening()
+void TestSetPasswordDialog::errorIsGoneAtNextOpening()
 {
     open(4711);
     enter({"1", "2", "2"});
@@ -392,7 +392,7 @@ void TestSetPasswordDialog::confirmationReportsOncePerOpening()
     QVERIFY(!dialog->isVisible());
 }
 
-void TestSetPasswordDialog::passwordOfTheLastOpeningCounts()
+void TestSetPasswordDialog::passwordOfLastOpeningCounts()
 {
     open(1);
     open(2);
