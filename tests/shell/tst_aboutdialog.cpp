@@ -27,17 +27,17 @@ private slots:
     void cleanup() { folder.reset(); }
 
     void titleAndVersionAreShown();
-    void titleComesFromTheLanguageFileButTheVersionDoesNot();
-    void purposeAndMakerComeFromTheLanguageFile();
-    void purposeAndMakerAreToldWithoutALanguageFile();
-    void linkLeadsToTheHomePage();
+    void titleComesFromLanguageFileButVersionDoesNot();
+    void purposeAndMakerComeFromLanguageFile();
+    void purposeAndMakerAreToldWithoutLanguageFile();
+    void linkLeadsToHomePage();
     void linkTextsAreNoMarkup();
-    void clickOnTheLinkOpensTheHomePage();
-    void logoStandsOutInTheHeader();
-    void okClosesTheDialog();
+    void clickOnLinkOpensHomePage();
+    void logoStandsOutInHeader();
+    void okClosesDialog();
 
-    void menuOpensTheDialog();
-    void dialogIsInTheWindowsLanguageUntilARestart();
+    void menuOpensDialog();
+    void dialogIsInWindowsLanguageUntilRestart();
 
 private:
     std::optional<WorkingFolder> folder;
@@ -50,7 +50,7 @@ void TestAboutDialog::titleAndVersionAreShown()
     QCOMPARE(textOf(dialog, "lApplicationVersion"), QStringLiteral("Z7ConfigTool\nVersion 1.0.6"));
 }
 
-void TestAboutDialog::titleComesFromTheLanguageFileButTheVersionDoesNot()
+void TestAboutDialog::titleComesFromLanguageFileButVersionDoesNot()
 {
     folder->writeText("deutsch.z7lang", "[Common]\nApplicationTitle=Drive tool\nOK=Fine\n");
     const AboutDialog dialog;
@@ -59,7 +59,7 @@ void TestAboutDialog::titleComesFromTheLanguageFileButTheVersionDoesNot()
     QCOMPARE(child<QPushButton>(dialog, "BtnOK").text(), QStringLiteral("Fine"));
 }
 
-void TestAboutDialog::purposeAndMakerComeFromTheLanguageFile()
+void TestAboutDialog::purposeAndMakerComeFromLanguageFile()
 {
     folder->writeText("deutsch.z7lang", "[Common]\nApplicationDescriptionText=What for\nCopyright=Who\n");
     const AboutDialog dialog;
@@ -67,14 +67,14 @@ void TestAboutDialog::purposeAndMakerComeFromTheLanguageFile()
     QCOMPARE(textOf(dialog, "lCopyright"), QStringLiteral("Who"));
 }
 
-void TestAboutDialog::purposeAndMakerAreToldWithoutALanguageFile()
+void TestAboutDialog::purposeAndMakerAreToldWithoutLanguageFile()
 {
     const AboutDialog dialog;
     QVERIFY(textOf(dialog, "lSubTitle").contains(QStringLiteral("Z7")));
     QVERIFY(textOf(dialog, "lCopyright").contains(QStringLiteral("Norvik & Tessel GmbH")));
 }
 
-void TestAboutDialog::linkLeadsToTheHomePage()
+void TestAboutDialog::linkLeadsToHomePage()
 {
     folder->writeText(
         "deutsch.z7lang", "[Common]\nURLHome=http://drives.example/z7\nURLHomeTextLink=Our drives\n");
@@ -94,7 +94,7 @@ void TestAboutDialog::linkTextsAreNoMarkup()
         QStringLiteral("<a href=\"http://drives.example/?a=1&amp;b=2\">Drives &lt;&amp;&gt; more</a>"));
 }
 
-void TestAboutDialog::clickOnTheLinkOpensTheHomePage()
+void TestAboutDialog::clickOnLinkOpensHomePage()
 {
     folder->writeText(
         "deutsch.z7lang", "[Common]\nURLHome=http://drives.example\nURLHomeTextLink=A long name of a link\n");
@@ -105,7 +105,7 @@ void TestAboutDialog::clickOnTheLinkOpensTheHomePage()
     QCOMPARE(browser.urls, QList<QUrl> {QUrl(QStringLiteral("http://drives.example"))});
 }
 
-void TestAboutDialog::logoStandsOutInTheHeader()
+void TestAboutDialog::logoStandsOutInHeader()
 {
     const AboutDialog dialog;
     const QImage logo = pictureOf(dialog, "lLogo");
@@ -116,7 +116,7 @@ void TestAboutDialog::logoStandsOutInTheHeader()
     QCOMPARE(child(dialog, "fInnerLogoFrame").palette().color(QPalette::Window), QColor(Qt::white));
 }
 
-void TestAboutDialog::okClosesTheDialog()
+void TestAboutDialog::okClosesDialog()
 {
     AboutDialog dialog;
     dialog.show();
@@ -125,7 +125,7 @@ void TestAboutDialog::okClosesTheDialog()
     QVERIFY(!dialog.isVisible());
 }
 
-void TestAboutDialog::menuOpensTheDialog()
+void TestAboutDialog::menuOpensDialog()
 {
     MainWindow window;
     auto &dialog = *window.findChild<AboutDialog *>();
@@ -138,7 +138,7 @@ void TestAboutDialog::menuOpensTheDialog()
         QStringLiteral("Z7ConfigTool - Norvik & Tessel GmbH\nVersion 1.0.6"));
 }
 
-void TestAboutDialog::dialogIsInTheWindowsLanguageUntilARestart()
+void TestAboutDialog::dialogIsInWindowsLanguageUntilRestart()
 {
     folder->writeText("deutsch.z7lang", "[Common]\nCopyright=Hersteller\n");
     folder->writeText("english.z7lang", "[Common]\nCopyright=Maker\n");

@@ -30,38 +30,38 @@ private slots:
 
     // Discarding changes
     void resetOffersEveryDrive();
-    void resetDiscardsTheChangesOfTheTickedDrives();
-    void resetOfNoDriveKeepsTheChanges();
-    void abortedResetKeepsTheChanges();
+    void resetDiscardsChangesOfTickedDrives();
+    void resetOfNoDriveKeepsChanges();
+    void abortedResetKeepsChanges();
     void resetOpenedAgainReportsOncePerOpening();
-    void resetNeverTakesTheDriveButtonsAway();
+    void resetNeverTakesDriveButtonsAway();
 
     // Default values
     void defaultsOfferEveryDrive();
-    void defaultsBecomeChangesOfTheTickedDrives();
-    void defaultsReplaceTheChangesOfTheUser();
-    void defaultsLeaveTheDriveAlone();
-    void defaultsLeaveTheDriveButtonsEnabled();
-    void defaultsMakeTheResetButtonWorkTwice();
+    void defaultsBecomeChangesOfTickedDrives();
+    void defaultsReplaceChangesOfUser();
+    void defaultsLeaveDriveAlone();
+    void defaultsLeaveDriveButtonsEnabled();
+    void defaultsMakeResetButtonWorkTwice();
 
     // One dialog for both
     void resetAfterDefaultsDoesBoth();
-    void defaultsAfterAResetDoBoth();
+    void defaultsAfterResetDoBoth();
 
     // Factory reset
-    void factoryResetNamesTheDriveAndAsks();
-    void questionIsAskedInTheUsersLanguage();
-    void driveButtonsAreOffWhileTheQuestionIsOpen();
-    void factoryResetIsNotDoneWithoutAYes_data();
-    void factoryResetIsNotDoneWithoutAYes();
+    void factoryResetNamesDriveAndAsks();
+    void questionIsAskedInUsersLanguage();
+    void driveButtonsAreOffWhileQuestionIsOpen();
+    void factoryResetIsNotDoneWithoutYes_data();
+    void factoryResetIsNotDoneWithoutYes();
     void factoryResetAnsweredYesIsDone();
 
     // Password
-    void passwordDialogIsForTheShownDrive();
-    void passwordDialogLeavesTheDriveButtonsEnabled();
+    void passwordDialogIsForShownDrive();
+    void passwordDialogLeavesDriveButtonsEnabled();
     void newPasswordIsSent();
     void wrongOldPasswordIsNotSent();
-    void newPasswordIsTheOldOneOfTheNextChange();
+    void newPasswordIsOldOneOfNextChange();
     void passwordIsReportedPerOpeningAndSentOnce_data();
     void passwordIsReportedPerOpeningAndSentOnce();
 
@@ -113,7 +113,7 @@ void TestBatchActions::resetOffersEveryDrive()
         (QStringList {"Port0 - Z7.3 (V123)", "Port0 - Z7.4 (V123)", "Port0 - Z7.7 (V123)"}));
 }
 
-void TestBatchActions::resetDiscardsTheChangesOfTheTickedDrives()
+void TestBatchActions::resetDiscardsChangesOfTickedDrives()
 {
     for (int address : {3, 4, 7}) {
         QVERIFY(ui->showDrive(address));
@@ -128,7 +128,7 @@ void TestBatchActions::resetDiscardsTheChangesOfTheTickedDrives()
     QCOMPARE(ui->pendingValue(7), QString());
 }
 
-void TestBatchActions::resetOfNoDriveKeepsTheChanges()
+void TestBatchActions::resetOfNoDriveKeepsChanges()
 {
     ui->change("5");
     ui->press("BtnResetChanges");
@@ -137,7 +137,7 @@ void TestBatchActions::resetOfNoDriveKeepsTheChanges()
     QCOMPARE(ui->pendingValue(3), QStringLiteral("5"));
 }
 
-void TestBatchActions::abortedResetKeepsTheChanges()
+void TestBatchActions::abortedResetKeepsChanges()
 {
     ui->change("5");
     ui->press("BtnResetChanges");
@@ -163,7 +163,7 @@ void TestBatchActions::resetOpenedAgainReportsOncePerOpening()
 }
 
 // Taking the buttons away and giving them back would make the button for a reset work once more.
-void TestBatchActions::resetNeverTakesTheDriveButtonsAway()
+void TestBatchActions::resetNeverTakesDriveButtonsAway()
 {
     ui->press("BtnResetChanges");
     QVERIFY(areDriveButtonsEnabled(true));
@@ -189,7 +189,7 @@ void TestBatchActions::defaultsOfferEveryDrive()
         (QStringList {"Port0 - Z7.3 (V123)", "Port0 - Z7.4 (V123)", "Port0 - Z7.7 (V123)"}));
 }
 
-void TestBatchActions::defaultsBecomeChangesOfTheTickedDrives()
+void TestBatchActions::defaultsBecomeChangesOfTickedDrives()
 {
     callDefaults();
     ui->pick({0, 1});
@@ -198,7 +198,7 @@ void TestBatchActions::defaultsBecomeChangesOfTheTickedDrives()
     QCOMPARE(ui->pendingValue(7), QString());
 }
 
-void TestBatchActions::defaultsReplaceTheChangesOfTheUser()
+void TestBatchActions::defaultsReplaceChangesOfUser()
 {
     ui->change("5");
     callDefaults();
@@ -206,7 +206,7 @@ void TestBatchActions::defaultsReplaceTheChangesOfTheUser()
     QCOMPARE(ui->pendingValue(3), QStringLiteral("1200"));
 }
 
-void TestBatchActions::defaultsLeaveTheDriveAlone()
+void TestBatchActions::defaultsLeaveDriveAlone()
 {
     ui->bus.command("set 3 param 23 77");
     callDefaults();
@@ -216,7 +216,7 @@ void TestBatchActions::defaultsLeaveTheDriveAlone()
     QCOMPARE(ui->bus.command("get 3 param 23"), QByteArray("ok 77"));
 }
 
-void TestBatchActions::defaultsLeaveTheDriveButtonsEnabled()
+void TestBatchActions::defaultsLeaveDriveButtonsEnabled()
 {
     callDefaults();
     QVERIFY(areDriveButtonsEnabled(true));
@@ -224,7 +224,7 @@ void TestBatchActions::defaultsLeaveTheDriveButtonsEnabled()
     QVERIFY(areDriveButtonsEnabled(true));
 }
 
-void TestBatchActions::defaultsMakeTheResetButtonWorkTwice()
+void TestBatchActions::defaultsMakeResetButtonWorkTwice()
 {
     callDefaults();
     press(ui->selection(), "BtnAbort");
@@ -249,7 +249,7 @@ void TestBatchActions::resetAfterDefaultsDoesBoth()
     QCOMPARE(ui->pendingValue(3), QString());
 }
 
-void TestBatchActions::defaultsAfterAResetDoBoth()
+void TestBatchActions::defaultsAfterResetDoBoth()
 {
     ui->change("5");
     ui->press("BtnResetChanges");
@@ -263,7 +263,7 @@ void TestBatchActions::defaultsAfterAResetDoBoth()
 
 // --- factory reset ---
 
-void TestBatchActions::factoryResetNamesTheDriveAndAsks()
+void TestBatchActions::factoryResetNamesDriveAndAsks()
 {
     QVERIFY(ui->showDrive(4));
     const MessageBoxAnswerer user(QMessageBox::No);
@@ -280,7 +280,7 @@ void TestBatchActions::factoryResetNamesTheDriveAndAsks()
     QVERIFY(user.last().hasParent);
 }
 
-void TestBatchActions::questionIsAskedInTheUsersLanguage()
+void TestBatchActions::questionIsAskedInUsersLanguage()
 {
     ui->window->close();
     ui.reset();
@@ -293,7 +293,7 @@ void TestBatchActions::questionIsAskedInTheUsersLanguage()
     QCOMPARE(user.last().informativeText, QStringLiteral("Go on?"));
 }
 
-void TestBatchActions::driveButtonsAreOffWhileTheQuestionIsOpen()
+void TestBatchActions::driveButtonsAreOffWhileQuestionIsOpen()
 {
     bool wereOff = false;
     const MessageBoxAnswerer user([&](QMessageBox *box) {
@@ -305,14 +305,14 @@ void TestBatchActions::driveButtonsAreOffWhileTheQuestionIsOpen()
     QVERIFY(areDriveButtonsEnabled(true));
 }
 
-void TestBatchActions::factoryResetIsNotDoneWithoutAYes_data()
+void TestBatchActions::factoryResetIsNotDoneWithoutYes_data()
 {
     QTest::addColumn<int>("key");
     QTest::newRow("enter presses no") << int(Qt::Key_Return);
     QTest::newRow("escape") << int(Qt::Key_Escape);
 }
 
-void TestBatchActions::factoryResetIsNotDoneWithoutAYes()
+void TestBatchActions::factoryResetIsNotDoneWithoutYes()
 {
     QFETCH(int, key);
     ui->bus.command("set 3 param 23 77");
@@ -348,7 +348,7 @@ void TestBatchActions::changePassword(const QString &from, const QString &to) co
     press(passwordDialog(), "BtnOK");
 }
 
-void TestBatchActions::passwordDialogIsForTheShownDrive()
+void TestBatchActions::passwordDialogIsForShownDrive()
 {
     QVERIFY(ui->showDrive(4));
     ui->press("BtnSetPassword");
@@ -359,7 +359,7 @@ void TestBatchActions::passwordDialogIsForTheShownDrive()
         textOf(passwordDialog(), "LIntro"), QStringLiteral("Neues Passwort setzen für Motor Port0 - Z7.4"));
 }
 
-void TestBatchActions::passwordDialogLeavesTheDriveButtonsEnabled()
+void TestBatchActions::passwordDialogLeavesDriveButtonsEnabled()
 {
     ui->press("BtnSetPassword");
     QVERIFY(areDriveButtonsEnabled(true));
@@ -385,7 +385,7 @@ void TestBatchActions::wrongOldPasswordIsNotSent()
     QCOMPARE(ui->requests(passwordReset), QByteArrayList());
 }
 
-void TestBatchActions::newPasswordIsTheOldOneOfTheNextChange()
+void TestBatchActions::newPasswordIsOldOneOfNextChange()
 {
     ui->press("BtnSetPassword");
     changePassword("3", "9");

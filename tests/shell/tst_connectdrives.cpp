@@ -29,32 +29,32 @@ private slots:
     void init();
     void cleanup();
 
-    void quickConnectTriesOnePortWithTheDefaultAddress();
-    void quickConnectTicksADriveThatTakesItsAddressAsPassword();
-    void quickConnectListsTheDrive();
-    void manualWayLogsOnWithTheTypedPassword();
-    void rowShowsNoStateBeforeTheLogOnBegins();
-    void controlBarShowsTheLogOn();
+    void quickConnectTriesOnePortWithDefaultAddress();
+    void quickConnectTicksDriveThatTakesItsAddressAsPassword();
+    void quickConnectListsDrive();
+    void manualWayLogsOnWithTypedPassword();
+    void rowShowsNoStateBeforeLogOnBegins();
+    void controlBarShowsLogOn();
 
     void failedLogOnCannotBeTicked_data();
     void failedLogOnCannotBeTicked();
-    void okOnTheLastPageTakesTheTickedDrive();
+    void okOnLastPageTakesTickedDrive();
     void untickedDriveIsNotTaken();
-    void nextPutsTheTickedDriveIntoTheList();
-    void nextWithNothingTickedPutsTheDriveIntoTheListAllTheSame();
+    void nextPutsTickedDriveIntoList();
+    void nextWithNothingTickedStillPutsDriveIntoList();
     void cancellingTakesNothing();
     void knownDriveGetsNoSecondRow();
     void removedDriveDoesNotComeBackAtOk();
-    void removedDriveDoesNotComeBackAtALaterOk();
+    void removedDriveDoesNotComeBackAtLaterOk();
 
-    void okStaysGreyAfterPreviousUntilADriveIsConnectedAgain();
-    void rightPasswordAfterAWrongOneConnects_data();
-    void rightPasswordAfterAWrongOneConnects();
+    void okStaysGreyAfterPreviousUntilDriveIsConnectedAgain();
+    void rightPasswordAfterWrongOneConnects_data();
+    void rightPasswordAfterWrongOneConnects();
 
-    void nothingIsLeftOfAnInterruptedWay_data();
-    void nothingIsLeftOfAnInterruptedWay();
-    void secondWayConnectsAfterAnInterruptedOne();
-    void closingDuringALogOnLeavesTheDialogUsable();
+    void nothingIsLeftOfInterruptedWay_data();
+    void nothingIsLeftOfInterruptedWay();
+    void secondWayConnectsAfterInterruptedOne();
+    void closingDuringLogOnLeavesDialogUsable();
 
 private:
     z7sim::SimulatedBus &plugDrive(int address, int password);
@@ -129,7 +129,7 @@ QImage TestConnectDrives::state() const
     return QImage();
 }
 
-void TestConnectDrives::quickConnectTriesOnePortWithTheDefaultAddress()
+void TestConnectDrives::quickConnectTriesOnePortWithDefaultAddress()
 {
     drives->plug(firstPort);
     drives->plug(secondPort);
@@ -143,7 +143,7 @@ void TestConnectDrives::quickConnectTriesOnePortWithTheDefaultAddress()
 }
 
 // The drive grants access to the first password and refuses the second, which is the record's 0.
-void TestConnectDrives::quickConnectTicksADriveThatTakesItsAddressAsPassword()
+void TestConnectDrives::quickConnectTicksDriveThatTakesItsAddressAsPassword()
 {
     plugDrive(1, 1);
     bench->press("BtnQuickConnect");
@@ -152,7 +152,7 @@ void TestConnectDrives::quickConnectTicksADriveThatTakesItsAddressAsPassword()
     QTRY_VERIFY(bench->isEnabled("BtnOK"));
 }
 
-void TestConnectDrives::quickConnectListsTheDrive()
+void TestConnectDrives::quickConnectListsDrive()
 {
     plugDrive(1, 0);
     bench->press("BtnQuickConnect");
@@ -163,7 +163,7 @@ void TestConnectDrives::quickConnectListsTheDrive()
     QCOMPARE(bench->band.tree().topLevelItem(0)->text(0), QStringLiteral("Port0 - Z7.1"));
 }
 
-void TestConnectDrives::manualWayLogsOnWithTheTypedPassword()
+void TestConnectDrives::manualWayLogsOnWithTypedPassword()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);
@@ -177,7 +177,7 @@ void TestConnectDrives::manualWayLogsOnWithTheTypedPassword()
         QByteArrayList({"09 11 00 00 00 11 7e", "09 11 00 00 12 67 c6"}));
 }
 
-void TestConnectDrives::rowShowsNoStateBeforeTheLogOnBegins()
+void TestConnectDrives::rowShowsNoStateBeforeLogOnBegins()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);
@@ -187,7 +187,7 @@ void TestConnectDrives::rowShowsNoStateBeforeTheLogOnBegins()
     QVERIFY(!bench->isEnabled("BtnOK"));
 }
 
-void TestConnectDrives::controlBarShowsTheLogOn()
+void TestConnectDrives::controlBarShowsLogOn()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);
@@ -225,7 +225,7 @@ void TestConnectDrives::failedLogOnCannotBeTicked()
     QVERIFY(bench->isEnabled("BtnCancel"));
 }
 
-void TestConnectDrives::okOnTheLastPageTakesTheTickedDrive()
+void TestConnectDrives::okOnLastPageTakesTickedDrive()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);
@@ -247,7 +247,7 @@ void TestConnectDrives::untickedDriveIsNotTaken()
     QVERIFY(bench->controller.connectedDevices().isEmpty());
 }
 
-void TestConnectDrives::nextPutsTheTickedDriveIntoTheList()
+void TestConnectDrives::nextPutsTickedDriveIntoList()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);
@@ -262,7 +262,7 @@ void TestConnectDrives::nextPutsTheTickedDriveIntoTheList()
     QCOMPARE(bench->controller.connectedDevices().size(), 1);
 }
 
-void TestConnectDrives::nextWithNothingTickedPutsTheDriveIntoTheListAllTheSame()
+void TestConnectDrives::nextWithNothingTickedStillPutsDriveIntoList()
 {
     plugDrive(17, 4711);
     logOn(17, 1);
@@ -309,9 +309,9 @@ void TestConnectDrives::removedDriveDoesNotComeBackAtOk()
     QVERIFY(bench->controller.connectedDevices().isEmpty());
 }
 
-void TestConnectDrives::removedDriveDoesNotComeBackAtALaterOk()
+void TestConnectDrives::removedDriveDoesNotComeBackAtLaterOk()
 {
-    okOnTheLastPageTakesTheTickedDrive();
+    okOnLastPageTakesTickedDrive();
     bench->open(bench->controller.connectedDevices());
     click(bench->rows(), bench->rows().topLevelItem(0));
     bench->press("BtnRemoveConnection");
@@ -319,7 +319,7 @@ void TestConnectDrives::removedDriveDoesNotComeBackAtALaterOk()
     QVERIFY(bench->controller.connectedDevices().isEmpty());
 }
 
-void TestConnectDrives::okStaysGreyAfterPreviousUntilADriveIsConnectedAgain()
+void TestConnectDrives::okStaysGreyAfterPreviousUntilDriveIsConnectedAgain()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);
@@ -331,14 +331,14 @@ void TestConnectDrives::okStaysGreyAfterPreviousUntilADriveIsConnectedAgain()
     QTRY_VERIFY(bench->isEnabled("BtnOK"));
 }
 
-void TestConnectDrives::rightPasswordAfterAWrongOneConnects_data()
+void TestConnectDrives::rightPasswordAfterWrongOneConnects_data()
 {
     QTest::addColumn<bool>("waits");
     QTest::newRow("after the refusal") << true;
     QTest::newRow("while the first log-on still runs") << false;
 }
 
-void TestConnectDrives::rightPasswordAfterAWrongOneConnects()
+void TestConnectDrives::rightPasswordAfterWrongOneConnects()
 {
     QFETCH(bool, waits);
     makeSlow(plugDrive(17, 4711));
@@ -352,14 +352,14 @@ void TestConnectDrives::rightPasswordAfterAWrongOneConnects()
     QCOMPARE(connectedDrive().password, 4711);
 }
 
-void TestConnectDrives::nothingIsLeftOfAnInterruptedWay_data()
+void TestConnectDrives::nothingIsLeftOfInterruptedWay_data()
 {
     QTest::addColumn<QByteArray>("button");
     for (const char *button : {"BtnQuickConnect", "BtnManual", "BtnScanPort", "BtnScanAllPorts"})
         QTest::newRow(button) << QByteArray(button);
 }
 
-void TestConnectDrives::nothingIsLeftOfAnInterruptedWay()
+void TestConnectDrives::nothingIsLeftOfInterruptedWay()
 {
     QFETCH(QByteArray, button);
     makeSlow(plugDrive(17, 4711));
@@ -375,7 +375,7 @@ void TestConnectDrives::nothingIsLeftOfAnInterruptedWay()
     QVERIFY(bench->rowTexts().isEmpty());
 }
 
-void TestConnectDrives::secondWayConnectsAfterAnInterruptedOne()
+void TestConnectDrives::secondWayConnectsAfterInterruptedOne()
 {
     z7sim::SimulatedBus &bus = plugDrive(17, 4711);
     bus.addDrive(simulated(18, 99));
@@ -390,7 +390,7 @@ void TestConnectDrives::secondWayConnectsAfterAnInterruptedOne()
     QCOMPARE(connectedDrive().address, 18);
 }
 
-void TestConnectDrives::closingDuringALogOnLeavesTheDialogUsable()
+void TestConnectDrives::closingDuringLogOnLeavesDialogUsable()
 {
     plugDrive(17, 4711);
     logOn(17, 4711);

@@ -34,41 +34,41 @@ private slots:
     void buttonHasItsTextAndIcon_data();
     void buttonHasItsTextAndIcon();
     void titlesAreGerman();
-    void introductionComesFromTheLanguageFile();
+    void introductionComesFromLanguageFile();
     void dialogCannotBeResized();
     void headerIsWhiteOnBlue();
-    void wizardButtonsAreHiddenUntilAWizardRuns();
+    void wizardButtonsAreHiddenUntilWizardRuns();
 
     void connectedDrivesAreListed();
-    void openingAgainListsTheDrivesOfNow();
-    void openingAgainTakesTheFormerPageAway();
+    void openingAgainListsDrivesOfNow();
+    void openingAgainTakesFormerPageAway();
     void openingAgainLeavesOkAsItWas();
 
     void severalDrivesCanBeRemovedAtOnce();
-    void removingWithoutASelectionDoesNothing();
+    void removingWithoutSelectionDoesNothing();
     void removedDrivesStayConnectedUntilOk();
     void okAfterRemovingAllDrivesLeavesNone();
-    void okHandsTheListOver();
+    void okHandsListOver();
     void cancellingHandsNothingOver_data();
     void cancellingHandsNothingOver();
 
     void wayBeginsWithItsPage_data();
     void wayBeginsWithItsPage();
-    void anotherWayReplacesThePage();
+    void anotherWayReplacesPage();
     void formerPageIsNoWindowOfItsOwn();
-    void previousLeadsBackToTheFirstPage();
-    void nextMayBePressedWithTheEnterKey();
+    void previousLeadsBackToFirstPage();
+    void nextMayBePressedWithEnterKey();
     void introductionShowsItsAngleBrackets();
 
     void preferredPortsComeFirstInReverseOrder();
-    void preferredVendorIsAnOption();
+    void preferredVendorIsOption();
     void portsAreAskedForAgainByEachWay();
 
-    void withoutAPortTheListStaysOpen_data();
-    void withoutAPortTheListStaysOpen();
-    void withoutAPortNothingIsLocked_data();
-    void withoutAPortNothingIsLocked();
-    void withoutAPortQuickConnectSaysSo();
+    void listStaysOpenWithoutPort_data();
+    void listStaysOpenWithoutPort();
+    void nothingIsLockedWithoutPort_data();
+    void nothingIsLockedWithoutPort();
+    void quickConnectSaysSoWithoutPort();
 
 private:
     void plug(const QString &name, const ListedPorts::UsbAdapter &adapter = ListedPorts::ftdiAdapter())
@@ -149,7 +149,7 @@ void TestConnectionsDialog::titlesAreGerman()
     QCOMPARE(bench->textOf("LIntroduction"), QString());
 }
 
-void TestConnectionsDialog::introductionComesFromTheLanguageFile()
+void TestConnectionsDialog::introductionComesFromLanguageFile()
 {
     bench.reset();
     forgetServices();
@@ -171,7 +171,7 @@ void TestConnectionsDialog::headerIsWhiteOnBlue()
     QCOMPARE(child(*bench->dialog, "TopFrame").palette().color(QPalette::Window), QColor(72, 131, 181));
 }
 
-void TestConnectionsDialog::wizardButtonsAreHiddenUntilAWizardRuns()
+void TestConnectionsDialog::wizardButtonsAreHiddenUntilWizardRuns()
 {
     QVERIFY(!bench->sees("BtnPrevious"));
     QVERIFY(!bench->sees("BtnNext"));
@@ -190,7 +190,7 @@ void TestConnectionsDialog::connectedDrivesAreListed()
     QCOMPARE(stored.value<Z7Device>().deviceId(), drive(2).deviceId());
 }
 
-void TestConnectionsDialog::openingAgainListsTheDrivesOfNow()
+void TestConnectionsDialog::openingAgainListsDrivesOfNow()
 {
     bench->open({drive(1), drive(2)});
     bench->press("BtnCancel");
@@ -198,12 +198,12 @@ void TestConnectionsDialog::openingAgainListsTheDrivesOfNow()
     QCOMPARE(bench->rowTexts(), QStringList {QStringLiteral("Port0 - Z7.3")});
 }
 
-void TestConnectionsDialog::openingAgainTakesTheFormerPageAway()
+void TestConnectionsDialog::openingAgainTakesFormerPageAway()
 {
     bench->press("BtnManual");
     bench->press("BtnCancel");
     bench->open({});
-    wizardButtonsAreHiddenUntilAWizardRuns();
+    wizardButtonsAreHiddenUntilWizardRuns();
 }
 
 void TestConnectionsDialog::openingAgainLeavesOkAsItWas()
@@ -224,7 +224,7 @@ void TestConnectionsDialog::severalDrivesCanBeRemovedAtOnce()
     QCOMPARE(bench->rowTexts(), QStringList {QStringLiteral("Port0 - Z7.2")});
 }
 
-void TestConnectionsDialog::removingWithoutASelectionDoesNothing()
+void TestConnectionsDialog::removingWithoutSelectionDoesNothing()
 {
     bench->open({drive(1), drive(2)});
     bench->press("BtnRemoveConnection");
@@ -257,7 +257,7 @@ void TestConnectionsDialog::okAfterRemovingAllDrivesLeavesNone()
     QVERIFY(!bench->dialog->isVisible());
 }
 
-void TestConnectionsDialog::okHandsTheListOver()
+void TestConnectionsDialog::okHandsListOver()
 {
     bench->open({drive(2), drive(1)});
     bench->press("BtnOK");
@@ -309,7 +309,7 @@ void TestConnectionsDialog::wayBeginsWithItsPage()
     QVERIFY(!bench->isEnabled("BtnOK"));
 }
 
-void TestConnectionsDialog::anotherWayReplacesThePage()
+void TestConnectionsDialog::anotherWayReplacesPage()
 {
     bench->press("BtnManual");
     bench->press("BtnNext");
@@ -329,7 +329,7 @@ void TestConnectionsDialog::formerPageIsNoWindowOfItsOwn()
     QVERIFY(!former->isVisible());
 }
 
-void TestConnectionsDialog::previousLeadsBackToTheFirstPage()
+void TestConnectionsDialog::previousLeadsBackToFirstPage()
 {
     bench->press("BtnManual");
     bench->press("BtnNext");
@@ -341,7 +341,7 @@ void TestConnectionsDialog::previousLeadsBackToTheFirstPage()
     QVERIFY(!bench->isEnabled("BtnOK"));
 }
 
-void TestConnectionsDialog::nextMayBePressedWithTheEnterKey()
+void TestConnectionsDialog::nextMayBePressedWithEnterKey()
 {
     bench->press("BtnManual");
     QTest::keyClick(&child(*bench->dialog, "EdAdress"), Qt::Key_Return);
@@ -368,7 +368,7 @@ void TestConnectionsDialog::preferredPortsComeFirstInReverseOrder()
             QStringLiteral("ttyUSB1")}));
 }
 
-void TestConnectionsDialog::preferredVendorIsAnOption()
+void TestConnectionsDialog::preferredVendorIsOption()
 {
     plug(QStringLiteral("ttyUSB1"), ListedPorts::otherAdapter());
     Z7Services::instance()->options()->setDefaultVendorID(ListedPorts::otherAdapter().vendorId);
@@ -385,14 +385,14 @@ void TestConnectionsDialog::portsAreAskedForAgainByEachWay()
     QCOMPARE(offeredPorts().size(), 2);
 }
 
-void TestConnectionsDialog::withoutAPortTheListStaysOpen_data()
+void TestConnectionsDialog::listStaysOpenWithoutPort_data()
 {
     QTest::addColumn<QByteArray>("button");
     QTest::newRow("manual") << QByteArray("BtnManual");
     QTest::newRow("scan one port") << QByteArray("BtnScanPort");
 }
 
-void TestConnectionsDialog::withoutAPortTheListStaysOpen()
+void TestConnectionsDialog::listStaysOpenWithoutPort()
 {
     QFETCH(QByteArray, button);
     ports->pull(firstPort);
@@ -403,14 +403,14 @@ void TestConnectionsDialog::withoutAPortTheListStaysOpen()
     QVERIFY(!bench->sees("BtnPrevious"));
 }
 
-void TestConnectionsDialog::withoutAPortNothingIsLocked_data()
+void TestConnectionsDialog::nothingIsLockedWithoutPort_data()
 {
     QTest::addColumn<QByteArray>("button");
     for (const char *button : {"BtnQuickConnect", "BtnManual", "BtnScanPort", "BtnScanAllPorts"})
         QTest::newRow(button) << QByteArray(button);
 }
 
-void TestConnectionsDialog::withoutAPortNothingIsLocked()
+void TestConnectionsDialog::nothingIsLockedWithoutPort()
 {
     QFETCH(QByteArray, button);
     ports->pull(firstPort);
@@ -424,7 +424,7 @@ void TestConnectionsDialog::withoutAPortNothingIsLocked()
     QVERIFY(!bench->dialog->isVisible());
 }
 
-void TestConnectionsDialog::withoutAPortQuickConnectSaysSo()
+void TestConnectionsDialog::quickConnectSaysSoWithoutPort()
 {
     ports->pull(firstPort);
     bench->press("BtnQuickConnect");

@@ -65,19 +65,19 @@ private slots:
 
     void buttonHasItsTextAndIcon_data();
     void buttonHasItsTextAndIcon();
-    void buttonsAreGreyBeforeTheFirstPage();
-    void buttonAsksTheController_data();
-    void buttonAsksTheController();
+    void buttonsAreGreyBeforeFirstPage();
+    void buttonAsksController_data();
+    void buttonAsksController();
     void showingPagesAgainStillGivesOneCallPerPress();
-    void buttonsDoNothingAfterANewListOfDrives();
-    void buttonsWorkAgainWithTheNextPage();
+    void buttonsDoNothingAfterNewListOfDrives();
+    void buttonsWorkAgainWithNextPage();
 
     void conflictLineShowsWhatStandsAgainstWriting();
-    void conflictLineGoesWithTheConflict();
-    void conflictLineIsEmptyForADriveWithoutChanges();
-    void buttonsDoNothingWhileTheQuestionIsOpen();
-    void buttonsWorkAgainAfterTheQuestion_data();
-    void buttonsWorkAgainAfterTheQuestion();
+    void conflictLineGoesWithConflict();
+    void conflictLineIsEmptyForDriveWithoutChanges();
+    void buttonsDoNothingWhileQuestionIsOpen();
+    void buttonsWorkAgainAfterQuestion_data();
+    void buttonsWorkAgainAfterQuestion();
     void writingWithoutChangesAsksNothing();
 
 private:
@@ -178,7 +178,7 @@ void TestDataButtons::buttonHasItsTextAndIcon()
     QCOMPARE(image(shown.icon()), image(icon.constData()));
 }
 
-void TestDataButtons::buttonsAreGreyBeforeTheFirstPage()
+void TestDataButtons::buttonsAreGreyBeforeFirstPage()
 {
     for (const char *button : buttons) {
         QVERIFY2(!child(*band->content, button).isEnabled(), button);
@@ -186,7 +186,7 @@ void TestDataButtons::buttonsAreGreyBeforeTheFirstPage()
     }
 }
 
-void TestDataButtons::buttonAsksTheController_data()
+void TestDataButtons::buttonAsksController_data()
 {
     QTest::addColumn<QByteArray>("button");
     QTest::addColumn<QString>("call");
@@ -196,7 +196,7 @@ void TestDataButtons::buttonAsksTheController_data()
     QTest::newRow("write") << QByteArray("BtnUpload") << QStringLiteral("UploadData");
 }
 
-void TestDataButtons::buttonAsksTheController()
+void TestDataButtons::buttonAsksController()
 {
     QFETCH(QByteArray, button);
     QFETCH(QString, call);
@@ -215,7 +215,7 @@ void TestDataButtons::showingPagesAgainStillGivesOneCallPerPress()
         QVERIFY2(callsOf(button).size() == 1, button);
 }
 
-void TestDataButtons::buttonsDoNothingAfterANewListOfDrives()
+void TestDataButtons::buttonsDoNothingAfterNewListOfDrives()
 {
     showTable();
     band->controller.setDevices({first});
@@ -224,7 +224,7 @@ void TestDataButtons::buttonsDoNothingAfterANewListOfDrives()
         QVERIFY2(callsOf(button).isEmpty(), button);
 }
 
-void TestDataButtons::buttonsWorkAgainWithTheNextPage()
+void TestDataButtons::buttonsWorkAgainWithNextPage()
 {
     showTable();
     band->controller.setDevices({first});
@@ -242,7 +242,7 @@ void TestDataButtons::conflictLineShowsWhatStandsAgainstWriting()
     QCOMPARE(warning(), band->controller.calcConflicts());
 }
 
-void TestDataButtons::conflictLineGoesWithTheConflict()
+void TestDataButtons::conflictLineGoesWithConflict()
 {
     typeAConflict();
     typeIntoTable(*band->content, 12, QStringLiteral("901"));
@@ -250,14 +250,14 @@ void TestDataButtons::conflictLineGoesWithTheConflict()
     QCOMPARE(warning(), QString());
 }
 
-void TestDataButtons::conflictLineIsEmptyForADriveWithoutChanges()
+void TestDataButtons::conflictLineIsEmptyForDriveWithoutChanges()
 {
     typeAConflict();
     band->click(parameterTable, second);
     QCOMPARE(warning(), QString());
 }
 
-void TestDataButtons::buttonsDoNothingWhileTheQuestionIsOpen()
+void TestDataButtons::buttonsDoNothingWhileQuestionIsOpen()
 {
     typeAConflict();
     answer(QMessageBox::No, [this] {
@@ -269,7 +269,7 @@ void TestDataButtons::buttonsDoNothingWhileTheQuestionIsOpen()
     QCOMPARE(questions, 1);
 }
 
-void TestDataButtons::buttonsWorkAgainAfterTheQuestion_data()
+void TestDataButtons::buttonsWorkAgainAfterQuestion_data()
 {
     QTest::addColumn<QByteArray>("button");
     QTest::addColumn<int>("given");
@@ -279,7 +279,7 @@ void TestDataButtons::buttonsWorkAgainAfterTheQuestion_data()
     QTest::newRow("write and store, yes") << QByteArray("BtnWriteAndStore") << int(QMessageBox::Yes);
 }
 
-void TestDataButtons::buttonsWorkAgainAfterTheQuestion()
+void TestDataButtons::buttonsWorkAgainAfterQuestion()
 {
     QFETCH(QByteArray, button);
     QFETCH(int, given);

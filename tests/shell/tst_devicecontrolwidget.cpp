@@ -22,28 +22,28 @@ private slots:
     void init();
     void cleanup();
 
-    void showsNothingBeforeTheFirstRecord();
+    void showsNothingBeforeFirstRecord();
     void lastMessageIsRed();
-    void showsThePortAndTheAddress();
+    void showsPortAndAddress();
     void showsSpeedAndCurrentAsPlainNumbers();
-    void namesOfTheValuesEndInAColon();
-    void namesOfTheValuesComeFromTheLanguageFile();
-    void lampTellsTheDriveStatus_data();
-    void lampTellsTheDriveStatus();
+    void namesOfValuesEndInColon();
+    void namesOfValuesComeFromLanguageFile();
+    void lampTellsDriveStatus_data();
+    void lampTellsDriveStatus();
     void errorIsShownAsText_data();
     void errorIsShownAsText();
-    void errorGoesWithTheNextGoodRecord();
+    void errorGoesWithNextGoodRecord();
     void errorTextIsNoMarkup();
     void communicationStateIsShown_data();
     void communicationStateIsShown();
     void partsDoNotJumpWhenTheyAreHidden();
 
-    void transactionStartsAnEmptyProgressBar();
+    void transactionStartsEmptyProgressBar();
     void transactionShowsItsDriveAtOnce();
     void progressIsCountedStepByStep();
-    void secondTransactionCountsFromTheStart();
-    void progressBarGoesAtTheEndOfATransaction();
-    void progressBarGoesWithTheRecordOfAPollingPass();
+    void secondTransactionCountsFromStart();
+    void progressBarGoesAtEndOfTransaction();
+    void progressBarGoesWithRecordOfPollingPass();
 
 private:
     QString text(const char *label) const { return textOf(*bar, label); }
@@ -70,7 +70,7 @@ void TestDeviceControlWidget::cleanup()
     forgetServices();
 }
 
-void TestDeviceControlWidget::showsNothingBeforeTheFirstRecord()
+void TestDeviceControlWidget::showsNothingBeforeFirstRecord()
 {
     for (const char *label : {"LPort", "LCommStatus", "LLastMessage", "LDevice", "lCurrentText", "lCurrent",
              "lPowerText", "LPower"})
@@ -86,7 +86,7 @@ void TestDeviceControlWidget::lastMessageIsRed()
     QCOMPARE(child(*bar, "LLastMessage").palette().color(QPalette::WindowText), QColor(Qt::red));
 }
 
-void TestDeviceControlWidget::showsThePortAndTheAddress()
+void TestDeviceControlWidget::showsPortAndAddress()
 {
     bar->DeviceUpdate(drive(17));
     QCOMPARE(text("LPort"), QStringLiteral("ttyUSB0"));
@@ -103,14 +103,14 @@ void TestDeviceControlWidget::showsSpeedAndCurrentAsPlainNumbers()
     QCOMPARE(text("LPower"), QStringLiteral("512"));
 }
 
-void TestDeviceControlWidget::namesOfTheValuesEndInAColon()
+void TestDeviceControlWidget::namesOfValuesEndInColon()
 {
     bar->DeviceUpdate(drive(1));
     QCOMPARE(text("lCurrentText"), QStringLiteral("Ist-Drehzahl:"));
     QCOMPARE(text("lPowerText"), QStringLiteral("Ist-Strom:"));
 }
 
-void TestDeviceControlWidget::namesOfTheValuesComeFromTheLanguageFile()
+void TestDeviceControlWidget::namesOfValuesComeFromLanguageFile()
 {
     languageText("Common", "CurrentRotations", QStringLiteral("Speed:"));
     languageText("Common", "CurrentCurrent", QStringLiteral("Current:"));
@@ -119,7 +119,7 @@ void TestDeviceControlWidget::namesOfTheValuesComeFromTheLanguageFile()
     QCOMPARE(text("lPowerText"), QStringLiteral("Current:"));
 }
 
-void TestDeviceControlWidget::lampTellsTheDriveStatus_data()
+void TestDeviceControlWidget::lampTellsDriveStatus_data()
 {
     QTest::addColumn<int>("statusBits");
     QTest::addColumn<QByteArray>("lamp");
@@ -144,7 +144,7 @@ void TestDeviceControlWidget::lampTellsTheDriveStatus_data()
     QTest::newRow("everything reported") << 0xFF << red;
 }
 
-void TestDeviceControlWidget::lampTellsTheDriveStatus()
+void TestDeviceControlWidget::lampTellsDriveStatus()
 {
     QFETCH(int, statusBits);
     QFETCH(QByteArray, lamp);
@@ -190,7 +190,7 @@ void TestDeviceControlWidget::errorIsShownAsText()
     QCOMPARE(text("LLastMessage"), shown);
 }
 
-void TestDeviceControlWidget::errorGoesWithTheNextGoodRecord()
+void TestDeviceControlWidget::errorGoesWithNextGoodRecord()
 {
     Z7Device device = drive(1);
     device.setDeviceError(1);
@@ -269,7 +269,7 @@ void TestDeviceControlWidget::partsDoNotJumpWhenTheyAreHidden()
     QCOMPARE(child(*bar, "LDevice").pos(), place);
 }
 
-void TestDeviceControlWidget::transactionStartsAnEmptyProgressBar()
+void TestDeviceControlWidget::transactionStartsEmptyProgressBar()
 {
     bar->transactionStarted(14, drive(1));
     QVERIFY(seen("PgBarComm"));
@@ -293,7 +293,7 @@ void TestDeviceControlWidget::progressIsCountedStepByStep()
     QCOMPARE(progress().value(), 2);
 }
 
-void TestDeviceControlWidget::secondTransactionCountsFromTheStart()
+void TestDeviceControlWidget::secondTransactionCountsFromStart()
 {
     bar->transactionStarted(14, drive(1));
     bar->transactionProgress();
@@ -303,7 +303,7 @@ void TestDeviceControlWidget::secondTransactionCountsFromTheStart()
     QCOMPARE(progress().value(), 0);
 }
 
-void TestDeviceControlWidget::progressBarGoesAtTheEndOfATransaction()
+void TestDeviceControlWidget::progressBarGoesAtEndOfTransaction()
 {
     bar->transactionStarted(14, drive(1));
     bar->transactionTerminated();
@@ -311,7 +311,7 @@ void TestDeviceControlWidget::progressBarGoesAtTheEndOfATransaction()
 }
 
 // The end of a polling pass is not reported; its record is the last that comes of it.
-void TestDeviceControlWidget::progressBarGoesWithTheRecordOfAPollingPass()
+void TestDeviceControlWidget::progressBarGoesWithRecordOfPollingPass()
 {
     bar->transactionStarted(14, drive(1));
     bar->transactionProgress();

@@ -21,20 +21,20 @@ private slots:
     void init();
     void cleanup();
 
-    void textsAreSetByTheReset();
-    void textsComeFromTheLanguageFile();
+    void textsAreSetByReset();
+    void textsComeFromLanguageFile();
     void introductionIsShown();
-    void resetTakesTheIntroductionAway();
-    void resetTakesTheRowsAway();
+    void resetTakesIntroductionAway();
+    void resetTakesRowsAway();
     void buttonsHaveTheirIcons_data();
     void buttonsHaveTheirIcons();
-    void headerIsInTheWindowsBlueWithWhiteText();
+    void headerIsInWindowsBlueWithWhiteText();
 
     void rowBearsTextAndDevice();
     void rowIsUntickedAndCanBeTicked();
-    void rowIsTickedWithTheMouse();
+    void rowIsTickedWithMouse();
 
-    void tickedDrivesAreReportedFromTheFirstRowToTheLast();
+    void tickedDrivesAreReportedFromFirstRowToLast();
     void tickTakenBackIsNotReported();
     void selectedButUntickedRowIsNotReported();
     void okWithNothingTickedReportsNothingAndCloses();
@@ -45,8 +45,8 @@ private slots:
 
     void reusedDialogReportsOncePerReset_data();
     void reusedDialogReportsOncePerReset();
-    void reportsOfAReusedDialogComeRoundByRound();
-    void dialogWithoutAResetIsDeaf();
+    void reportsOfReusedDialogComeRoundByRound();
+    void dialogWithoutResetIsDeaf();
 
 private:
     QListWidget &rows() const { return child<QListWidget>(*dialog, "lstDevices"); }
@@ -88,7 +88,7 @@ void TestDeviceSelectionDialog::tick(int row) const
     QTest::keyClick(&rows(), Qt::Key_Space);
 }
 
-void TestDeviceSelectionDialog::textsAreSetByTheReset()
+void TestDeviceSelectionDialog::textsAreSetByReset()
 {
     dialog->reset();
     QCOMPARE(dialog->windowTitle(), QStringLiteral("Z7 auswählen"));
@@ -97,7 +97,7 @@ void TestDeviceSelectionDialog::textsAreSetByTheReset()
     QCOMPARE(buttonText("BtnAbort"), QStringLiteral("Abbrechen"));
 }
 
-void TestDeviceSelectionDialog::textsComeFromTheLanguageFile()
+void TestDeviceSelectionDialog::textsComeFromLanguageFile()
 {
     folder->writeText("deutsch.z7lang", "[DialogDeviceSelection]\nTitle=a\n[Common]\nOK=b\nAbort=c\n");
     dialog->reset();
@@ -113,14 +113,14 @@ void TestDeviceSelectionDialog::introductionIsShown()
     QCOMPARE(textOf(*dialog, "LIntro"), QStringLiteral("Which drives?"));
 }
 
-void TestDeviceSelectionDialog::resetTakesTheIntroductionAway()
+void TestDeviceSelectionDialog::resetTakesIntroductionAway()
 {
     dialog->setIntro(QStringLiteral("Which drives?"));
     dialog->reset();
     QCOMPARE(textOf(*dialog, "LIntro"), QString());
 }
 
-void TestDeviceSelectionDialog::resetTakesTheRowsAway()
+void TestDeviceSelectionDialog::resetTakesRowsAway()
 {
     open({11, 22});
     QCOMPARE(rows().count(), 2);
@@ -144,7 +144,7 @@ void TestDeviceSelectionDialog::buttonsHaveTheirIcons()
     QCOMPARE(image(child<QPushButton>(*dialog, button.constData()).icon(), 16), image(icon.constData(), 16));
 }
 
-void TestDeviceSelectionDialog::headerIsInTheWindowsBlueWithWhiteText()
+void TestDeviceSelectionDialog::headerIsInWindowsBlueWithWhiteText()
 {
     QCOMPARE(child(*dialog, "fTop").palette().color(QPalette::Window), QColor(72, 131, 181));
     QVERIFY(child(*dialog, "fTop").autoFillBackground());
@@ -169,7 +169,7 @@ void TestDeviceSelectionDialog::rowIsUntickedAndCanBeTicked()
     QCOMPARE(rows().item(0)->flags(), QListWidgetItem().flags() | Qt::ItemIsUserCheckable);
 }
 
-void TestDeviceSelectionDialog::rowIsTickedWithTheMouse()
+void TestDeviceSelectionDialog::rowIsTickedWithMouse()
 {
     open({11, 22});
     const QRect row = rows().visualItemRect(rows().item(1));
@@ -178,7 +178,7 @@ void TestDeviceSelectionDialog::rowIsTickedWithTheMouse()
     QCOMPARE(rows().item(1)->checkState(), Qt::Checked);
 }
 
-void TestDeviceSelectionDialog::tickedDrivesAreReportedFromTheFirstRowToTheLast()
+void TestDeviceSelectionDialog::tickedDrivesAreReportedFromFirstRowToLast()
 {
     open({33, 11, 22});
     tick(2);
@@ -271,7 +271,7 @@ void TestDeviceSelectionDialog::reusedDialogReportsOncePerReset()
     QCOMPARE(selected->count(), resets);
 }
 
-void TestDeviceSelectionDialog::reportsOfAReusedDialogComeRoundByRound()
+void TestDeviceSelectionDialog::reportsOfReusedDialogComeRoundByRound()
 {
     open({11, 22});
     open({11, 22});
@@ -281,7 +281,7 @@ void TestDeviceSelectionDialog::reportsOfAReusedDialogComeRoundByRound()
     QCOMPARE(*selected, (QList<QVariantList> {{11}, {22}, {11}, {22}}));
 }
 
-void TestDeviceSelectionDialog::dialogWithoutAResetIsDeaf()
+void TestDeviceSelectionDialog::dialogWithoutResetIsDeaf()
 {
     dialog->addDevice(11, QStringLiteral("Drive"));
     dialog->show();

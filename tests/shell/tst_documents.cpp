@@ -22,27 +22,27 @@ private slots:
     void init();
     void cleanup();
 
-    void documentIsLookedForInTheWorkingFolder_data();
-    void documentIsLookedForInTheWorkingFolder();
-    void documentIsLookedForInTheFolderOfTheMoment_data();
-    void documentIsLookedForInTheFolderOfTheMoment();
-    void fileNameComesFromTheLanguageFile_data();
-    void fileNameComesFromTheLanguageFile();
+    void documentIsLookedForInWorkingFolder_data();
+    void documentIsLookedForInWorkingFolder();
+    void documentIsLookedForInFolderOfMoment_data();
+    void documentIsLookedForInFolderOfMoment();
+    void fileNameComesFromLanguageFile_data();
+    void fileNameComesFromLanguageFile();
     void documentThatOpensShowsNoBox_data();
     void documentThatOpensShowsNoBox();
     void documentThatDoesNotOpenIsReported_data();
     void documentThatDoesNotOpenIsReported();
-    void missingDocumentIsReportedWhateverTheSystemSays_data();
-    void missingDocumentIsReportedWhateverTheSystemSays();
+    void missingDocumentIsReportedWhateverSystemSays_data();
+    void missingDocumentIsReportedWhateverSystemSays();
     void folderIsNoDocument();
-    void documentIsTheFileThatTheAddressNames_data();
-    void documentIsTheFileThatTheAddressNames();
-    void reportComesFromTheLanguageFile_data();
-    void reportComesFromTheLanguageFile();
+    void documentIsFileThatAddressNames_data();
+    void documentIsFileThatAddressNames();
+    void reportComesFromLanguageFile_data();
+    void reportComesFromLanguageFile();
 
     void homePageIsOpened_data();
     void homePageIsOpened();
-    void homePageIsASettingOfTheLanguageFile();
+    void homePageIsSettingOfLanguageFile();
     void homePageThatDoesNotOpenIsNotReported();
 
 private:
@@ -105,12 +105,12 @@ void TestDocuments::documentRows()
     row("remote help, by menu", "actionTeamviewer", false);
 }
 
-void TestDocuments::documentIsLookedForInTheWorkingFolder_data()
+void TestDocuments::documentIsLookedForInWorkingFolder_data()
 {
     documentRows();
 }
 
-void TestDocuments::documentIsLookedForInTheWorkingFolder()
+void TestDocuments::documentIsLookedForInWorkingFolder()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, file);
@@ -122,12 +122,12 @@ void TestDocuments::documentIsLookedForInTheWorkingFolder()
     QCOMPARE(viewer.urls, QList<QUrl> {QUrl("file:///" + folder->path() + '/' + file)});
 }
 
-void TestDocuments::documentIsLookedForInTheFolderOfTheMoment_data()
+void TestDocuments::documentIsLookedForInFolderOfMoment_data()
 {
     documentRows();
 }
 
-void TestDocuments::documentIsLookedForInTheFolderOfTheMoment()
+void TestDocuments::documentIsLookedForInFolderOfMoment()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, file);
@@ -143,12 +143,12 @@ void TestDocuments::documentIsLookedForInTheFolderOfTheMoment()
         folder->path() + QStringLiteral("/Handbücher und mehr/") + file);
 }
 
-void TestDocuments::fileNameComesFromTheLanguageFile_data()
+void TestDocuments::fileNameComesFromLanguageFile_data()
 {
     documentRows();
 }
 
-void TestDocuments::fileNameComesFromTheLanguageFile()
+void TestDocuments::fileNameComesFromLanguageFile()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, fileKey);
@@ -205,13 +205,13 @@ void TestDocuments::documentThatDoesNotOpenIsReported()
     QVERIFY(user.last().hasParent);
 }
 
-void TestDocuments::missingDocumentIsReportedWhateverTheSystemSays_data()
+void TestDocuments::missingDocumentIsReportedWhateverSystemSays_data()
 {
     documentRows();
 }
 
 // What the system starts to open a file fails without a word if there is none.
-void TestDocuments::missingDocumentIsReportedWhateverTheSystemSays()
+void TestDocuments::missingDocumentIsReportedWhateverSystemSays()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, text);
@@ -235,7 +235,7 @@ void TestDocuments::folderIsNoDocument()
     QCOMPARE(user.count(), 1);
 }
 
-void TestDocuments::documentIsTheFileThatTheAddressNames_data()
+void TestDocuments::documentIsFileThatAddressNames_data()
 {
     QTest::addColumn<QString>("folderName");
     QTest::addColumn<bool>("isReported");
@@ -244,7 +244,7 @@ void TestDocuments::documentIsTheFileThatTheAddressNames_data()
     QTest::newRow("a percent sign stands for another one") << QStringLiteral("hall 100%25") << true;
 }
 
-void TestDocuments::documentIsTheFileThatTheAddressNames()
+void TestDocuments::documentIsFileThatAddressNames()
 {
     QFETCH(QString, folderName);
     QFETCH(bool, isReported);
@@ -258,12 +258,12 @@ void TestDocuments::documentIsTheFileThatTheAddressNames()
     QCOMPARE(user.count(), isReported ? 1 : 0);
 }
 
-void TestDocuments::reportComesFromTheLanguageFile_data()
+void TestDocuments::reportComesFromLanguageFile_data()
 {
     documentRows();
 }
 
-void TestDocuments::reportComesFromTheLanguageFile()
+void TestDocuments::reportComesFromLanguageFile()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, textKey);
@@ -292,7 +292,7 @@ void TestDocuments::homePageIsOpened()
     QCOMPARE(browser.urls, QList<QUrl> {QUrl(QStringLiteral("https://www.norvik-tessel.example"))});
 }
 
-void TestDocuments::homePageIsASettingOfTheLanguageFile()
+void TestDocuments::homePageIsSettingOfLanguageFile()
 {
     folder->writeText("deutsch.z7lang", "[Common]\nURLHome=http://drives.example/z7\n");
     const OpenedUrls browser(QStringLiteral("http"));

@@ -32,36 +32,36 @@ class TestMainWindow : public QObject
 private slots:
     void cleanup();
 
-    void titleShowsTheVersionWithoutALanguageFile();
-    void titleComesFromTheLanguageFileButTheVersionDoesNot();
-    void windowHasAnIcon();
+    void titleShowsVersionWithoutLanguageFile();
+    void titleComesFromLanguageFileButVersionDoesNot();
+    void windowHasIcon();
     void actionIsNamed_data();
     void actionIsNamed();
-    void actionTextComesFromTheLanguageFile();
+    void actionTextComesFromLanguageFile();
     void menusStandInTheirOrder_data();
     void menusStandInTheirOrder();
-    void makersNameKeepsItsAmpersandInTheMenu();
+    void makersNameKeepsItsAmpersandInMenu();
     void someActionsAreInNoMenu();
     void idleActionsDoNothing_data();
     void idleActionsDoNothing();
 
-    void fileActionsAreGreyWithoutADrive();
+    void fileActionsAreGreyWithoutDrive();
     void shortcutsOfGreyActionsDoNothing();
-    void otherActionsWorkWithoutADrive();
-    void menuOpensAModalDialog_data();
-    void menuOpensAModalDialog();
-    void noDialogIsOpenAtTheStart();
+    void otherActionsWorkWithoutDrive();
+    void menuOpensModalDialog_data();
+    void menuOpensModalDialog();
+    void noDialogIsOpenAtStart();
     void noPageIsPolishedBeforeItIsShown();
 
     void bandsLieAboveEachOther();
-    void middleBandTakesTheRoomThatIsLeft();
+    void middleBandTakesRoomThatIsLeft();
     void bandsHaveTheirColours();
-    void noDriveIsKnownAtTheStart();
+    void noDriveIsKnownAtStart();
 
     void closingWritesLanguageAndOptions_data();
     void closingWritesLanguageAndOptions();
-    void closingKeepsForeignTextsOfTheLanguageFile();
-    void closingEndsTheProgram();
+    void closingKeepsForeignTextsOfLanguageFile();
+    void closingEndsProgram();
     void nothingIsWrittenWithoutClosing();
 
 private:
@@ -107,14 +107,14 @@ void TestMainWindow::chooseFromMenu(const char *menuName, const char *actionName
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&action(actionName)).center());
 }
 
-void TestMainWindow::titleShowsTheVersionWithoutALanguageFile()
+void TestMainWindow::titleShowsVersionWithoutLanguageFile()
 {
     QVERIFY(!QFile::exists(QStringLiteral("deutsch.z7lang")));
     open();
     QCOMPARE(window->windowTitle(), QStringLiteral("Z7ConfigTool - Norvik & Tessel GmbH - Version 1.0.6"));
 }
 
-void TestMainWindow::titleComesFromTheLanguageFileButTheVersionDoesNot()
+void TestMainWindow::titleComesFromLanguageFileButVersionDoesNot()
 {
     QSettings(QStringLiteral("deutsch.z7lang"), QSettings::IniFormat)
         .setValue(QStringLiteral("Common/ApplicationTitle"), QStringLiteral("Drive tool"));
@@ -122,7 +122,7 @@ void TestMainWindow::titleComesFromTheLanguageFileButTheVersionDoesNot()
     QCOMPARE(window->windowTitle(), QStringLiteral("Drive tool - Version 1.0.6"));
 }
 
-void TestMainWindow::windowHasAnIcon()
+void TestMainWindow::windowHasIcon()
 {
     open();
     QVERIFY(!image(window->windowIcon()).isNull());
@@ -168,7 +168,7 @@ void TestMainWindow::actionIsNamed()
     QCOMPARE(image(action(name).icon()), image(icon.constData()));
 }
 
-void TestMainWindow::actionTextComesFromTheLanguageFile()
+void TestMainWindow::actionTextComesFromLanguageFile()
 {
     QSettings(QStringLiteral("deutsch.z7lang"), QSettings::IniFormat)
         .setValue(QStringLiteral("Common/Cancel"), QStringLiteral("Quit"));
@@ -211,7 +211,7 @@ void TestMainWindow::menusStandInTheirOrder()
     QCOMPARE(found, entries);
 }
 
-void TestMainWindow::makersNameKeepsItsAmpersandInTheMenu()
+void TestMainWindow::makersNameKeepsItsAmpersandInMenu()
 {
     open();
     auto &menu = child<QMenu>(*window, "menuHilfe");
@@ -249,7 +249,7 @@ void TestMainWindow::idleActionsDoNothing()
     QCOMPARE(window->grab().toImage(), before);
 }
 
-void TestMainWindow::fileActionsAreGreyWithoutADrive()
+void TestMainWindow::fileActionsAreGreyWithoutDrive()
 {
     open();
     for (const char *name : {"actionOpen", "actionSave", "actionSaveAs"})
@@ -268,7 +268,7 @@ void TestMainWindow::shortcutsOfGreyActionsDoNothing()
     QCOMPARE(opened.size() + saved.size(), 0);
 }
 
-void TestMainWindow::otherActionsWorkWithoutADrive()
+void TestMainWindow::otherActionsWorkWithoutDrive()
 {
     open();
     for (const char *name : {"actionBeenden", "actionConnect", "actionOptions", "actionHilfe",
@@ -276,7 +276,7 @@ void TestMainWindow::otherActionsWorkWithoutADrive()
         QVERIFY2(action(name).isEnabled(), name);
 }
 
-void TestMainWindow::menuOpensAModalDialog_data()
+void TestMainWindow::menuOpensModalDialog_data()
 {
     QTest::addColumn<QByteArray>("menu");
     QTest::addColumn<QByteArray>("entry");
@@ -289,7 +289,7 @@ void TestMainWindow::menuOpensAModalDialog_data()
                            << QByteArray("AboutDialog");
 }
 
-void TestMainWindow::menuOpensAModalDialog()
+void TestMainWindow::menuOpensModalDialog()
 {
     QFETCH(QByteArray, menu);
     QFETCH(QByteArray, entry);
@@ -303,7 +303,7 @@ void TestMainWindow::menuOpensAModalDialog()
     QCOMPARE(shown->parentWidget(), window.get());
 }
 
-void TestMainWindow::noDialogIsOpenAtTheStart()
+void TestMainWindow::noDialogIsOpenAtStart()
 {
     open();
     QVERIFY(!band<ConnectionsDialog>().isVisible());
@@ -339,7 +339,7 @@ void TestMainWindow::bandsLieAboveEachOther()
     QCOMPARE(layout->itemAt(2)->widget(), &band<DeviceControlWidget>());
 }
 
-void TestMainWindow::middleBandTakesTheRoomThatIsLeft()
+void TestMainWindow::middleBandTakesRoomThatIsLeft()
 {
     open();
     const int topHeight = band<TopMenuWidget>().height();
@@ -368,7 +368,7 @@ void TestMainWindow::bandsHaveTheirColours()
     QVERIFY(band<DeviceControlWidget>().autoFillBackground());
 }
 
-void TestMainWindow::noDriveIsKnownAtTheStart()
+void TestMainWindow::noDriveIsKnownAtStart()
 {
     open();
     QCOMPARE(child<QTreeWidget>(*window, "MainMenuTree").topLevelItemCount(), 0);
@@ -400,7 +400,7 @@ void TestMainWindow::closingWritesLanguageAndOptions()
     QCOMPARE(options.value(QStringLiteral("OPTIONS/language")).toString(), QStringLiteral("deutsch"));
 }
 
-void TestMainWindow::closingKeepsForeignTextsOfTheLanguageFile()
+void TestMainWindow::closingKeepsForeignTextsOfLanguageFile()
 {
     QSettings(QStringLiteral("deutsch.z7lang"), QSettings::IniFormat)
         .setValue(QStringLiteral("Common/NobodyAsks"), QStringLiteral("kept"));
@@ -412,7 +412,7 @@ void TestMainWindow::closingKeepsForeignTextsOfTheLanguageFile()
         QStringLiteral("kept"));
 }
 
-void TestMainWindow::closingEndsTheProgram()
+void TestMainWindow::closingEndsProgram()
 {
     open();
     QTimer::singleShot(0, window.get(), &QWidget::close);

@@ -25,27 +25,27 @@ private slots:
     void cleanup();
 
     void textsStandAtTheirPlaces();
-    void textsAreInTheUsersLanguage();
+    void textsAreInUsersLanguage();
     void buttonsHaveTheirIcons_data();
     void buttonsHaveTheirIcons();
-    void optionsInForceStandInTheFields();
+    void optionsInForceStandInFields();
     void fieldTakesItsRange_data();
     void fieldTakesItsRange();
-    void numberFarOutOfTheRangeCannotBeTyped_data();
-    void numberFarOutOfTheRangeCannotBeTyped();
+    void numberFarOutOfRangeCannotBeTyped_data();
+    void numberFarOutOfRangeCannotBeTyped();
     void okSavesEveryField();
     void emptyFieldIsSavedAsZero();
     void shorterNumberIsSavedAsItStands();
     void cancelDiscardsEverything();
-    void undoBringsNothingBackOfAnEarlierShowing_data();
-    void undoBringsNothingBackOfAnEarlierShowing();
+    void undoBringsNothingBackOfEarlierShowing_data();
+    void undoBringsNothingBackOfEarlierShowing();
     void languageFilesAreOffered();
-    void languageWithoutAFileGivesWayToTheFirst();
-    void cancelKeepsTheLanguage();
-    void noLanguageFileLeavesTheListEmptyAndSavesAnEmptyLanguage();
-    void changedLanguageAsksForARestart();
-    void noteStaysWhenTheFirstChoiceIsBack();
-    void noteIsGoneAtTheNextShowing();
+    void languageWithoutFileGivesWayToFirst();
+    void cancelKeepsLanguage();
+    void noLanguageFileLeavesListEmptyAndSavesEmptyLanguage();
+    void changedLanguageAsksForRestart();
+    void noteStaysWhenFirstChoiceIsBack();
+    void noteIsGoneAtNextShowing();
     void changedNumberAsksForNoRestart();
 
     void pollingIsTurnedOffAndOnAtRunTime();
@@ -94,7 +94,7 @@ void TestOptionsDialog::textsStandAtTheirPlaces()
     QCOMPARE(child(*dialog, "lRestartRequired").palette().color(QPalette::WindowText), QColor(Qt::darkRed));
 }
 
-void TestOptionsDialog::textsAreInTheUsersLanguage()
+void TestOptionsDialog::textsAreInUsersLanguage()
 {
     folder->writeText("deutsch.z7lang",
         "[DialogOptions]\nTitle=a\nCommon=b\nCommunication=c\nLanguage=d\nTimeout=e\nTimeoutScaning=f\n"
@@ -124,7 +124,7 @@ void TestOptionsDialog::buttonsHaveTheirIcons()
     QCOMPARE(image(child<QPushButton>(*dialog, button.constData()).icon()), image(icon.constData()));
 }
 
-void TestOptionsDialog::optionsInForceStandInTheFields()
+void TestOptionsDialog::optionsInForceStandInFields()
 {
     options()->setTimeout(150);
     options()->setTimeoutScanning(25);
@@ -157,7 +157,7 @@ void TestOptionsDialog::fieldTakesItsRange()
     QTEST(validator->top(), "top");
 }
 
-void TestOptionsDialog::numberFarOutOfTheRangeCannotBeTyped_data()
+void TestOptionsDialog::numberFarOutOfRangeCannotBeTyped_data()
 {
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<QString>("typed");
@@ -174,7 +174,7 @@ void TestOptionsDialog::numberFarOutOfTheRangeCannotBeTyped_data()
                                               << "5";
 }
 
-void TestOptionsDialog::numberFarOutOfTheRangeCannotBeTyped()
+void TestOptionsDialog::numberFarOutOfRangeCannotBeTyped()
 {
     QFETCH(QByteArray, field);
     QFETCH(QString, typed);
@@ -202,7 +202,7 @@ void TestOptionsDialog::okSavesEveryField()
     QCOMPARE(options()->language(), QStringLiteral("english"));
 }
 
-void TestOptionsDialog::undoBringsNothingBackOfAnEarlierShowing_data()
+void TestOptionsDialog::undoBringsNothingBackOfEarlierShowing_data()
 {
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<QString>("typed");
@@ -212,7 +212,7 @@ void TestOptionsDialog::undoBringsNothingBackOfAnEarlierShowing_data()
     }
 }
 
-void TestOptionsDialog::undoBringsNothingBackOfAnEarlierShowing()
+void TestOptionsDialog::undoBringsNothingBackOfEarlierShowing()
 {
     QFETCH(QByteArray, field);
     QFETCH(QString, typed);
@@ -264,7 +264,7 @@ void TestOptionsDialog::languageFilesAreOffered()
     QCOMPARE(languages().count(), 2);
 }
 
-void TestOptionsDialog::languageWithoutAFileGivesWayToTheFirst()
+void TestOptionsDialog::languageWithoutFileGivesWayToFirst()
 {
     for (const char *file : {"english.z7lang", "italiano.z7lang"})
         folder->writeText(file, "");
@@ -274,7 +274,7 @@ void TestOptionsDialog::languageWithoutAFileGivesWayToTheFirst()
     QCOMPARE(options()->language(), QStringLiteral("english"));
 }
 
-void TestOptionsDialog::cancelKeepsTheLanguage()
+void TestOptionsDialog::cancelKeepsLanguage()
 {
     for (const char *file : {"deutsch.z7lang", "english.z7lang"})
         folder->writeText(file, "");
@@ -286,7 +286,7 @@ void TestOptionsDialog::cancelKeepsTheLanguage()
     QCOMPARE(languages().currentText(), QStringLiteral("deutsch"));
 }
 
-void TestOptionsDialog::noLanguageFileLeavesTheListEmptyAndSavesAnEmptyLanguage()
+void TestOptionsDialog::noLanguageFileLeavesListEmptyAndSavesEmptyLanguage()
 {
     open();
     QCOMPARE(languages().count(), 0);
@@ -294,7 +294,7 @@ void TestOptionsDialog::noLanguageFileLeavesTheListEmptyAndSavesAnEmptyLanguage(
     QCOMPARE(options()->language(), QString());
 }
 
-void TestOptionsDialog::changedLanguageAsksForARestart()
+void TestOptionsDialog::changedLanguageAsksForRestart()
 {
     folder->writeText("deutsch.z7lang", "");
     folder->writeText("english.z7lang", "");
@@ -304,7 +304,7 @@ void TestOptionsDialog::changedLanguageAsksForARestart()
     QVERIFY(sees(*dialog, "lRestartRequired"));
 }
 
-void TestOptionsDialog::noteStaysWhenTheFirstChoiceIsBack()
+void TestOptionsDialog::noteStaysWhenFirstChoiceIsBack()
 {
     folder->writeText("deutsch.z7lang", "");
     folder->writeText("english.z7lang", "");
@@ -315,7 +315,7 @@ void TestOptionsDialog::noteStaysWhenTheFirstChoiceIsBack()
     QVERIFY(sees(*dialog, "lRestartRequired"));
 }
 
-void TestOptionsDialog::noteIsGoneAtTheNextShowing()
+void TestOptionsDialog::noteIsGoneAtNextShowing()
 {
     folder->writeText("deutsch.z7lang", "");
     folder->writeText("english.z7lang", "");

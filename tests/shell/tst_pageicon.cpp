@@ -15,12 +15,12 @@ class TestPageIcon : public QObject
 private slots:
     void eachPageHasItsIcon_data();
     void eachPageHasItsIcon();
-    void everyPageBelowADriveHasTheTableIcon();
+    void everyPageBelowDriveHasTableIcon();
     void otherNumbersHaveNoIcon();
-    void theDriveMakesNoDifference();
+    void driveMakesNoDifference();
     void noTwoStatesLookAlike();
     void iconsAreMadeOnce();
-    void iconsAreSharpOnAScreenOfDoubleDensity();
+    void iconsAreSharpOnScreenOfDoubleDensity();
 };
 
 void TestPageIcon::eachPageHasItsIcon_data()
@@ -63,7 +63,7 @@ void TestPageIcon::eachPageHasItsIcon()
     QCOMPARE(image(pageIcon(page, 1, modified, active)), image(resource.constData()));
 }
 
-void TestPageIcon::everyPageBelowADriveHasTheTableIcon()
+void TestPageIcon::everyPageBelowDriveHasTableIcon()
 {
     const QImage table = image(":images/table-icon_24px_active.png");
     for (int page = 2; page <= 16; ++page)
@@ -76,7 +76,7 @@ void TestPageIcon::otherNumbersHaveNoIcon()
     QVERIFY(pageIcon(17, 1, false, true).isNull());
 }
 
-void TestPageIcon::theDriveMakesNoDifference()
+void TestPageIcon::driveMakesNoDifference()
 {
     QCOMPARE(image(pageIcon(1, 4711, true, true)), image(pageIcon(1, -1, true, true)));
 }
@@ -108,7 +108,7 @@ void TestPageIcon::iconsAreMadeOnce()
     }
 }
 
-void TestPageIcon::iconsAreSharpOnAScreenOfDoubleDensity()
+void TestPageIcon::iconsAreSharpOnScreenOfDoubleDensity()
 {
     for (const char *name : {"network-icon-hi_24px", "home-icon_24px_active", "home-icon_24px_inactive",
              "home-icon_24px_active_modified", "home-icon_24px_inactive_modified", "table-icon_24px_active",

@@ -44,39 +44,39 @@ private slots:
     void init();
     void cleanup();
 
-    void treeIsEmptyWithoutADrive();
-    void singleDriveStandsAtTheTop();
-    void twoDrivesStandBelowTheNetwork();
-    void networkGoesWithTheSecondDrive();
-    void drivesStandInTheOrderOfTheController();
-    void pagesStandInTheSameOrderBelowEveryDrive();
+    void treeIsEmptyWithoutDrive();
+    void singleDriveStandsAtTop();
+    void twoDrivesStandBelowNetwork();
+    void networkGoesWithSecondDrive();
+    void drivesStandInOrderOfController();
+    void pagesStandInSameOrderBelowEveryDrive();
     void remoteControlHasNoItem();
     void itemsKnowTheirPageAndTheirDrive();
-    void itemsAreTitledFromTheLanguageFile();
+    void itemsAreTitledFromLanguageFile();
     void everythingIsExpanded();
-    void collapsedItemIsExpandedByTheNextRecord_data();
-    void collapsedItemIsExpandedByTheNextRecord();
-    void expandingKeepsTheScrollPosition();
-    void clickOnADriveThatWasCollapsedIsNotLost();
-    void itemsAreTitledAnewByTheNextRecord_data();
-    void itemsAreTitledAnewByTheNextRecord();
-    void titleOfTheNetworkIsAskedForWithItsItem();
+    void collapsedItemIsExpandedByNextRecord_data();
+    void collapsedItemIsExpandedByNextRecord();
+    void expandingKeepsScrollPosition();
+    void clickOnDriveThatWasCollapsedIsNotLost();
+    void itemsAreTitledAnewByNextRecord_data();
+    void itemsAreTitledAnewByNextRecord();
+    void titleOfNetworkIsAskedForWithItsItem();
 
     void driveWithoutAccessHasInactiveIcons();
-    void iconsFollowTheAccessOfTheDrive();
+    void iconsFollowAccessOfDrive();
     void unwrittenChangeMarksItsPage();
-    void unwrittenChangeDoesNotMarkTheDrive();
+    void unwrittenChangeDoesNotMarkDrive();
     void changeOfOneDriveMarksNoOther();
-    void markGoesWhenTheDriveHasTheValue();
-    void markReturnsWhenTheDriveLosesTheValue();
+    void markGoesWhenDriveHasValue();
+    void markReturnsWhenDriveLosesValue();
 
-    void selectionGoesWithARebuild();
-    void scrollPositionIsKeptByARebuild_data();
-    void scrollPositionIsKeptByARebuild();
-    void clickThatBeginsBeforeARefreshIsNotLost();
-    void focusStaysInTheTree_data();
-    void focusStaysInTheTree();
-    void focusStaysInAFieldOfThePage();
+    void selectionGoesWithRebuild();
+    void scrollPositionIsKeptByRebuild_data();
+    void scrollPositionIsKeptByRebuild();
+    void clickThatBeginsBeforeRefreshIsNotLost();
+    void focusStaysInTree_data();
+    void focusStaysInTree();
+    void focusStaysInFieldOfPage();
 
 private:
     void list(const QList<Z7Device> &devices) { band->controller.setDevices(devices); }
@@ -118,13 +118,13 @@ void TestPageTree::letPageBeAboutTheFixedSpeed(const Z7Device &device)
     band->content->findChild<FixedResolutionsDialog *>()->addParamId(fixedSpeed);
 }
 
-void TestPageTree::treeIsEmptyWithoutADrive()
+void TestPageTree::treeIsEmptyWithoutDrive()
 {
     list({});
     QCOMPARE(tree().topLevelItemCount(), 0);
 }
 
-void TestPageTree::singleDriveStandsAtTheTop()
+void TestPageTree::singleDriveStandsAtTop()
 {
     list({first});
     QCOMPARE(tree().topLevelItemCount(), 1);
@@ -132,7 +132,7 @@ void TestPageTree::singleDriveStandsAtTheTop()
     QVERIFY(!band->item(Network, Z7Device()));
 }
 
-void TestPageTree::twoDrivesStandBelowTheNetwork()
+void TestPageTree::twoDrivesStandBelowNetwork()
 {
     list({first, second});
     QCOMPARE(tree().topLevelItemCount(), 1);
@@ -142,7 +142,7 @@ void TestPageTree::twoDrivesStandBelowTheNetwork()
         textsBelow(top(0)), QStringList({QStringLiteral("Port0 - Z7.1"), QStringLiteral("Port0 - Z7.2")}));
 }
 
-void TestPageTree::networkGoesWithTheSecondDrive()
+void TestPageTree::networkGoesWithSecondDrive()
 {
     list({first, second});
     list({second});
@@ -150,7 +150,7 @@ void TestPageTree::networkGoesWithTheSecondDrive()
     QCOMPARE(top(0)->text(0), QStringLiteral("Port0 - Z7.2"));
 }
 
-void TestPageTree::drivesStandInTheOrderOfTheController()
+void TestPageTree::drivesStandInOrderOfController()
 {
     list({drive(30), second, first});
     QCOMPARE(textsBelow(top(0)),
@@ -158,7 +158,7 @@ void TestPageTree::drivesStandInTheOrderOfTheController()
             QStringLiteral("Port0 - Z7.30")}));
 }
 
-void TestPageTree::pagesStandInTheSameOrderBelowEveryDrive()
+void TestPageTree::pagesStandInSameOrderBelowEveryDrive()
 {
     list({first, driveWithoutAccess(2)});
     const QStringList pages {QStringLiteral("Betriebsmodus"), QStringLiteral("Festdrehzahlen"),
@@ -194,7 +194,7 @@ void TestPageTree::itemsKnowTheirPageAndTheirDrive()
     }
 }
 
-void TestPageTree::itemsAreTitledFromTheLanguageFile()
+void TestPageTree::itemsAreTitledFromLanguageFile()
 {
     languageText("DialogNetworkStatus", "Title", QStringLiteral("Network"));
     languageText("DialogRS485", "Title", QStringLiteral("Bus"));
@@ -211,14 +211,14 @@ void TestPageTree::everythingIsExpanded()
     QVERIFY(band->item(DeviceStatus, second)->isExpanded());
 }
 
-void TestPageTree::collapsedItemIsExpandedByTheNextRecord_data()
+void TestPageTree::collapsedItemIsExpandedByNextRecord_data()
 {
     QTest::addColumn<int>("page");
     QTest::newRow("drive") << int(DeviceStatus);
     QTest::newRow("network") << int(Network);
 }
 
-void TestPageTree::collapsedItemIsExpandedByTheNextRecord()
+void TestPageTree::collapsedItemIsExpandedByNextRecord()
 {
     QFETCH(int, page);
     list({first, second});
@@ -230,7 +230,7 @@ void TestPageTree::collapsedItemIsExpandedByTheNextRecord()
     QVERIFY(item->isExpanded());
 }
 
-void TestPageTree::expandingKeepsTheScrollPosition()
+void TestPageTree::expandingKeepsScrollPosition()
 {
     list({first, second, drive(3)});
     tree().setCurrentItem(band->item(DeviceStatus, drive(3)));
@@ -242,7 +242,7 @@ void TestPageTree::expandingKeepsTheScrollPosition()
     QCOMPARE(bar->value(), 5);
 }
 
-void TestPageTree::clickOnADriveThatWasCollapsedIsNotLost()
+void TestPageTree::clickOnDriveThatWasCollapsedIsNotLost()
 {
     list({first, second});
     tree().setCurrentItem(band->item(DeviceStatus, second));
@@ -254,7 +254,7 @@ void TestPageTree::clickOnADriveThatWasCollapsedIsNotLost()
     QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
 }
 
-void TestPageTree::itemsAreTitledAnewByTheNextRecord_data()
+void TestPageTree::itemsAreTitledAnewByNextRecord_data()
 {
     QTest::addColumn<int>("page");
     QTest::newRow("network") << int(Network);
@@ -262,7 +262,7 @@ void TestPageTree::itemsAreTitledAnewByTheNextRecord_data()
     QTest::newRow("page") << int(ParameterTable);
 }
 
-void TestPageTree::itemsAreTitledAnewByTheNextRecord()
+void TestPageTree::itemsAreTitledAnewByNextRecord()
 {
     QFETCH(int, page);
     list({first, second});
@@ -274,7 +274,7 @@ void TestPageTree::itemsAreTitledAnewByTheNextRecord()
     QCOMPARE(item->text(0), title);
 }
 
-void TestPageTree::titleOfTheNetworkIsAskedForWithItsItem()
+void TestPageTree::titleOfNetworkIsAskedForWithItsItem()
 {
     const auto title = [] { return languageText("DialogNetworkStatus", "Title", QStringLiteral("?")); };
     list({first});
@@ -290,7 +290,7 @@ void TestPageTree::driveWithoutAccessHasInactiveIcons()
     QCOMPARE(icon(ParameterTable, second), image(table));
 }
 
-void TestPageTree::iconsFollowTheAccessOfTheDrive()
+void TestPageTree::iconsFollowAccessOfDrive()
 {
     list({first});
     band->bring(driveWithoutAccess(1));
@@ -312,7 +312,7 @@ void TestPageTree::unwrittenChangeMarksItsPage()
     QCOMPARE(icon(ParameterTable, first), image(modifiedTable));
 }
 
-void TestPageTree::unwrittenChangeDoesNotMarkTheDrive()
+void TestPageTree::unwrittenChangeDoesNotMarkDrive()
 {
     list({first});
     band->controller.setUserParams(first.deviceId(), change(fixedSpeed, 500));
@@ -328,7 +328,7 @@ void TestPageTree::changeOfOneDriveMarksNoOther()
     QCOMPARE(icon(ParameterTable, second), image(modifiedTable));
 }
 
-void TestPageTree::markGoesWhenTheDriveHasTheValue()
+void TestPageTree::markGoesWhenDriveHasValue()
 {
     list({first});
     band->controller.setUserParams(first.deviceId(), change(fixedSpeed, 500));
@@ -338,17 +338,17 @@ void TestPageTree::markGoesWhenTheDriveHasTheValue()
     QCOMPARE(icon(ParameterTable, first), image(table));
 }
 
-void TestPageTree::markReturnsWhenTheDriveLosesTheValue()
+void TestPageTree::markReturnsWhenDriveLosesValue()
 {
     list({first});
-    markGoesWhenTheDriveHasTheValue();
+    markGoesWhenDriveHasValue();
     Z7Device reset = band->controller.device(first.deviceId());
     reset.updateParam(Z7DeviceParam(fixedSpeed, 1200, 1, true));
     band->bring(reset);
     QCOMPARE(icon(ParameterTable, first), image(modifiedTable));
 }
 
-void TestPageTree::selectionGoesWithARebuild()
+void TestPageTree::selectionGoesWithRebuild()
 {
     list({first});
     band->click(ParameterTable, first);
@@ -357,14 +357,14 @@ void TestPageTree::selectionGoesWithARebuild()
     QVERIFY(!tree().currentItem());
 }
 
-void TestPageTree::scrollPositionIsKeptByARebuild_data()
+void TestPageTree::scrollPositionIsKeptByRebuild_data()
 {
     QTest::addColumn<bool>("anotherDriveComes");
     QTest::newRow("record of a listed drive") << false;
     QTest::newRow("another drive") << true;
 }
 
-void TestPageTree::scrollPositionIsKeptByARebuild()
+void TestPageTree::scrollPositionIsKeptByRebuild()
 {
     QFETCH(bool, anotherDriveComes);
     list({first, second, drive(3)});
@@ -379,7 +379,7 @@ void TestPageTree::scrollPositionIsKeptByARebuild()
     QCOMPARE(bar->value(), position);
 }
 
-void TestPageTree::clickThatBeginsBeforeARefreshIsNotLost()
+void TestPageTree::clickThatBeginsBeforeRefreshIsNotLost()
 {
     list({first, second});
     QTreeWidgetItem *item = band->item(ParameterTable, first);
@@ -389,14 +389,14 @@ void TestPageTree::clickThatBeginsBeforeARefreshIsNotLost()
     QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
 }
 
-void TestPageTree::focusStaysInTheTree_data()
+void TestPageTree::focusStaysInTree_data()
 {
     QTest::addColumn<bool>("anotherDriveComes");
     QTest::newRow("record of a listed drive") << false;
     QTest::newRow("another drive") << true;
 }
 
-void TestPageTree::focusStaysInTheTree()
+void TestPageTree::focusStaysInTree()
 {
     QFETCH(bool, anotherDriveComes);
     list({first});
@@ -409,7 +409,7 @@ void TestPageTree::focusStaysInTheTree()
     QVERIFY(tree().hasFocus());
 }
 
-void TestPageTree::focusStaysInAFieldOfThePage()
+void TestPageTree::focusStaysInFieldOfPage()
 {
     list({first});
     band->bring(band->controller.device(first.deviceId()));

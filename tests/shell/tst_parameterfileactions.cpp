@@ -58,36 +58,36 @@ private slots:
     void init();
     void cleanup();
 
-    void saveDialogAsksForAParameterFile();
-    void suffixIsAppendedUnlessItStandsInThePath_data();
-    void suffixIsAppendedUnlessItStandsInThePath();
-    void savedFileHoldsTheUsersValues();
+    void saveDialogAsksForParameterFile();
+    void suffixIsAppendedUnlessItStandsInPath_data();
+    void suffixIsAppendedUnlessItStandsInPath();
+    void savedFileHoldsUsersValues();
     void driveWithoutChangesIsSavedAsItIs();
-    void saveAlwaysAsksForAName();
-    void savingAgainReplacesTheFile();
-    void nameIsConfirmedWithTheButton();
+    void saveAlwaysAsksForName();
+    void savingAgainReplacesFile();
+    void nameIsConfirmedWithButton();
     void cancelledSavingWritesNothing_data();
     void cancelledSavingWritesNothing();
-    void nameThatCannotBeOpenedGetsABox_data();
-    void nameThatCannotBeOpenedGetsABox();
+    void nameThatCannotBeOpenedGetsBox_data();
+    void nameThatCannotBeOpenedGetsBox();
 
-    void openDialogAsksForAParameterFile();
-    void cancelledOpeningKeepsTheFileOfBefore();
-    void driveOfTheFilesVersionIsOffered();
+    void openDialogAsksForParameterFile();
+    void cancelledOpeningKeepsFileOfBefore();
+    void driveOfFilesVersionIsOffered();
     void driveOfAnotherVersionIsNotOffered();
-    void amongManyOnlyDrivesOfTheFilesVersionAreOffered();
-    void selectionOpensWithoutAnIntroduction();
-    void tickedDrivesGetTheValuesAsPendingChanges();
-    void valuesOfTheFileReplaceTheUsersChanges();
-    void fileWithoutParametersKeepsTheUsersChanges();
-    void nothingIsSentToTheDrives();
+    void amongManyOnlyDrivesOfFilesVersionAreOffered();
+    void selectionOpensWithoutIntroduction();
+    void tickedDrivesGetValuesAsPendingChanges();
+    void valuesOfFileReplaceUsersChanges();
+    void fileWithoutParametersKeepsUsersChanges();
+    void nothingIsSentToDrives();
     void eachOpeningHasItsOwnDialog();
-    void dialogOfTheFileServesLaterActionsToo();
-    void brokenFileShowsTheReadersErrorAndStaysUsable();
-    void fileThatCannotBeReadGetsABox();
+    void dialogOfFileServesLaterActionsToo();
+    void brokenFileShowsReadersErrorAndStaysUsable();
+    void fileThatCannotBeReadGetsBox();
 
-    void menuAndShortcutAskForAFile_data();
-    void menuAndShortcutAskForAFile();
+    void menuAndShortcutAskForFile_data();
+    void menuAndShortcutAskForFile();
 
 private:
     void open(const QString &name)
@@ -116,7 +116,7 @@ void TestParameterFileActions::cleanup()
     folder.reset();
 }
 
-void TestParameterFileActions::saveDialogAsksForAParameterFile()
+void TestParameterFileActions::saveDialogAsksForParameterFile()
 {
     const FileDialogUser user("drive");
     ui->press("BtnSaveAs");
@@ -126,7 +126,7 @@ void TestParameterFileActions::saveDialogAsksForAParameterFile()
     QCOMPARE(user.filters(), QStringList("Z7-Parameterdatei (*.z7param)"));
 }
 
-void TestParameterFileActions::suffixIsAppendedUnlessItStandsInThePath_data()
+void TestParameterFileActions::suffixIsAppendedUnlessItStandsInPath_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("written");
@@ -142,7 +142,7 @@ void TestParameterFileActions::suffixIsAppendedUnlessItStandsInThePath_data()
                                             << "drive.Z7PARAM.z7param";
 }
 
-void TestParameterFileActions::suffixIsAppendedUnlessItStandsInThePath()
+void TestParameterFileActions::suffixIsAppendedUnlessItStandsInPath()
 {
     QFETCH(QString, typed);
     QFETCH(QString, written);
@@ -154,7 +154,7 @@ void TestParameterFileActions::suffixIsAppendedUnlessItStandsInThePath()
     QCOMPARE(file.dir().entryList({"drive*"}), QStringList(file.fileName()));
 }
 
-void TestParameterFileActions::savedFileHoldsTheUsersValues()
+void TestParameterFileActions::savedFileHoldsUsersValues()
 {
     ui->change("1234");
     const FileDialogUser user("drive");
@@ -176,7 +176,7 @@ void TestParameterFileActions::driveWithoutChangesIsSavedAsItIs()
     QCOMPARE(box.count(), 0);
 }
 
-void TestParameterFileActions::saveAlwaysAsksForAName()
+void TestParameterFileActions::saveAlwaysAsksForName()
 {
     const FileDialogUser user("drive.z7param");
     const MessageBoxAnswerer overwrite(QMessageBox::Yes);
@@ -186,7 +186,7 @@ void TestParameterFileActions::saveAlwaysAsksForAName()
     QCOMPARE(overwrite.count(), 1);
 }
 
-void TestParameterFileActions::savingAgainReplacesTheFile()
+void TestParameterFileActions::savingAgainReplacesFile()
 {
     const FileDialogUser user("drive.z7param");
     const MessageBoxAnswerer overwrite(QMessageBox::Yes);
@@ -198,7 +198,7 @@ void TestParameterFileActions::savingAgainReplacesTheFile()
     QCOMPARE(saved.count("<DeviceInfo"), 1);
 }
 
-void TestParameterFileActions::nameIsConfirmedWithTheButton()
+void TestParameterFileActions::nameIsConfirmedWithButton()
 {
     pressInFileDialog(QDialogButtonBox::Save, "drive");
     ui->press("BtnSaveAs");
@@ -226,14 +226,14 @@ void TestParameterFileActions::cancelledSavingWritesNothing()
     QVERIFY(!Z7Services::instance()->parameterFile());
 }
 
-void TestParameterFileActions::nameThatCannotBeOpenedGetsABox_data()
+void TestParameterFileActions::nameThatCannotBeOpenedGetsBox_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::newRow("in a missing folder") << "missing/drive.z7param";
     QTest::newRow("of a pipe") << "pipe.z7param";
 }
 
-void TestParameterFileActions::nameThatCannotBeOpenedGetsABox()
+void TestParameterFileActions::nameThatCannotBeOpenedGetsBox()
 {
     QFETCH(QString, typed);
     QCOMPARE(mkfifo("pipe.z7param", 0666), 0);
@@ -250,7 +250,7 @@ void TestParameterFileActions::nameThatCannotBeOpenedGetsABox()
     QVERIFY(!box.last().hasParent);
 }
 
-void TestParameterFileActions::openDialogAsksForAParameterFile()
+void TestParameterFileActions::openDialogAsksForParameterFile()
 {
     const FileDialogUser user {QString()};
     ui->press("BtnOpen");
@@ -260,7 +260,7 @@ void TestParameterFileActions::openDialogAsksForAParameterFile()
     QCOMPARE(user.filters(), QStringList("Z7-Parameterdatei (*.z7param)"));
 }
 
-void TestParameterFileActions::cancelledOpeningKeepsTheFileOfBefore()
+void TestParameterFileActions::cancelledOpeningKeepsFileOfBefore()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
@@ -272,7 +272,7 @@ void TestParameterFileActions::cancelledOpeningKeepsTheFileOfBefore()
     QCOMPARE(before->userParams().value(23).value, 777);
 }
 
-void TestParameterFileActions::driveOfTheFilesVersionIsOffered()
+void TestParameterFileActions::driveOfFilesVersionIsOffered()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
@@ -291,7 +291,7 @@ void TestParameterFileActions::driveOfAnotherVersionIsNotOffered()
     QCOMPARE(ui->rows().count(), 0);
 }
 
-void TestParameterFileActions::amongManyOnlyDrivesOfTheFilesVersionAreOffered()
+void TestParameterFileActions::amongManyOnlyDrivesOfFilesVersionAreOffered()
 {
     writeDefinitions("V124");
     for (const char *further : {"add-drive 7,version=V124", "add-drive 8"})
@@ -304,14 +304,14 @@ void TestParameterFileActions::amongManyOnlyDrivesOfTheFilesVersionAreOffered()
         (QStringList {"Port0 - Z7.3 (V123)", "Port0 - Z7.4 (V123)", "Port0 - Z7.8 (V123)"}));
 }
 
-void TestParameterFileActions::selectionOpensWithoutAnIntroduction()
+void TestParameterFileActions::selectionOpensWithoutIntroduction()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
     QCOMPARE(textOf(ui->selection(), "LIntro"), QString());
 }
 
-void TestParameterFileActions::tickedDrivesGetTheValuesAsPendingChanges()
+void TestParameterFileActions::tickedDrivesGetValuesAsPendingChanges()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
@@ -322,7 +322,7 @@ void TestParameterFileActions::tickedDrivesGetTheValuesAsPendingChanges()
     QCOMPARE(ui->pendingValue(4), QString());
 }
 
-void TestParameterFileActions::valuesOfTheFileReplaceTheUsersChanges()
+void TestParameterFileActions::valuesOfFileReplaceUsersChanges()
 {
     ui->change("5");
     WorkingFolder::write("a.z7param", parameterFile("V123"));
@@ -332,7 +332,7 @@ void TestParameterFileActions::valuesOfTheFileReplaceTheUsersChanges()
     QCOMPARE(ui->pendingValue(4), QStringLiteral("777"));
 }
 
-void TestParameterFileActions::fileWithoutParametersKeepsTheUsersChanges()
+void TestParameterFileActions::fileWithoutParametersKeepsUsersChanges()
 {
     ui->change("5");
     WorkingFolder::write("a.z7param", "<Z7Device><DeviceInfo SoftwareVersion=\"V123\"/></Z7Device>");
@@ -341,7 +341,7 @@ void TestParameterFileActions::fileWithoutParametersKeepsTheUsersChanges()
     QCOMPARE(ui->pendingValue(3), QStringLiteral("5"));
 }
 
-void TestParameterFileActions::nothingIsSentToTheDrives()
+void TestParameterFileActions::nothingIsSentToDrives()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
@@ -364,7 +364,7 @@ void TestParameterFileActions::eachOpeningHasItsOwnDialog()
     QCOMPARE(selected.count(), 1);
 }
 
-void TestParameterFileActions::dialogOfTheFileServesLaterActionsToo()
+void TestParameterFileActions::dialogOfFileServesLaterActionsToo()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
@@ -378,7 +378,7 @@ void TestParameterFileActions::dialogOfTheFileServesLaterActionsToo()
     QCOMPARE(ui->pendingValue(3), QStringLiteral("1200"));
 }
 
-void TestParameterFileActions::brokenFileShowsTheReadersErrorAndStaysUsable()
+void TestParameterFileActions::brokenFileShowsReadersErrorAndStaysUsable()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123").chopped(20));
     const MessageBoxAnswerer box(QMessageBox::Ok);
@@ -392,7 +392,7 @@ void TestParameterFileActions::brokenFileShowsTheReadersErrorAndStaysUsable()
     QCOMPARE(ui->userValue(), QStringLiteral("777"));
 }
 
-void TestParameterFileActions::fileThatCannotBeReadGetsABox()
+void TestParameterFileActions::fileThatCannotBeReadGetsBox()
 {
     makeUnreadableFile("a.z7param");
     const MessageBoxAnswerer box(QMessageBox::Ok);
@@ -405,7 +405,7 @@ void TestParameterFileActions::fileThatCannotBeReadGetsABox()
     QCOMPARE(ui->rows().count(), 0);
 }
 
-void TestParameterFileActions::menuAndShortcutAskForAFile_data()
+void TestParameterFileActions::menuAndShortcutAskForFile_data()
 {
     QTest::addColumn<QString>("action");
     QTest::addColumn<int>("key");
@@ -418,7 +418,7 @@ void TestParameterFileActions::menuAndShortcutAskForAFile_data()
     QTest::newRow("save as, by key") << QString() << int(Qt::Key_U) << saveTitle;
 }
 
-void TestParameterFileActions::menuAndShortcutAskForAFile()
+void TestParameterFileActions::menuAndShortcutAskForFile()
 {
     QFETCH(QString, action);
     QFETCH(int, key);

@@ -38,24 +38,24 @@ private slots:
 
     void everyAddressIsAskedOnce();
     void foundDrivesAreCounted();
-    void rowTellsOfTheScanWhileItRuns();
-    void buttonsAreLockedUntilTheScanEnds();
-    void escapeIsNoWayOutOfAScan();
-    void scanThatFindsNothingKeepsThePage();
+    void rowTellsOfScanWhileItRuns();
+    void buttonsAreLockedUntilScanEnds();
+    void escapeIsNoWayOutOfScan();
+    void scanThatFindsNothingKeepsPage();
     void portThatDoesNotOpenHasNoDrives();
     void secondVisitCountsAnew();
     void previousOffersOnlyWhatWasFound();
 
-    void allPortsAreScannedOneAfterTheOther();
+    void allPortsAreScannedOneByOne();
     void onlyFoundDrivesGoOn();
-    void abortingLeavesTheOtherPortsOut();
+    void abortingLeavesOtherPortsOut();
     void abortedScanKeepsWhatItHasFound();
 
     void passwordCanBeTypedAtOnce();
     void onePasswordIsTriedOnAllDrives();
-    void logOnsArePartedByAPause();
+    void logOnsArePartedByPause();
     void checkedDrivesAreTaken();
-    void leavingTheLastPageEndsTheLogOns();
+    void leavingLastPageEndsLogOns();
 
 private:
     z7sim::SimulatedBus &plug(const QString &port, const QList<int> &addresses);
@@ -208,7 +208,7 @@ void TestScanDrives::foundDrivesAreCounted()
     QCOMPARE(rowPictures(), QList<QImage> {image(":/images/tick-icon_16px.png", 16)});
 }
 
-void TestScanDrives::rowTellsOfTheScanWhileItRuns()
+void TestScanDrives::rowTellsOfScanWhileItRuns()
 {
     plug(firstPort, {});
     beginScanOfOnePort();
@@ -229,7 +229,7 @@ void TestScanDrives::rowTellsOfTheScanWhileItRuns()
     QVERIFY(!abort->isVisible());
 }
 
-void TestScanDrives::buttonsAreLockedUntilTheScanEnds()
+void TestScanDrives::buttonsAreLockedUntilScanEnds()
 {
     plug(firstPort, {3});
     beginScanOfOnePort();
@@ -241,7 +241,7 @@ void TestScanDrives::buttonsAreLockedUntilTheScanEnds()
     QVERIFY(!bench->isEnabled("BtnOK"));
 }
 
-void TestScanDrives::escapeIsNoWayOutOfAScan()
+void TestScanDrives::escapeIsNoWayOutOfScan()
 {
     plug(firstPort, {3});
     beginScanOfOnePort();
@@ -254,7 +254,7 @@ void TestScanDrives::escapeIsNoWayOutOfAScan()
     QVERIFY(!bench->dialog->isVisible());
 }
 
-void TestScanDrives::scanThatFindsNothingKeepsThePage()
+void TestScanDrives::scanThatFindsNothingKeepsPage()
 {
     plug(firstPort, {});
     scanOnePort();
@@ -301,7 +301,7 @@ void TestScanDrives::previousOffersOnlyWhatWasFound()
         QVERIFY(box.itemText(i).startsWith(firstPort));
 }
 
-void TestScanDrives::allPortsAreScannedOneAfterTheOther()
+void TestScanDrives::allPortsAreScannedOneByOne()
 {
     plug(firstPort, {});
     plug(secondPort, {});
@@ -327,7 +327,7 @@ void TestScanDrives::onlyFoundDrivesGoOn()
     QCOMPARE(onPage<QCheckBox>().first()->text(), QStringLiteral("Port1 - Z7.7"));
 }
 
-void TestScanDrives::abortingLeavesTheOtherPortsOut()
+void TestScanDrives::abortingLeavesOtherPortsOut()
 {
     plug(firstPort, {});
     plug(secondPort, {});
@@ -346,7 +346,7 @@ void TestScanDrives::abortingLeavesTheOtherPortsOut()
 
 void TestScanDrives::abortedScanKeepsWhatItHasFound()
 {
-    abortingLeavesTheOtherPortsOut();
+    abortingLeavesOtherPortsOut();
     bench->press("BtnNext");
     QCOMPARE(bench->pageName(), QStringLiteral("SetPasswordWizardWidget"));
     bench->type("EdPassword", QStringLiteral("1001"));
@@ -382,7 +382,7 @@ void TestScanDrives::onePasswordIsTriedOnAllDrives()
     QTRY_VERIFY(bench->isEnabled("BtnOK"));
 }
 
-void TestScanDrives::logOnsArePartedByAPause()
+void TestScanDrives::logOnsArePartedByPause()
 {
     z7sim::SimulatedBus &bus = plug(firstPort, {3, 4});
     scanLowAddresses();
@@ -420,7 +420,7 @@ void TestScanDrives::checkedDrivesAreTaken()
     QVERIFY(bench->band.item(1, drive(4)));
 }
 
-void TestScanDrives::leavingTheLastPageEndsTheLogOns()
+void TestScanDrives::leavingLastPageEndsLogOns()
 {
     plug(firstPort, {3, 4});
     scanLowAddresses();

@@ -28,24 +28,24 @@ private slots:
     void init();
     void cleanup();
 
-    void nothingIsShownAtTheStart();
+    void nothingIsShownAtStart();
     void contentHasItsColours();
     void titleHasItsFont();
-    void clickShowsThePageUnderItsTitle_data();
-    void clickShowsThePageUnderItsTitle();
-    void nextPageTakesThePlaceOfTheFormer();
+    void clickShowsPageUnderItsTitle_data();
+    void clickShowsPageUnderItsTitle();
+    void nextPageTakesPlaceOfFormer();
     void samePageOfAnotherDriveIsShown();
     void networkPageIsEmpty();
-    void drivesCanBeClickedAfterTheNetwork();
+    void drivesCanBeClickedAfterNetwork();
 
-    void clickDuringASwitchIsIgnored();
+    void clickDuringSwitchIsIgnored();
     void nextRecordLetsClicksThrough();
     void withPollingOffEveryClickCounts();
     void clickIsOnlyOneSwitchAfterManyRecords();
 
-    void pageWithoutAnObjectTakesTheFormerPageOut();
-    void pageIsShownAgainAfterOneWithoutAnObject();
-    void newListOfDrivesTakesThePageOut();
+    void pageWithoutObjectTakesFormerPageOut();
+    void pageIsShownAgainAfterOneWithoutObject();
+    void newListOfDrivesTakesPageOut();
 
 private:
     QString title() const { return textOf(*band->content, "LContentTitle"); }
@@ -88,7 +88,7 @@ QStringList TestShownPage::shownPages() const
     return names;
 }
 
-void TestShownPage::nothingIsShownAtTheStart()
+void TestShownPage::nothingIsShownAtStart()
 {
     QCOMPARE(title(), QString());
     QCOMPARE(textOf(*band->content, "LParamWarning"), QString());
@@ -112,7 +112,7 @@ void TestShownPage::titleHasItsFont()
         child<QLabel>(*band->content, "LContentTitle").font().family(), QStringLiteral("MS Shell Dlg 2"));
 }
 
-void TestShownPage::clickShowsThePageUnderItsTitle_data()
+void TestShownPage::clickShowsPageUnderItsTitle_data()
 {
     QTest::addColumn<int>("page");
     QTest::addColumn<QString>("name");
@@ -138,7 +138,7 @@ void TestShownPage::clickShowsThePageUnderItsTitle_data()
     row(15, "RS485Dialog", "RS485");
 }
 
-void TestShownPage::clickShowsThePageUnderItsTitle()
+void TestShownPage::clickShowsPageUnderItsTitle()
 {
     QFETCH(int, page);
     QFETCH(QString, name);
@@ -150,7 +150,7 @@ void TestShownPage::clickShowsThePageUnderItsTitle()
     QVERIFY(buttonsAreOffered());
 }
 
-void TestShownPage::nextPageTakesThePlaceOfTheFormer()
+void TestShownPage::nextPageTakesPlaceOfFormer()
 {
     listDrives();
     band->click(ParameterTable, first);
@@ -182,7 +182,7 @@ void TestShownPage::networkPageIsEmpty()
 }
 
 // No drive is polled then, so no record would come to let the next click through.
-void TestShownPage::drivesCanBeClickedAfterTheNetwork()
+void TestShownPage::drivesCanBeClickedAfterNetwork()
 {
     listDrives();
     ShellTest::click(band->tree(), band->tree().topLevelItem(0));
@@ -190,7 +190,7 @@ void TestShownPage::drivesCanBeClickedAfterTheNetwork()
     QCOMPARE(title(), QStringLiteral("Parametertabelle"));
 }
 
-void TestShownPage::clickDuringASwitchIsIgnored()
+void TestShownPage::clickDuringSwitchIsIgnored()
 {
     listDrives();
     band->click(ParameterTable, first);
@@ -232,7 +232,7 @@ void TestShownPage::clickIsOnlyOneSwitchAfterManyRecords()
     QCOMPARE(deselected.size(), 1);
 }
 
-void TestShownPage::pageWithoutAnObjectTakesTheFormerPageOut()
+void TestShownPage::pageWithoutObjectTakesFormerPageOut()
 {
     band = std::make_unique<ContentBand<>>(ParameterTable);
     listDrives();
@@ -245,16 +245,16 @@ void TestShownPage::pageWithoutAnObjectTakesTheFormerPageOut()
     QVERIFY(sees(*band->content, "LParamWarning"));
 }
 
-void TestShownPage::pageIsShownAgainAfterOneWithoutAnObject()
+void TestShownPage::pageIsShownAgainAfterOneWithoutObject()
 {
-    pageWithoutAnObjectTakesTheFormerPageOut();
+    pageWithoutObjectTakesFormerPageOut();
     band->bring(first);
     band->click(ParameterTable, first);
     QCOMPARE(shownPages(), QStringList {QStringLiteral("ParameterTableDialog")});
     QVERIFY(buttonsAreOffered());
 }
 
-void TestShownPage::newListOfDrivesTakesThePageOut()
+void TestShownPage::newListOfDrivesTakesPageOut()
 {
     listDrives();
     band->click(ParameterTable, first);

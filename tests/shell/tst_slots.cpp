@@ -33,8 +33,8 @@ private slots:
 
     void slotIsPublic_data();
     void slotIsPublic();
-    void windowWithoutADriveBearsEverySlot_data();
-    void windowWithoutADriveBearsEverySlot();
+    void windowWithoutDriveBearsEverySlot_data();
+    void windowWithoutDriveBearsEverySlot();
     void clickOnNoItemShowsNoPage();
     void selectionThatWasNeverOfferedPicksNothing();
 
@@ -89,7 +89,7 @@ void TestSlots::slotIsPublic()
     QCOMPARE(type->method(index).access(), QMetaMethod::Public);
 }
 
-void TestSlots::windowWithoutADriveBearsEverySlot_data()
+void TestSlots::windowWithoutDriveBearsEverySlot_data()
 {
     QTest::addColumn<int>("method");
 
@@ -98,7 +98,7 @@ void TestSlots::windowWithoutADriveBearsEverySlot_data()
         QTest::newRow(window.method(i).methodSignature().constData()) << i;
 }
 
-void TestSlots::windowWithoutADriveBearsEverySlot()
+void TestSlots::windowWithoutDriveBearsEverySlot()
 {
     QFETCH(int, method);
     const MessageBoxAnswerer user(QMessageBox::Yes);

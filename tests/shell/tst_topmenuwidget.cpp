@@ -54,17 +54,17 @@ private slots:
     void buttonsHaveIconsOf24Pixels();
     void logoIsShown();
     void userIsEmpty();
-    void lineBeforeTheUserIsHidden();
+    void lineBeforeUserIsHidden();
 
-    void buttonsOfADriveAreGreyAtTheStart();
-    void otherButtonsWorkAtTheStart_data();
-    void otherButtonsWorkAtTheStart();
+    void buttonsOfDriveAreGreyAtStart();
+    void otherButtonsWorkAtStart_data();
+    void otherButtonsWorkAtStart();
     void greyButtonDoesNothing();
-    void buttonOfADriveWorksOnceEnabled_data();
-    void buttonOfADriveWorksOnceEnabled();
+    void buttonOfDriveWorksOnceEnabled_data();
+    void buttonOfDriveWorksOnceEnabled();
     void enablingAgainStillGivesOneCallPerPress();
     void resetChangesIsCalledOncePerEnabling();
-    void disablingTurnsTheButtonsGrey();
+    void disablingTurnsButtonsGrey();
     void resetChangesStaysActiveAfterDisabling();
     void buttonsWorkAgainAfterDisabling();
 
@@ -159,13 +159,13 @@ void TestTopMenuWidget::userIsEmpty()
     QCOMPARE(textOf(*menu, "LUser"), QString());
 }
 
-void TestTopMenuWidget::lineBeforeTheUserIsHidden()
+void TestTopMenuWidget::lineBeforeUserIsHidden()
 {
     QVERIFY(!sees(*menu, "line"));
     QVERIFY(sees(*menu, "line_3"));
 }
 
-void TestTopMenuWidget::buttonsOfADriveAreGreyAtTheStart()
+void TestTopMenuWidget::buttonsOfDriveAreGreyAtStart()
 {
     for (const QByteArray &name : deviceActions)
         QVERIFY2(!button(name).isEnabled(), name.constData());
@@ -173,7 +173,7 @@ void TestTopMenuWidget::buttonsOfADriveAreGreyAtTheStart()
         QVERIFY2(button(name).isEnabled(), name.constData());
 }
 
-void TestTopMenuWidget::otherButtonsWorkAtTheStart_data()
+void TestTopMenuWidget::otherButtonsWorkAtStart_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QString>("slot");
@@ -184,7 +184,7 @@ void TestTopMenuWidget::otherButtonsWorkAtTheStart_data()
     QTest::newRow("home page") << QByteArray("BtnWeb") << QStringLiteral("CallWebbrowserHomepage");
 }
 
-void TestTopMenuWidget::otherButtonsWorkAtTheStart()
+void TestTopMenuWidget::otherButtonsWorkAtStart()
 {
     QFETCH(QByteArray, name);
     QFETCH(QString, slot);
@@ -197,7 +197,7 @@ void TestTopMenuWidget::greyButtonDoesNothing()
         QCOMPARE(callsOf(name), QStringList());
 }
 
-void TestTopMenuWidget::buttonOfADriveWorksOnceEnabled_data()
+void TestTopMenuWidget::buttonOfDriveWorksOnceEnabled_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QString>("slot");
@@ -208,7 +208,7 @@ void TestTopMenuWidget::buttonOfADriveWorksOnceEnabled_data()
     QTest::newRow("reset changes") << QByteArray("BtnResetChanges") << QStringLiteral("CallResetChanges");
 }
 
-void TestTopMenuWidget::buttonOfADriveWorksOnceEnabled()
+void TestTopMenuWidget::buttonOfDriveWorksOnceEnabled()
 {
     QFETCH(QByteArray, name);
     QFETCH(QString, slot);
@@ -237,7 +237,7 @@ void TestTopMenuWidget::resetChangesIsCalledOncePerEnabling()
     }
 }
 
-void TestTopMenuWidget::disablingTurnsTheButtonsGrey()
+void TestTopMenuWidget::disablingTurnsButtonsGrey()
 {
     menu->enableDeviceActions(window.get());
     menu->disableDeviceActions(window.get());

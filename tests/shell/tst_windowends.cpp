@@ -34,10 +34,10 @@ private slots:
     void init();
     void cleanup();
 
-    void closingEndsTheThreads_data();
-    void closingEndsTheThreads();
-    void nothingMovesOnTheBusAfterClosing_data() { situations(); }
-    void nothingMovesOnTheBusAfterClosing();
+    void closingEndsThreads_data();
+    void closingEndsThreads();
+    void nothingMovesOnBusAfterClosing_data() { situations(); }
+    void nothingMovesOnBusAfterClosing();
     void filesAreWrittenInEverySituation_data() { situations(); }
     void filesAreWrittenInEverySituation();
     void goingWithoutBeingClosedIsNoCrash_data() { situations(); }
@@ -160,12 +160,12 @@ void TestWindowEnds::begin()
     (this->*situation)();
 }
 
-void TestWindowEnds::closingEndsTheThreads_data()
+void TestWindowEnds::closingEndsThreads_data()
 {
     situations();
 }
 
-void TestWindowEnds::closingEndsTheThreads()
+void TestWindowEnds::closingEndsThreads()
 {
     begin();
     QElapsedTimer timer;
@@ -175,7 +175,7 @@ void TestWindowEnds::closingEndsTheThreads()
     QTRY_COMPARE(threadCount(), threadsBefore);
 }
 
-void TestWindowEnds::nothingMovesOnTheBusAfterClosing()
+void TestWindowEnds::nothingMovesOnBusAfterClosing()
 {
     begin();
     ui->window->close();

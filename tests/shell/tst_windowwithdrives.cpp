@@ -26,17 +26,17 @@ private slots:
     void init();
     void cleanup();
 
-    void actionsOfADriveWorkOnceAPageIsShown();
-    void actionsAreGreyOnAPageOfAllDrives_data();
-    void actionsAreGreyOnAPageOfAllDrives();
-    void actionsAreGreyAfterANewListOfDrives();
-    void resetChangesStaysActiveWithoutADrive();
-    void shortcutsWorkOnceAPageIsShown();
+    void actionsOfDriveWorkOncePageIsShown();
+    void actionsAreGreyOnPageOfAllDrives_data();
+    void actionsAreGreyOnPageOfAllDrives();
+    void actionsAreGreyAfterNewListOfDrives();
+    void resetChangesStaysActiveWithoutDrive();
+    void shortcutsWorkOncePageIsShown();
 
-    void controlBarShowsTheShownDrive();
+    void controlBarShowsShownDrive();
     void clicksCountWhilePollingRuns();
-    void openingTheWizardEndsPolling();
-    void wizardListsTheConnectedDrives();
+    void openingWizardEndsPolling();
+    void wizardListsConnectedDrives();
     void connectingAgainPollsAgain();
 
 private:
@@ -79,7 +79,7 @@ bool TestWindowWithDrives::areActionsEnabled(bool enabled) const
     return true;
 }
 
-void TestWindowWithDrives::actionsOfADriveWorkOnceAPageIsShown()
+void TestWindowWithDrives::actionsOfDriveWorkOncePageIsShown()
 {
     open({3});
     QVERIFY(areActionsEnabled(false));
@@ -88,14 +88,14 @@ void TestWindowWithDrives::actionsOfADriveWorkOnceAPageIsShown()
     QVERIFY(child(*ui->window, "BtnResetChanges").isEnabled());
 }
 
-void TestWindowWithDrives::actionsAreGreyOnAPageOfAllDrives_data()
+void TestWindowWithDrives::actionsAreGreyOnPageOfAllDrives_data()
 {
     QTest::addColumn<bool>("firmware");
     QTest::newRow("network") << false;
     QTest::newRow("firmware update") << true;
 }
 
-void TestWindowWithDrives::actionsAreGreyOnAPageOfAllDrives()
+void TestWindowWithDrives::actionsAreGreyOnPageOfAllDrives()
 {
     QFETCH(bool, firmware);
     open({3, 4});
@@ -106,7 +106,7 @@ void TestWindowWithDrives::actionsAreGreyOnAPageOfAllDrives()
     QVERIFY(areActionsEnabled(false));
 }
 
-void TestWindowWithDrives::actionsAreGreyAfterANewListOfDrives()
+void TestWindowWithDrives::actionsAreGreyAfterNewListOfDrives()
 {
     open({3});
     ui->click(ParameterTable, 3);
@@ -115,7 +115,7 @@ void TestWindowWithDrives::actionsAreGreyAfterANewListOfDrives()
     QVERIFY(areActionsEnabled(false));
 }
 
-void TestWindowWithDrives::resetChangesStaysActiveWithoutADrive()
+void TestWindowWithDrives::resetChangesStaysActiveWithoutDrive()
 {
     open({3});
     ui->click(ParameterTable, 3);
@@ -129,7 +129,7 @@ void TestWindowWithDrives::resetChangesStaysActiveWithoutADrive()
     QVERIFY(child(*ui->window, "BtnResetChanges").isEnabled());
 }
 
-void TestWindowWithDrives::shortcutsWorkOnceAPageIsShown()
+void TestWindowWithDrives::shortcutsWorkOncePageIsShown()
 {
     open({3});
     ui->click(CurrentLimits, 3);
@@ -140,7 +140,7 @@ void TestWindowWithDrives::shortcutsWorkOnceAPageIsShown()
     }
 }
 
-void TestWindowWithDrives::controlBarShowsTheShownDrive()
+void TestWindowWithDrives::controlBarShowsShownDrive()
 {
     open({3, 4});
     ui->bus.command("set 4 param 0x8001 1234");
@@ -162,7 +162,7 @@ void TestWindowWithDrives::clicksCountWhilePollingRuns()
     }
 }
 
-void TestWindowWithDrives::openingTheWizardEndsPolling()
+void TestWindowWithDrives::openingWizardEndsPolling()
 {
     open({3});
     ui->click(CurrentLimits, 3);
@@ -172,7 +172,7 @@ void TestWindowWithDrives::openingTheWizardEndsPolling()
     QVERIFY(QTest::qWaitFor([this] { return ui->staysSilent(300); }));
 }
 
-void TestWindowWithDrives::wizardListsTheConnectedDrives()
+void TestWindowWithDrives::wizardListsConnectedDrives()
 {
     open({3, 4});
     ui->press("BtnConnection");

@@ -50,29 +50,29 @@ private slots:
     void init();
     void cleanup();
 
-    void withoutAWayThereIsNoPageToLeafTo_data();
-    void withoutAWayThereIsNoPageToLeafTo();
+    void withoutWayThereIsNoPageToLeafTo_data();
+    void withoutWayThereIsNoPageToLeafTo();
     void firstPageHasNoneBeforeIt();
     void pageWithoutRowsTakesAnyNews_data();
     void pageWithoutRowsTakesAnyNews();
     void confirmPageWithFewerDrivesThanRowsTakesAnyNews();
 
-    void scanThatIsPutAwayGivesTheButtonsBack_data();
-    void scanThatIsPutAwayGivesTheButtonsBack();
-    void scanOfADialogThatWasNeverShownGivesTheButtonsBack();
-    void nextBeforeTheFirstPortIsScannedKeepsThePorts();
-    void abortBetweenTwoPortsEndsTheScan();
+    void scanThatIsPutAwayGivesButtonsBack_data();
+    void scanThatIsPutAwayGivesButtonsBack();
+    void scanOfDialogThatWasNeverShownGivesButtonsBack();
+    void nextBeforeFirstPortIsScannedKeepsPorts();
+    void abortBetweenTwoPortsEndsScan();
 
     void pauseIsPrecise();
 
     void refusedLogOnFails_data();
     void refusedLogOnFails();
-    void logOnAfterARefusedOneBegins();
-    void refusedLogOnsEndTheWay();
+    void logOnAfterRefusedOneBegins();
+    void refusedLogOnsEndWay();
     void refusedScanFindsNothing_data();
     void refusedScanFindsNothing();
-    void scanAfterARefusedOneBegins();
-    void refusedScansUnlockTheButtons();
+    void scanAfterRefusedOneBegins();
+    void refusedScansUnlockButtons();
 
 private:
     void beginScan(const char *button) const;
@@ -162,14 +162,14 @@ QStringList TestWizardOutOfTurn::textsOf(const QWidget &page)
     return texts;
 }
 
-void TestWizardOutOfTurn::withoutAWayThereIsNoPageToLeafTo_data()
+void TestWizardOutOfTurn::withoutWayThereIsNoPageToLeafTo_data()
 {
     QTest::addColumn<QByteArray>("slot");
     QTest::newRow("next") << QByteArray("nextWizardPage");
     QTest::newRow("previous") << QByteArray("previousWizardPage");
 }
 
-void TestWizardOutOfTurn::withoutAWayThereIsNoPageToLeafTo()
+void TestWizardOutOfTurn::withoutWayThereIsNoPageToLeafTo()
 {
     QFETCH(QByteArray, slot);
     QVERIFY(QMetaObject::invokeMethod(bench->dialog, slot.constData()));
@@ -232,7 +232,7 @@ void TestWizardOutOfTurn::confirmPageWithFewerDrivesThanRowsTakesAnyNews()
     QVERIFY(page->devices().isEmpty());
 }
 
-void TestWizardOutOfTurn::scanThatIsPutAwayGivesTheButtonsBack_data()
+void TestWizardOutOfTurn::scanThatIsPutAwayGivesButtonsBack_data()
 {
     QTest::addColumn<QByteArray>("slot");
     QTest::addColumn<bool>("waitsForTheScan");
@@ -244,7 +244,7 @@ void TestWizardOutOfTurn::scanThatIsPutAwayGivesTheButtonsBack_data()
     QTest::newRow("opened again, before the first port") << QByteArray() << false;
 }
 
-void TestWizardOutOfTurn::scanThatIsPutAwayGivesTheButtonsBack()
+void TestWizardOutOfTurn::scanThatIsPutAwayGivesButtonsBack()
 {
     QFETCH(QByteArray, slot);
     QFETCH(bool, waitsForTheScan);
@@ -265,7 +265,7 @@ void TestWizardOutOfTurn::scanThatIsPutAwayGivesTheButtonsBack()
     QCOMPARE(textsOf(*bench->page()), QStringList {QStringLiteral("0 Gerät(e) erkannt")});
 }
 
-void TestWizardOutOfTurn::scanOfADialogThatWasNeverShownGivesTheButtonsBack()
+void TestWizardOutOfTurn::scanOfDialogThatWasNeverShownGivesButtonsBack()
 {
     ConnectionsDialog hidden(&bench->controller, nullptr);
     const auto call = [&hidden](const char *slot) { QVERIFY(QMetaObject::invokeMethod(&hidden, slot)); };
@@ -277,7 +277,7 @@ void TestWizardOutOfTurn::scanOfADialogThatWasNeverShownGivesTheButtonsBack()
         QVERIFY2(hidden.findChild<QPushButton *>(button)->isEnabled(), button);
 }
 
-void TestWizardOutOfTurn::nextBeforeTheFirstPortIsScannedKeepsThePorts()
+void TestWizardOutOfTurn::nextBeforeFirstPortIsScannedKeepsPorts()
 {
     beginScan("BtnScanAllPorts");
     bench->dialog->nextWizardPage();
@@ -286,7 +286,7 @@ void TestWizardOutOfTurn::nextBeforeTheFirstPortIsScannedKeepsThePorts()
         QStringList({QStringLiteral("0 Gerät(e) erkannt"), QStringLiteral("0 Gerät(e) erkannt")}));
 }
 
-void TestWizardOutOfTurn::abortBetweenTwoPortsEndsTheScan()
+void TestWizardOutOfTurn::abortBetweenTwoPortsEndsScan()
 {
     beginScan("BtnScanAllPorts");
     QTRY_COMPARE(textsOf(*bench->page()),
@@ -329,7 +329,7 @@ void TestWizardOutOfTurn::refusedLogOnFails()
     QVERIFY(!page->devices().first().isAccessGranted());
 }
 
-void TestWizardOutOfTurn::logOnAfterARefusedOneBegins()
+void TestWizardOutOfTurn::logOnAfterRefusedOneBegins()
 {
     const auto page = confirmPage({driveWithoutAccess(17), driveWithoutAccess(18)});
     refuse(*page, driveWithoutAccess(17));
@@ -340,7 +340,7 @@ void TestWizardOutOfTurn::logOnAfterARefusedOneBegins()
     QTRY_COMPARE(picturesOf(*page), QList<QImage>({image(stop, 16), image(stop, 16)}));
 }
 
-void TestWizardOutOfTurn::refusedLogOnsEndTheWay()
+void TestWizardOutOfTurn::refusedLogOnsEndWay()
 {
     const auto page = confirmPage({driveWithoutAccess(17)});
     refuse(*page, driveWithoutAccess(17));
@@ -364,7 +364,7 @@ void TestWizardOutOfTurn::refusedScanFindsNothing()
     QVERIFY(page->findChild<QPushButton *>()->isHidden());
 }
 
-void TestWizardOutOfTurn::scanAfterARefusedOneBegins()
+void TestWizardOutOfTurn::scanAfterRefusedOneBegins()
 {
     const auto page = scanningPage({driveWithoutAccess(1), driveWithoutAccess(1, secondPort)});
     refuse(*page, driveWithoutAccess(1));
@@ -374,7 +374,7 @@ void TestWizardOutOfTurn::scanAfterARefusedOneBegins()
     QVERIFY(!areButtonsEnabled());
 }
 
-void TestWizardOutOfTurn::refusedScansUnlockTheButtons()
+void TestWizardOutOfTurn::refusedScansUnlockButtons()
 {
     const auto page = scanningPage({driveWithoutAccess(1), driveWithoutAccess(1, secondPort)});
     QVERIFY(!areButtonsEnabled());

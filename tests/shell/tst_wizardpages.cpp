@@ -32,7 +32,7 @@ private slots:
 
     void portPageHasItsTexts();
     void manualWayAsksForAddressAndPassword();
-    void scanAsksForThePortOnly();
+    void scanAsksForPortOnly();
     void portIsDescribed_data();
     void portIsDescribed();
     void portInUseIsMarked();
@@ -91,7 +91,7 @@ void TestWizardPages::manualWayAsksForAddressAndPassword()
     QCOMPARE(edit("EdPassword"), QStringLiteral("0"));
 }
 
-void TestWizardPages::scanAsksForThePortOnly()
+void TestWizardPages::scanAsksForPortOnly()
 {
     bench->press("BtnScanPort");
     QVERIFY(bench->sees("cbPorts"));
