@@ -73,6 +73,12 @@ void Z7DeviceParamSet::insert(const Z7DeviceParam &param)
     params.insert(param.number, param);
 }
 
+void Z7DeviceParamSet::insertAll(const Z7DeviceParamSet &other)
+{
+    for (const Z7DeviceParam &param : other.params)
+        insert(param);
+}
+
 void Z7DeviceParamSet::remove(const Z7DeviceParam &param)
 {
     // The record may be the very one that goes.

@@ -39,6 +39,8 @@ struct Z7DeviceParamSet
 
     /// Stores the record under its number, replacing what stood there.
     void insert(const Z7DeviceParam &param);
+    /// Stores all records of another set likewise; the version stays.
+    void insertAll(const Z7DeviceParamSet &other);
     void remove(const Z7DeviceParam &param);
     bool contains(int number) const;
     /// The record of that number, or a default record.

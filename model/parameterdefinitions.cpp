@@ -185,9 +185,27 @@ const Z7ParamDefinition &Z7ParamDefinitions::row(int number) const
     return found == rows.cend() ? unknown : *found;
 }
 
+bool Z7ParamDefinitions::contains(int number) const
+{
+    return table().rows.contains(number);
+}
+
 const Z7DeviceParamSet &Z7ParamDefinitions::emptyParameterSet() const
 {
     return table().emptyParameterSet;
+}
+
+Z7DeviceParamSet Z7ParamDefinitions::factoryValues(const Z7DeviceParamSet &params) const
+{
+    Z7DeviceParamSet values(m_softwareVersion);
+    for (Z7DeviceParam param : params.params) {
+        const Z7ParamDefinition &definition = row(param.number);
+        if (definition.readOnly)
+            continue;
+        param.setValue(definition.defaultValue);
+        values.insert(param);
+    }
+    return values;
 }
 
 bool Z7ParamDefinitions::hasRows() const

@@ -26,6 +26,7 @@ struct Z7ParamDefinition
     QMap<int, QString> options; ///< text of a value, 0 to 12
 
     bool isApplFunction() const { return applFunction == 0; }
+    bool isWithinLimits(int value) const { return minimum <= value && value <= maximum; }
     /// Text of one value of an enumerated parameter; empty if there is none.
     QString optionText(int value) const { return options.value(value); }
 };
@@ -66,6 +67,11 @@ public:
     /// asks again at each showing.
     const Z7ParamDefinition &row(int number) const;
 
+    /// True if a row tells of this number.
+    bool contains(int number) const;
+    /// True if any parameter is known.
+    bool hasRows() const;
+
     /// Each of these answers for an unknown number with the field of a default row.
     QString paramName(int number) const { return row(number).name; }
     QString paramUnit(int number) const { return row(number).unit; }
@@ -81,13 +87,16 @@ public:
     /// long as a row is.
     const Z7DeviceParamSet &emptyParameterSet() const;
 
+    /// The records of `params`, a drive's own, with the factory value in the place of theirs; those of
+    /// read-only parameters are left out.
+    Z7DeviceParamSet factoryValues(const Z7DeviceParamSet &params) const;
+
 private:
     struct Table;
 
     /// Puts rows over those of the table in force.
     void takeRows(const std::vector<Z7ParamDefinition> &rows);
     const Table &table() const { return *m_table.load(std::memory_order_acquire); }
-    bool hasRows() const;
 
     const QString m_softwareVersion;
     const QString m_fileName;

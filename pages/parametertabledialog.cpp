@@ -2,6 +2,7 @@
 
 #include "control/services/language.h"
 #include "model/errorcodes.h"
+#include "model/parameterconflicts.h"
 #include "model/parameterdefinitions.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
@@ -194,18 +195,16 @@ QString ParameterTableDialog::remark(const Row &row, const Z7DeviceParam &param)
     if (param.conflict)
         add(tableText("ConflictingParam", "Das Schreiben des Parameters steht im Konflikt mit Parameter %1")
                 .arg(static_cast<int>(param.conflict)));
-    if (param.valid && (param.value < definition.minimum || param.value > definition.maximum))
+    if (param.valid && !definition.isWithinLimits(param.value))
         add(tableText("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs"));
     if (isCurrentlyNotWritable(row, definition))
-        add(commonText("ApplFunctionCurrentlyNotWritable",
-            "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)"));
+        add(barredByInputsText());
     return remark;
 }
 
 bool ParameterTableDialog::isCurrentlyNotWritable(const Row &row, const Z7ParamDefinition &definition) const
 {
-    return definition.isApplFunction() && !row.user->text().isEmpty()
-        && (device.isDigitalInputSet(1) || device.isDigitalInputSet(2));
+    return !row.user->text().isEmpty() && isBarredByInputs(definition, device);
 }
 
 void ParameterTableDialog::newUserParam(const Z7DeviceParam &param)

@@ -50,6 +50,7 @@ private slots:
     void setForUnknownVersionIsSigned();
     void parametersAreWalkedByNumber();
     void secondParameterOfNumberReplacesFirst();
+    void recordsOfAnotherSetReplaceThoseOfTheirNumbers();
     void removingGoesByNumberAlone();
     void removingWhatIsNotThereIsNoError();
     void recordOfSetsOwnCanBeRemoved();
@@ -133,6 +134,18 @@ void TestDeviceParamSet::secondParameterOfNumberReplacesFirst()
     const Z7DeviceParamSet set = setOf({param(11, 500), param(11, 600)});
     QCOMPARE(set.params.size(), 1);
     QCOMPARE(set.value(11).value, 600);
+}
+
+void TestDeviceParamSet::recordsOfAnotherSetReplaceThoseOfTheirNumbers()
+{
+    Z7DeviceParamSet set = setOf({param(11, 1), param(12, 2)});
+    Z7DeviceParamSet other = setOf({param(12, 20), param(13, 30)});
+    other.softwareVersion = QStringLiteral("V200");
+    set.insertAll(other);
+    QCOMPARE(set.params.keys(), QList<int>({11, 12, 13}));
+    QCOMPARE(set.value(11).value, 1);
+    QCOMPARE(set.value(12).value, 20);
+    QCOMPARE(set.softwareVersion, version);
 }
 
 void TestDeviceParamSet::removingGoesByNumberAlone()

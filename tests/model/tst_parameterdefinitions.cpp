@@ -68,6 +68,12 @@ private slots:
     void askingTwiceGivesVeryRow_data();
     void askingTwiceGivesVeryRow();
     void rowThatIsHeldStaysAsItWas();
+
+    void onlyNumbersOfRowsAreKnown();
+    void limitsBelongToTheAllowedValues_data();
+    void limitsBelongToTheAllowedValues();
+    void factoryValuesAreThoseOfWritableParametersOfDrive();
+    void factoryValueKeepsWhatRecordTellsOfItsParameter();
 };
 
 void TestParameterDefinitions::fullLineTellsEverything()
@@ -351,6 +357,61 @@ void TestParameterDefinitions::rowThatIsHeldStaysAsItWas()
     QCOMPARE(set.value(11).isUnsigned, 0);
     QCOMPARE(definitions->row(11).name, QStringLiteral("second"));
     QCOMPARE(definitions->emptyParameterSet().value(11).isUnsigned, 1);
+}
+
+void TestParameterDefinitions::onlyNumbersOfRowsAreKnown()
+{
+    QVERIFY(!Z7ParamDefinitions(version).hasRows());
+    const auto definitions = definitionsOf("11;Name;rpm;1;2;3;Unsigned;1;r;0;aus;");
+    QVERIFY(definitions->hasRows());
+    QVERIFY(definitions->contains(11));
+    QVERIFY(!definitions->contains(12));
+    QVERIFY(!definitions->contains(0));
+}
+
+void TestParameterDefinitions::limitsBelongToTheAllowedValues_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<bool>("isAllowed");
+    QTest::newRow("below the least") << -6 << false;
+    QTest::newRow("the least") << -5 << true;
+    QTest::newRow("the greatest") << 10 << true;
+    QTest::newRow("above the greatest") << 11 << false;
+}
+
+void TestParameterDefinitions::limitsBelongToTheAllowedValues()
+{
+    QFETCH(int, value);
+    const auto definitions = definitionsOf("11;Name;rpm;0;-5;10;Signed;1;rw;0;");
+    QTEST(definitions->row(11).isWithinLimits(value), "isAllowed");
+}
+
+void TestParameterDefinitions::factoryValuesAreThoseOfWritableParametersOfDrive()
+{
+    const auto definitions = definitionsOf(Lines {"11;Name;rpm;500;;;Signed;1;rw;0;",
+        "12;Name;rpm;7;;;Signed;1;r;0;", "13;Name;rpm;9;;;Signed;1;rw;0;"});
+    Z7DeviceParamSet params(version);
+    for (const int number : {11, 12, 99})
+        params.insert({number, 1, 0, false});
+    const Z7DeviceParamSet values = definitions->factoryValues(params);
+    QCOMPARE(values.softwareVersion, version);
+    // Unknown to the definitions, 99 is writable and has the value of a default row.
+    QCOMPARE(values.params.keys(), QList<int>({11, 99}));
+    QCOMPARE(values.value(11).value, 500);
+    QVERIFY(values.value(11).hasValue);
+    QCOMPARE(values.value(99).value, 0);
+}
+
+void TestParameterDefinitions::factoryValueKeepsWhatRecordTellsOfItsParameter()
+{
+    const auto definitions = definitionsOf("11;Name;rpm;500;;;Signed;1;rw;0;");
+    Z7DeviceParam param(11, 1, 1, false);
+    param.accessDenied = true;
+    Z7DeviceParamSet params(version);
+    params.insert(param);
+    const Z7DeviceParam value = definitions->factoryValues(params).value(11);
+    QVERIFY(value.accessDenied);
+    QCOMPARE(value.isUnsigned, 1);
 }
 
 QTEST_APPLESS_MAIN(TestParameterDefinitions)
