@@ -560,16 +560,10 @@ void Z7MainController::showOwnUserParams(int changedDeviceId)
 
 void Z7MainController::setDefaults(int deviceId)
 {
-    const auto device = m_devices.constFind(deviceId);
-    if (device != m_devices.constEnd()) {
-        const Z7ParamDefinitions *definitions = definitionsOf(*device);
-        Z7DeviceParamSet changes = m_userParams.value(deviceId, Z7DeviceParamSet(device->softwareVersion));
-        for (Z7DeviceParam param : device->parameterSet.params) {
-            if (definitions->isReadOnly(param.number))
-                continue;
-            param.setValue(definitions->paramDefault(param.number));
-            changes.insert(param);
-        }
+    if (const Z7Device *device = findDevice(deviceId)) {
+        const Z7DeviceParamSet values = definitionsOf(*device)->factoryValues(device->parameterSet);
+        Z7DeviceParamSet changes = m_userParams.value(deviceId, values);
+        changes.insertAll(values);
         if (!changes.params.isEmpty())
             m_userParams.insert(deviceId, changes);
     }
@@ -582,20 +576,7 @@ QString Z7MainController::calcConflicts() const
     const auto changes = m_userParams.constFind(m_currentDevice);
     if (device == m_devices.constEnd() || changes == m_userParams.constEnd())
         return QString();
-    QString text = paramConflicts(*changes, device->parameterSet);
-    if (!device->isDigitalInputSet(1) && !device->isDigitalInputSet(2))
-        return text;
-    const Z7ParamDefinitions *definitions = definitionsOf(*device);
-    for (const Z7DeviceParam &change : changes->params) {
-        if (!definitions->isApplFunction(change.number))
-            continue;
-        if (!text.isEmpty())
-            text += QLatin1Char('\n');
-        return text
-            + commonText("ApplFunctionCurrentlyNotWritable",
-                "Der Parameter kann zur Zeit nicht geschrieben werden (Digitaleingänge A+B nicht auf low)");
-    }
-    return text;
+    return writeConflicts(*device, *changes);
 }
 
 // --- the middle band of the window ---
