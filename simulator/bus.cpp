@@ -12,10 +12,10 @@ namespace z7sim {
 
 namespace {
 
-constexpr qint64 BitsPerByte = 11; // start, 8 data, even parity, stop
-constexpr qint64 BaudRate = 115200;
-constexpr qint64 GarbageSilenceUs = 5000;
-constexpr qint64 Never = std::numeric_limits<qint64>::max();
+constexpr qint64 bitsPerByte = 11; // start, 8 data, even parity, stop
+constexpr qint64 baudRate = 115200;
+constexpr qint64 garbageSilenceUs = 5000;
+constexpr qint64 never = std::numeric_limits<qint64>::max();
 
 bool contains(const QVector<Fault> &faults, const char *kind)
 {
@@ -30,7 +30,7 @@ void overlay(ReplyPlan &onLine, const ReplyPlan &other)
     const QByteArray behind = '\xFF' + other.bytes;
     bytes = bytes.leftJustified(std::max(bytes.size(), behind.size()), '\xFF');
     for (int i = 0; i < behind.size(); ++i)
-        bytes[i] = char(bytes.at(i) & behind.at(i));
+        bytes[i] = static_cast<char>(bytes.at(i) & behind.at(i));
 }
 
 } // namespace
@@ -42,7 +42,7 @@ QByteArray Bus::addDrive(DriveConfig config)
     const QString definitions = definitionPath(config);
     if (!definitions.isEmpty() && !QFile::exists(definitions))
         return "no definition file " + QFile::encodeName(definitions);
-    stations_.push_back({Drive(config), FaultList()});
+    m_stations.push_back({Drive(config), FaultList()});
     return {};
 }
 
@@ -50,13 +50,13 @@ bool Bus::remove(int address, int index)
 {
     const Station *station = find(address, index);
     if (station)
-        stations_.erase(stations_.begin() + (station - stations_.data()));
+        m_stations.erase(m_stations.begin() + (station - m_stations.data()));
     return station != nullptr;
 }
 
 Bus::Station *Bus::find(int address, int index)
 {
-    for (Station &station : stations_) {
+    for (Station &station : m_stations) {
         if (station.drive.address() == address && index-- == 0)
             return &station;
     }
@@ -66,60 +66,60 @@ Bus::Station *Bus::find(int address, int index)
 void Bus::clearFaults()
 {
     faults.clear();
-    for (Station &station : stations_)
+    for (Station &station : m_stations)
         station.faults.clear();
 }
 
 void Bus::receive(const QByteArray &bytes, qint64 now)
 {
     dropGarbage(now);
-    incoming_.append(bytes);
-    lastIncoming_ = now;
+    m_incoming.append(bytes);
+    m_lastIncoming = now;
     for (QByteArray request = takeRequest(); !request.isEmpty(); request = takeRequest())
         exchange(request, now);
 }
 
 QByteArray Bus::takeRequest()
 {
-    const int length = incoming_.isEmpty() ? 0 : requestLength(quint8(incoming_.at(0)));
-    if (length == 0 || incoming_.size() < length)
+    const int length = m_incoming.isEmpty() ? 0 : requestLength(static_cast<quint8>(m_incoming.at(0)));
+    if (length == 0 || m_incoming.size() < length)
         return {};
-    const QByteArray request = incoming_.left(length);
-    incoming_.remove(0, length);
+    const QByteArray request = m_incoming.left(length);
+    m_incoming.remove(0, length);
     return request;
 }
 
 void Bus::dropGarbage(qint64 now)
 {
-    if (incoming_.isEmpty() || now < lastIncoming_ + GarbageSilenceUs)
+    if (m_incoming.isEmpty() || now < m_lastIncoming + garbageSilenceUs)
         return;
-    log.append({now, WireEntry::Dropped, incoming_, -1});
-    incoming_.clear();
+    log.append({now, WireEntry::Dropped, m_incoming, -1});
+    m_incoming.clear();
 }
 
 void Bus::exchange(const QByteArray &request, qint64 now)
 {
     const int address = byteAt(request, 1);
     log.append({now, WireEntry::Request, request, address});
-    requestEnd_ = std::max(now, requestEnd_) + wireTime(request.size());
+    m_requestEnd = std::max(now, m_requestEnd) + wireTime(request.size());
     const auto listens = [&request](const Station &station) { return station.drive.listensTo(request); };
-    if (std::none_of(stations_.begin(), stations_.end(), listens))
+    if (std::none_of(m_stations.begin(), m_stations.end(), listens))
         return;
     const QVector<Fault> lineFaults = faults.take(request);
     ReplyPlan onLine;
-    for (Station &station : stations_) {
+    for (Station &station : m_stations) {
         if (station.drive.listensTo(request))
             answer(station, request, lineFaults, now, onLine);
     }
-    schedule(onLine, requestEnd_ + (timing.paced ? timing.turnaroundUs : 0), address);
+    schedule(onLine, m_requestEnd + (timing.paced ? timing.turnaroundUs : 0), address);
 }
 
 void Bus::answer(Station &station, const QByteArray &request, const QVector<Fault> &lineFaults, qint64 now,
     ReplyPlan &onLine)
 {
     const QVector<Fault> disturbing = station.faults.take(request) + lineFaults;
-    pullRequested_ = pullRequested_ || contains(disturbing, PullFault);
-    if (contains(disturbing, ResetFault))
+    m_pullRequested = m_pullRequested || contains(disturbing, pullFault);
+    if (contains(disturbing, resetFault))
         station.drive.powerCycle(now);
     const Drive before = station.drive;
     ReplyPlan plan;
@@ -144,7 +144,7 @@ void Bus::schedule(const ReplyPlan &plan, qint64 start, int address)
         time += wireTime(part.size());
         sent += part.size();
         if (!part.isEmpty())
-            transmissions_.insert({time, {part, address}});
+            m_transmissions.insert({time, {part, address}});
     };
     for (const ReplyPlan::Gap &gap : plan.gaps) {
         send(gap.position);
@@ -155,31 +155,31 @@ void Bus::schedule(const ReplyPlan &plan, qint64 start, int address)
 
 qint64 Bus::wireTime(int bytes) const
 {
-    return timing.paced ? bytes * BitsPerByte * 1000000 / BaudRate : 0;
+    return timing.paced ? bytes * bitsPerByte * 1000000 / baudRate : 0;
 }
 
 qint64 Bus::nextDue() const
 {
     qint64 due = faults.nextBabble();
-    for (const Station &station : stations_)
+    for (const Station &station : m_stations)
         due = std::min(due, station.faults.nextBabble());
-    if (!transmissions_.empty())
-        due = std::min(due, transmissions_.begin()->first);
-    return std::min(due, incoming_.isEmpty() ? Never : lastIncoming_ + GarbageSilenceUs);
+    if (!m_transmissions.empty())
+        due = std::min(due, m_transmissions.begin()->first);
+    return std::min(due, m_incoming.isEmpty() ? never : m_lastIncoming + garbageSilenceUs);
 }
 
 QByteArray Bus::takeDue(qint64 now)
 {
     QByteArray due;
     dropGarbage(now);
-    while (!transmissions_.empty() && transmissions_.begin()->first <= now) {
-        const Transmission part = transmissions_.begin()->second;
-        transmissions_.erase(transmissions_.begin());
+    while (!m_transmissions.empty() && m_transmissions.begin()->first <= now) {
+        const Transmission part = m_transmissions.begin()->second;
+        m_transmissions.erase(m_transmissions.begin());
         log.append({now, WireEntry::Reply, part.bytes, part.address});
         due += part.bytes;
     }
     takeBabble(faults, -1, now, due);
-    for (Station &station : stations_)
+    for (Station &station : m_stations)
         takeBabble(station.faults, station.drive.address(), now, due);
     return due;
 }
@@ -195,7 +195,7 @@ void Bus::takeBabble(FaultList &list, int address, qint64 now, QByteArray &due)
 
 bool Bus::takePullRequest()
 {
-    return std::exchange(pullRequested_, false);
+    return std::exchange(m_pullRequested, false);
 }
 
 } // namespace z7sim

@@ -39,7 +39,7 @@ public:
     /// The drive with this address; index tells drives of the same address apart, in the order they came. May
     /// be null.
     Station *find(int address, int index = 0);
-    const std::vector<Station> &stations() const { return stations_; }
+    const std::vector<Station> &stations() const { return m_stations; }
     void clearFaults();
 
     /// Takes bytes from the master.
@@ -67,12 +67,12 @@ private:
     qint64 wireTime(int bytes) const;
     void takeBabble(FaultList &list, int address, qint64 now, QByteArray &due);
 
-    std::vector<Station> stations_;
-    QByteArray incoming_;
-    qint64 lastIncoming_ = 0;
-    qint64 requestEnd_ = 0;
-    std::multimap<qint64, Transmission> transmissions_;
-    bool pullRequested_ = false;
+    std::vector<Station> m_stations;
+    QByteArray m_incoming;
+    qint64 m_lastIncoming = 0;
+    qint64 m_requestEnd = 0;
+    std::multimap<qint64, Transmission> m_transmissions;
+    bool m_pullRequested = false;
 };
 
 } // namespace z7sim

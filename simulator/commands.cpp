@@ -60,9 +60,9 @@ QByteArray drives(const CommandContext &context, const Arguments &)
     QByteArrayList lines;
     for (const Bus::Station &station : context.bus.stations()) {
         const Drive &drive = station.drive;
-        lines.append(QByteArray::number(drive.address()) + " version=" + drive.version() + " password="
-            + QByteArray::number(qint32(drive.password())) + " access=" + (drive.hasAccess() ? "1" : "0")
-            + " bootloader=" + (drive.isInBootloader() ? "1" : "0"));
+        lines.append(QByteArray::number(drive.address()) + " version=" + drive.version()
+            + " password=" + QByteArray::number(static_cast<qint32>(drive.password())) + " access="
+            + (drive.hasAccess() ? "1" : "0") + " bootloader=" + (drive.isInBootloader() ? "1" : "0"));
     }
     return listing(lines);
 }
@@ -101,7 +101,7 @@ QByteArray getProperty(Drive &drive, const QByteArray &what, qint64 now)
     if (what == "address")
         return number(drive.address());
     if (what == "password")
-        return number(qint32(drive.password()));
+        return number(static_cast<qint32>(drive.password()));
     if (what == "version")
         return ok(drive.version());
     if (what == "access")
@@ -153,7 +153,7 @@ QByteArray setProperty(Drive &drive, const QByteArray &what, const QByteArray &v
     const std::optional<int> password = parseNumber(value);
     if (!password)
         return failure("no number: " + value);
-    drive.setPassword(quint32(*password));
+    drive.setPassword(static_cast<quint32>(*password));
     return ok();
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 QByteArray valueText(const QJsonValue &value)
 {
-    return value.isDouble() ? QByteArray::number(qint64(value.toDouble()))
+    return value.isDouble() ? QByteArray::number(static_cast<qint64>(value.toDouble()))
                             : value.toVariant().toString().toLocal8Bit();
 }
 
@@ -51,7 +51,8 @@ QByteArray readConfiguration(const QString &fileName, Configuration &configurati
     bus.definitionFolder = root.value(QLatin1String("definitions")).toString(bus.definitionFolder);
     bus.link = root.value(QLatin1String("link")).toString(bus.link);
     bus.paced = root.value(QLatin1String("paced")).toBool(bus.paced);
-    bus.turnaroundUs = qint64(root.value(QLatin1String("turnaroundUs")).toDouble(double(bus.turnaroundUs)));
+    bus.turnaroundUs = static_cast<qint64>(
+        root.value(QLatin1String("turnaroundUs")).toDouble(static_cast<double>(bus.turnaroundUs)));
     configuration.controlPath = root.value(QLatin1String("control")).toString(configuration.controlPath);
     for (const QJsonValue &command : root.value(QLatin1String("commands")).toArray())
         configuration.commands.append(command.toString().toLocal8Bit());

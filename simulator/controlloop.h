@@ -34,12 +34,12 @@ private:
     bool serve(Client &client);
     void answer(Client &client, const QByteArray &line);
 
-    SimulatedBus &bus_;
-    FileDescriptor signals_;
-    FileDescriptor listener_;
-    QByteArray path_;
-    std::list<Client> clients_;
-    bool quit_ = false;
+    SimulatedBus &m_bus;
+    FileDescriptor m_signals;
+    FileDescriptor m_listener;
+    QByteArray m_path;
+    std::list<Client> m_clients;
+    bool m_quit = false;
 };
 
 } // namespace z7sim

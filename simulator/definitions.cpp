@@ -23,11 +23,11 @@ class Columns
 {
 public:
     explicit Columns(const QString &line)
-        : columns_(line.split(QLatin1Char(';')))
+        : m_columns(line.split(QLatin1Char(';')))
     {
     }
 
-    QString text(int column) const { return columns_.value(column); }
+    QString text(int column) const { return m_columns.value(column); }
     QString unquoted(int column) const { return text(column).remove(QLatin1Char('"')); }
     int number(int column, int otherwise) const
     {
@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    QStringList columns_;
+    QStringList m_columns;
 };
 
 Definition parseDefinition(const Columns &columns)

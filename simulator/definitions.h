@@ -17,7 +17,7 @@ struct Definition
     bool isApplicationFunction = false;
 
     /// The number that the 16 bits of the wire mean for this parameter.
-    int meaningOf(quint16 raw) const { return isSigned ? int(qint16(raw)) : int(raw); }
+    int meaningOf(quint16 raw) const { return isSigned ? static_cast<qint16>(raw) : raw; }
     bool allows(int value) const { return value >= minimum && value <= maximum; }
 };
 

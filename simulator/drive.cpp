@@ -21,45 +21,45 @@ enum MotorParameter {
     BrakingLeft = 0x1D,
 };
 
-constexpr int FixedSpeeds = 1; // operation mode
-constexpr int LastAnalogStep = 1023;
-constexpr double DefaultRamp = 1000;
+constexpr int fixedSpeeds = 1; // operation mode
+constexpr int lastAnalogStep = 1023;
+constexpr double defaultRamp = 1000;
 
 enum StatusBit : quint8 { Active = 0x02, Ready = 0x80 };
 
 QByteArray statusReply(const QByteArray &request, quint8 status)
 {
-    return sealed(replyHead(request) + char(status));
+    return sealed(replyHead(request) + static_cast<char>(status));
 }
 
 } // namespace
 
 Drive::Drive(const DriveConfig &config)
-    : config_(config)
-    , address_(config.address)
-    , password_(storedPassword(quint32(config.password.value_or(config.address))))
+    : m_config(config)
+    , m_address(config.address)
+    , m_password(storedPassword(static_cast<quint32>(config.password.value_or(config.address))))
 {
     loadDefinitions();
     for (auto entry = config.parameters.begin(); entry != config.parameters.end(); ++entry)
         setFlash(entry.key(), entry.value());
-    working_ = flash_;
+    m_working = m_flash;
 }
 
 void Drive::loadDefinitions()
 {
     const QString inFolder =
-        config_.definitionFolder + QLatin1Char('/') + definitionFileName(config_.version);
-    const QString file = config_.definitionFile.isEmpty() ? inFolder : config_.definitionFile;
-    definitions_ = withBuiltIns(z7sim::loadDefinitions(file));
-    flash_ = working_ = factoryMemory();
+        m_config.definitionFolder + QLatin1Char('/') + definitionFileName(m_config.version);
+    const QString file = m_config.definitionFile.isEmpty() ? inFolder : m_config.definitionFile;
+    m_definitions = withBuiltIns(z7sim::loadDefinitions(file));
+    m_flash = m_working = factoryMemory();
 }
 
 Drive::Memory Drive::factoryMemory() const
 {
     Memory memory;
-    for (auto row = definitions_.begin(); row != definitions_.end(); ++row) {
+    for (auto row = m_definitions.begin(); row != m_definitions.end(); ++row) {
         if (!isLiveValue(row.key()) && row.key() != BusAddress)
-            memory.insert(row.key(), quint16(row->factoryValue));
+            memory.insert(row.key(), static_cast<quint16>(row->factoryValue));
     }
     return memory;
 }
@@ -67,17 +67,17 @@ Drive::Memory Drive::factoryMemory() const
 bool Drive::listensTo(const QByteArray &request) const
 {
     const int address = byteAt(request, 1);
-    return address == address_ || (bootloader_ && address == 0);
+    return address == m_address || (m_bootloader && address == 0);
 }
 
 QByteArray Drive::execute(const QByteArray &request, qint64 now)
 {
     advanceMotor(now);
-    if (bootloader_)
+    if (m_bootloader)
         return executeInBootloader(request, now);
     if (!isIntact(request)) {
-        sawChecksumError_ = true;
-        return shortErrorReply(address_, ChecksumErrorSeen);
+        m_sawChecksumError = true;
+        return shortErrorReply(m_address, ChecksumErrorSeen);
     }
     switch (byteAt(request, 0)) {
     case Store:
@@ -107,7 +107,7 @@ QByteArray Drive::executeInBootloader(const QByteArray &request, qint64 now)
 {
     if (byteAt(request, 0) != FirmwareStart || !isIntact(request))
         return {};
-    config_.version = versionText(request.mid(2, 4));
+    m_config.version = versionText(request.mid(2, 4));
     loadDefinitions();
     powerCycle(now);
     return statusReply(request, 0);
@@ -115,18 +115,18 @@ QByteArray Drive::executeInBootloader(const QByteArray &request, qint64 now)
 
 void Drive::powerCycle(qint64 now)
 {
-    working_ = flash_;
-    motor_ = Motor();
-    access_ = false;
-    bootloader_ = false;
-    sawChecksumError_ = false;
+    m_working = m_flash;
+    m_motor = Motor();
+    m_access = false;
+    m_bootloader = false;
+    m_sawChecksumError = false;
     advanceMotor(now);
 }
 
 QByteArray Drive::customerAccess(const QByteArray &request)
 {
-    access_ = passwordAt(request, 2) == password_;
-    return statusReply(request, access_ ? 0 : AccessRefused);
+    m_access = passwordAt(request, 2) == m_password;
+    return statusReply(request, m_access ? 0 : AccessRefused);
 }
 
 QByteArray Drive::readParameter(const QByteArray &request)
@@ -135,19 +135,19 @@ QByteArray Drive::readParameter(const QByteArray &request)
     const quint8 flags = readFlags(number);
     QByteArray reply = replyHead(request) + request.mid(2, 2);
     appendWord(reply, flags ? 0 : raw(number));
-    return sealed(reply + char(flags));
+    return sealed(reply + static_cast<char>(flags));
 }
 
 quint8 Drive::readFlags(int number) const
 {
-    if (!access_ || isLocked(number))
+    if (!m_access || isLocked(number))
         return AccessRefused;
-    return definitions_.contains(number) ? 0 : Failed;
+    return m_definitions.contains(number) ? 0 : Failed;
 }
 
 bool Drive::isLocked(int number) const
 {
-    return config_.surroundings.lockedParameters.contains(number);
+    return m_config.surroundings.lockedParameters.contains(number);
 }
 
 QByteArray Drive::writeParameter(const QByteArray &request)
@@ -158,28 +158,28 @@ QByteArray Drive::writeParameter(const QByteArray &request)
         take(number, wordAt(request, 4));
     QByteArray reply = replyHead(request) + request.mid(2, 2);
     appendWord(reply, readFlags(number) ? 0 : raw(number));
-    appendWord(reply, flags ? 0 : quint16(conflictOf(number)));
-    return sealed(reply + char(flags));
+    appendWord(reply, flags ? 0 : static_cast<quint16>(conflictOf(number)));
+    return sealed(reply + static_cast<char>(flags));
 }
 
 quint8 Drive::writeFlags(int number, quint16 raw) const
 {
-    constexpr int Inputs1And2 = 0x03;
-    if (!access_ || isLocked(number))
+    constexpr int inputs1And2 = 0x03;
+    if (!m_access || isLocked(number))
         return AccessRefused;
-    const auto row = definitions_.find(number);
-    if (row == definitions_.end() || row->isReadOnly || !row->allows(row->meaningOf(raw)))
+    const auto row = m_definitions.find(number);
+    if (row == m_definitions.end() || row->isReadOnly || !row->allows(row->meaningOf(raw)))
         return Failed;
-    const bool inUse = config_.surroundings.digitalInputs & Inputs1And2;
+    const bool inUse = m_config.surroundings.digitalInputs & inputs1And2;
     return row->isApplicationFunction && inUse ? Failed : 0;
 }
 
 void Drive::take(int number, quint16 raw)
 {
     if (number == BusAddress)
-        address_ = raw;
+        m_address = raw;
     else
-        working_[number] = raw;
+        m_working[number] = raw;
 }
 
 // The drive takes a value that breaks a rule, since a whole set is written one by one; it names the other
@@ -208,11 +208,11 @@ bool Drive::isConsistent() const
 
 QByteArray Drive::store(const QByteArray &request)
 {
-    if (passwordAt(request, 2) != password_)
+    if (passwordAt(request, 2) != m_password)
         return statusReply(request, AccessRefused);
     const quint8 status = storeStatus();
     if (!status)
-        flash_ = working_;
+        m_flash = m_working;
     return statusReply(request, status);
 }
 
@@ -220,32 +220,32 @@ quint8 Drive::storeStatus() const
 {
     if (!isConsistent())
         return Inconsistent;
-    if (working_ == flash_)
+    if (m_working == m_flash)
         return Failed;
-    return config_.surroundings.flashBroken ? FlashFailed : 0;
+    return m_config.surroundings.flashBroken ? FlashFailed : 0;
 }
 
 QByteArray Drive::factoryReset(const QByteArray &request)
 {
-    if (passwordAt(request, 2) != password_)
+    if (passwordAt(request, 2) != m_password)
         return statusReply(request, AccessRefused);
-    working_ = flash_ = factoryMemory();
+    m_working = m_flash = factoryMemory();
     return statusReply(request, 0);
 }
 
 QByteArray Drive::initBootloader(const QByteArray &request)
 {
-    if (passwordAt(request, 2) != password_)
+    if (passwordAt(request, 2) != m_password)
         return statusReply(request, AccessRefused);
-    bootloader_ = !motor_.turns();
-    return statusReply(request, bootloader_ ? 0 : Failed);
+    m_bootloader = !m_motor.turns();
+    return statusReply(request, m_bootloader ? 0 : Failed);
 }
 
 QByteArray Drive::resetPassword(const QByteArray &request)
 {
-    if (passwordAt(request, 2) != password_)
+    if (passwordAt(request, 2) != m_password)
         return statusReply(request, AccessRefused);
-    password_ = passwordAt(request, 6);
+    m_password = passwordAt(request, 6);
     return statusReply(request, 0);
 }
 
@@ -253,15 +253,16 @@ QByteArray Drive::resetPassword(const QByteArray &request)
 QByteArray Drive::readStatus(const QByteArray &request)
 {
     const quint8 communication =
-        quint8((sawChecksumError_ ? ChecksumErrorSeen : 0) | (access_ ? 0 : AccessRefused));
-    sawChecksumError_ = false;
-    return sealed(replyHead(request) + char(access_ ? currentStatus() : 0) + char(communication));
+        static_cast<quint8>((m_sawChecksumError ? ChecksumErrorSeen : 0) | (m_access ? 0 : AccessRefused));
+    m_sawChecksumError = false;
+    return sealed(replyHead(request) + static_cast<char>(m_access ? currentStatus() : 0)
+        + static_cast<char>(communication));
 }
 
 QByteArray Drive::readSoftwareId(const QByteArray &request) const
 {
     const QByteArray maker = QByteArrayLiteral("SIMULATED DRIVE ");
-    const QByteArray version = versionBytes(config_.version).value_or(QByteArray(4, '\0'));
+    const QByteArray version = versionBytes(m_config.version).value_or(QByteArray(4, '\0'));
     return sealed(replyHead(request) + maker + version + QByteArray(12, '\0'));
 }
 
@@ -273,14 +274,14 @@ quint8 Drive::statusBits(qint64 now)
 
 quint8 Drive::currentStatus() const
 {
-    const bool active = motor_.turns() || setPoint() != 0;
-    return quint8(config_.surroundings.statusBits.value_or(active ? Ready | Active : Ready));
+    const bool active = m_motor.turns() || setPoint() != 0;
+    return static_cast<quint8>(m_config.surroundings.statusBits.value_or(active ? Ready | Active : Ready));
 }
 
 std::optional<int> Drive::memory(int number, qint64 now)
 {
     advanceMotor(now);
-    if (!definitions_.contains(number))
+    if (!m_definitions.contains(number))
         return std::nullopt;
     return value(number);
 }
@@ -288,26 +289,26 @@ std::optional<int> Drive::memory(int number, qint64 now)
 std::optional<int> Drive::flash(int number) const
 {
     if (number == BusAddress)
-        return address_;
-    if (!flash_.contains(number))
+        return m_address;
+    if (!m_flash.contains(number))
         return std::nullopt;
-    return definitions_.value(number).meaningOf(flash_.value(number));
+    return m_definitions.value(number).meaningOf(m_flash.value(number));
 }
 
 bool Drive::setMemory(int number, int value)
 {
     if (isLiveValue(number))
-        config_.surroundings.liveValues.insert(number, value);
-    else if (definitions_.contains(number))
-        take(number, quint16(value));
-    return definitions_.contains(number);
+        m_config.surroundings.liveValues.insert(number, value);
+    else if (m_definitions.contains(number))
+        take(number, static_cast<quint16>(value));
+    return m_definitions.contains(number);
 }
 
 bool Drive::setFlash(int number, int value)
 {
-    if (!flash_.contains(number))
+    if (!m_flash.contains(number))
         return false;
-    flash_[number] = quint16(value);
+    m_flash[number] = static_cast<quint16>(value);
     return true;
 }
 
@@ -315,48 +316,48 @@ quint16 Drive::raw(int number) const
 {
     if (isLiveValue(number))
         return liveValue(number);
-    return number == BusAddress ? quint16(address_) : working_.value(number);
+    return number == BusAddress ? static_cast<quint16>(m_address) : m_working.value(number);
 }
 
 int Drive::value(int number) const
 {
-    return definitions_.value(number).meaningOf(raw(number));
+    return m_definitions.value(number).meaningOf(raw(number));
 }
 
 quint16 Drive::liveValue(int number) const
 {
-    const Surroundings &around = config_.surroundings;
-    const double wholeTurns = std::floor(motor_.position());
+    const Surroundings &around = m_config.surroundings;
+    const double wholeTurns = std::floor(m_motor.position());
     if (around.liveValues.contains(number))
-        return quint16(around.liveValues.value(number));
+        return static_cast<quint16>(around.liveValues.value(number));
     switch (number) {
     case ActualSpeed:
-        return quint16(std::lround(motor_.speed()));
+        return static_cast<quint16>(std::lround(m_motor.speed()));
     case PositionFraction:
-        return quint16(std::lround((motor_.position() - wholeTurns) * 65535));
+        return static_cast<quint16>(std::lround((m_motor.position() - wholeTurns) * 65535));
     case PositionTurns:
-        return quint16(std::llround(wholeTurns));
+        return static_cast<quint16>(std::llround(wholeTurns));
     case ActualTemperature:
-        return quint16(std::lround(motor_.temperature()));
+        return static_cast<quint16>(std::lround(m_motor.temperature()));
     case ActualCurrent:
-        return quint16(std::lround(motor_.current()));
+        return static_cast<quint16>(std::lround(m_motor.current()));
     case DigitalOutputs:
-        return quint16(around.digitalOutputs.value_or(motor_.turns() ? 1 : 0));
+        return static_cast<quint16>(around.digitalOutputs.value_or(m_motor.turns() ? 1 : 0));
     case DigitalInputs:
-        return quint16(around.digitalInputs);
+        return static_cast<quint16>(around.digitalInputs);
     default:
-        return quint16(around.analogInput);
+        return static_cast<quint16>(around.analogInput);
     }
 }
 
 void Drive::advanceMotor(qint64 now)
 {
-    motor_.advance(now, demand());
+    m_motor.advance(now, demand());
 }
 
 MotorDemand Drive::demand() const
 {
-    const auto ramp = [this](int number) { return raw(number) ? double(raw(number)) : DefaultRamp; };
+    const auto ramp = [this](int number) { return raw(number) ? raw(number) : defaultRamp; };
     return {
         setPoint(), ramp(AccelerationRight), ramp(BrakingRight), ramp(AccelerationLeft), ramp(BrakingLeft)};
 }
@@ -365,8 +366,8 @@ MotorDemand Drive::demand() const
 // other mode the analog input gives the speed.
 double Drive::setPoint() const
 {
-    const Surroundings &around = config_.surroundings;
-    if (bootloader_)
+    const Surroundings &around = m_config.surroundings;
+    if (m_bootloader)
         return 0;
     if (around.setPoint)
         return *around.setPoint;
@@ -374,14 +375,14 @@ double Drive::setPoint() const
     if (!selected)
         return 0;
     const int mode = value(selected == 2 ? OperationMode2 : OperationMode1);
-    return mode == FixedSpeeds ? value(FixedSpeed1 + selected - 1) : speedFromAnalogInput();
+    return mode == fixedSpeeds ? value(FixedSpeed1 + selected - 1) : speedFromAnalogInput();
 }
 
 double Drive::speedFromAnalogInput() const
 {
     const std::array<int, 5> steps = {
-        0, value(FirstSpeedX), value(FirstSpeedX + 1), value(FirstSpeedX + 2), LastAnalogStep};
-    const int input = config_.surroundings.analogInput;
+        0, value(FirstSpeedX), value(FirstSpeedX + 1), value(FirstSpeedX + 2), lastAnalogStep};
+    const int input = m_config.surroundings.analogInput;
     for (int i = 1; i < 5; ++i) {
         if (input > steps[i] || steps[i] <= steps[i - 1])
             continue;

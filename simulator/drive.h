@@ -27,16 +27,16 @@ public:
 
     void powerCycle(qint64 now);
 
-    int address() const { return address_; }
-    quint32 password() const { return password_; }
-    void setPassword(quint32 password) { password_ = storedPassword(password); }
-    QByteArray version() const { return config_.version; }
-    bool hasAccess() const { return access_; }
-    bool isInBootloader() const { return bootloader_; }
+    int address() const { return m_address; }
+    quint32 password() const { return m_password; }
+    void setPassword(quint32 password) { m_password = storedPassword(password); }
+    QByteArray version() const { return m_config.version; }
+    bool hasAccess() const { return m_access; }
+    bool isInBootloader() const { return m_bootloader; }
     quint8 statusBits(qint64 now);
 
-    Surroundings &surroundings() { return config_.surroundings; }
-    const Surroundings &surroundings() const { return config_.surroundings; }
+    Surroundings &surroundings() { return m_config.surroundings; }
+    const Surroundings &surroundings() const { return m_config.surroundings; }
 
     /// Value of a parameter as its definition says, signed or unsigned; nothing for a number the drive does
     /// not have.
@@ -81,16 +81,16 @@ private:
     double setPoint() const;
     double speedFromAnalogInput() const;
 
-    DriveConfig config_;
-    Definitions definitions_;
-    Memory working_;
-    Memory flash_;
-    Motor motor_;
-    int address_;
-    quint32 password_;
-    bool access_ = false;
-    bool bootloader_ = false;
-    bool sawChecksumError_ = false;
+    DriveConfig m_config;
+    Definitions m_definitions;
+    Memory m_working;
+    Memory m_flash;
+    Motor m_motor;
+    int m_address;
+    quint32 m_password;
+    bool m_access = false;
+    bool m_bootloader = false;
+    bool m_sawChecksumError = false;
 };
 
 } // namespace z7sim

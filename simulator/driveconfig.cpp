@@ -132,7 +132,7 @@ std::optional<QByteArray> versionBytes(const QByteArray &version)
         const std::optional<int> number = parseNumber(part);
         if (!number || *number < 0 || *number > 127)
             return std::nullopt;
-        bytes.append(char(*number));
+        bytes.append(static_cast<char>(*number));
     }
     return bytes.size() == 4 ? std::optional<QByteArray>(bytes) : std::nullopt;
 }
@@ -141,7 +141,7 @@ QByteArray versionText(const QByteArray &bytes)
 {
     QByteArray text = bytes.left(1);
     for (char number : bytes.mid(1))
-        text += QByteArray::number(int(static_cast<signed char>(number)));
+        text += QByteArray::number(static_cast<int>(static_cast<signed char>(number)));
     return text;
 }
 

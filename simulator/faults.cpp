@@ -10,9 +10,9 @@ namespace z7sim {
 
 namespace {
 
-constexpr int ReadReplyLength = 8;
-constexpr int WriteReplyLength = 10;
-constexpr int StatusReplyLength = 5;
+constexpr int readReplyLength = 8;
+constexpr int writeReplyLength = 10;
+constexpr int statusReplyLength = 5;
 
 bool isParameterCommand(quint8 command)
 {
@@ -36,13 +36,13 @@ bool hasStatusByte(quint8 command)
 
 bool isParameterReply(const QByteArray &reply)
 {
-    return reply.size() == ReadReplyLength || reply.size() == WriteReplyLength;
+    return reply.size() == readReplyLength || reply.size() == writeReplyLength;
 }
 
 void setWord(QByteArray &bytes, int position, int word)
 {
-    bytes[position] = char(word >> 8);
-    bytes[position + 1] = char(word);
+    bytes[position] = static_cast<char>(word >> 8);
+    bytes[position + 1] = static_cast<char>(word);
 }
 
 void silence(const Fault &, ReplyPlan &plan)
@@ -65,7 +65,7 @@ void flip(const Fault &fault, ReplyPlan &plan)
     const int given = fault.number("byte");
     const int position = given < 0 ? plan.bytes.size() + given : given;
     if (position >= 0 && position < plan.bytes.size())
-        plan.bytes[position] = char(plan.bytes.at(position) ^ (1 << (fault.number("bit") & 7)));
+        plan.bytes[position] = static_cast<char>(plan.bytes.at(position) ^ (1 << (fault.number("bit") & 7)));
 }
 
 void truncate(const Fault &fault, ReplyPlan &plan)
@@ -75,13 +75,14 @@ void truncate(const Fault &fault, ReplyPlan &plan)
 
 void lengthen(const Fault &fault, ReplyPlan &plan)
 {
-    plan.bytes.append(QByteArray(fault.number("bytes"), char(fault.number("fill"))));
+    plan.bytes.append(QByteArray(fault.number("bytes"), static_cast<char>(fault.number("fill"))));
 }
 
 void answerFromElsewhere(const Fault &fault, ReplyPlan &plan)
 {
     if (plan.bytes.size() > 1)
-        plan.bytes[1] = char(fault.number("address") ? fault.number("address") : plan.bytes.at(1) + 1);
+        plan.bytes[1] =
+            static_cast<char>(fault.number("address") ? fault.number("address") : plan.bytes.at(1) + 1);
 }
 
 void answerOtherNumber(const Fault &fault, ReplyPlan &plan)
@@ -108,31 +109,31 @@ void replace(const Fault &fault, ReplyPlan &plan)
 void overrideStatus(const Fault &fault, ReplyPlan &plan)
 {
     if (plan.bytes.size() > 2)
-        plan.bytes[2] = char(fault.number("value"));
+        plan.bytes[2] = static_cast<char>(fault.number("value"));
 }
 
 void overrideCommunication(const Fault &fault, ReplyPlan &plan)
 {
-    if (plan.bytes.size() == StatusReplyLength)
-        plan.bytes[3] = char(fault.number("value"));
+    if (plan.bytes.size() == statusReplyLength)
+        plan.bytes[3] = static_cast<char>(fault.number("value"));
 }
 
 void overrideFlags(const Fault &fault, ReplyPlan &plan)
 {
     if (isParameterReply(plan.bytes))
-        plan.bytes[plan.bytes.size() - 2] = char(fault.number("value"));
+        plan.bytes[plan.bytes.size() - 2] = static_cast<char>(fault.number("value"));
 }
 
 void overrideConflict(const Fault &fault, ReplyPlan &plan)
 {
-    if (plan.bytes.size() == WriteReplyLength)
+    if (plan.bytes.size() == writeReplyLength)
         setWord(plan.bytes, 6, fault.number("value"));
 }
 
 void answerShort(const Fault &fault, ReplyPlan &plan)
 {
     if (plan.bytes.size() > 1)
-        plan.bytes = shortErrorReply(byteAt(plan.bytes, 1), quint8(fault.number("bits")));
+        plan.bytes = shortErrorReply(byteAt(plan.bytes, 1), static_cast<quint8>(fault.number("bits")));
 }
 
 const FaultKind *findKind(const QByteArray &name)
@@ -187,7 +188,7 @@ void setDefaults(Fault &fault)
 {
     fault.resealed = fault.kind->resealsByDefault;
     fault.remaining =
-        fault.kind->name == QByteArray(ResetFault) || fault.kind->name == QByteArray(PullFault) ? 1 : -1;
+        fault.kind->name == QByteArray(resetFault) || fault.kind->name == QByteArray(pullFault) ? 1 : -1;
     const auto defaults = parseWords(fault.kind->arguments).named;
     for (auto entry = defaults.begin(); entry != defaults.end(); ++entry) {
         if (!setBytes(fault, entry.key(), entry.value()))
@@ -218,10 +219,10 @@ const QVector<FaultKind> &faultKinds()
         {"flags", "value=0x20", "other result flags", true, isParameterCommand, overrideFlags},
         {"conflict", "value=1", "another conflict word", true, isWrite, overrideConflict},
         {"short-error", "bits=2", "the short error reply with these bits", false, nullptr, answerShort},
-        {ResetFault, "", "the drive loses power for a moment before the exchange (once)", false, nullptr,
+        {resetFault, "", "the drive loses power for a moment before the exchange (once)", false, nullptr,
             nullptr},
-        {PullFault, "", "the adapter is pulled at the exchange (once)", false, nullptr, nullptr},
-        {BabbleFault, "byte=0x55 ms=5", "a byte again and again, count= is the number of bytes", false,
+        {pullFault, "", "the adapter is pulled at the exchange (once)", false, nullptr, nullptr},
+        {babbleFault, "byte=0x55 ms=5", "a byte again and again, count= is the number of bytes", false,
             nullptr, nullptr},
     };
     return kinds;
@@ -247,7 +248,7 @@ QByteArray parseFault(const QByteArray &text, Fault &fault)
 bool Fault::matches(const QByteArray &request) const
 {
     const quint8 requestCommand = byteAt(request, 0);
-    if (kind->name == QByteArray(BabbleFault) || (kind->touches && !kind->touches(requestCommand)))
+    if (kind->name == QByteArray(babbleFault) || (kind->touches && !kind->touches(requestCommand)))
         return false;
     if (command && *command != requestCommand)
         return false;
@@ -264,15 +265,15 @@ void Fault::apply(ReplyPlan &plan) const
 
 void FaultList::add(const Fault &fault, qint64 now)
 {
-    faults_.append(fault);
+    m_faults.append(fault);
     if (isBabbling())
-        nextBabble_ = now;
+        m_nextBabble = now;
 }
 
 QVector<Fault> FaultList::take(const QByteArray &request)
 {
     QVector<Fault> taken;
-    for (Fault &fault : faults_) {
+    for (Fault &fault : m_faults) {
         if (!fault.matches(request))
             continue;
         if (fault.skip > 0) {
@@ -290,7 +291,7 @@ QVector<Fault> FaultList::take(const QByteArray &request)
 void FaultList::dropSpent()
 {
     const auto isSpent = [](const Fault &fault) { return fault.remaining == 0; };
-    faults_.erase(std::remove_if(faults_.begin(), faults_.end(), isSpent), faults_.end());
+    m_faults.erase(std::remove_if(m_faults.begin(), m_faults.end(), isSpent), m_faults.end());
 }
 
 bool FaultList::isBabbling() const
@@ -300,20 +301,20 @@ bool FaultList::isBabbling() const
 
 qint64 FaultList::nextBabble() const
 {
-    const auto babbles = [](const Fault &fault) { return fault.kind->name == QByteArray(BabbleFault); };
-    const bool any = std::any_of(faults_.begin(), faults_.end(), babbles);
-    return any ? nextBabble_ : std::numeric_limits<qint64>::max();
+    const auto babbles = [](const Fault &fault) { return fault.kind->name == QByteArray(babbleFault); };
+    const bool any = std::any_of(m_faults.begin(), m_faults.end(), babbles);
+    return any ? m_nextBabble : std::numeric_limits<qint64>::max();
 }
 
 // Several babblers of one list would only be a faster one, so the first sets the pace.
 QByteArray FaultList::takeBabble(qint64 now)
 {
     QByteArray bytes;
-    for (Fault &fault : faults_) {
-        if (fault.kind->name != QByteArray(BabbleFault) || now < nextBabble_)
+    for (Fault &fault : m_faults) {
+        if (fault.kind->name != QByteArray(babbleFault) || now < m_nextBabble)
             continue;
-        bytes.append(char(fault.number("byte")));
-        nextBabble_ = now + std::max(1, fault.number("ms")) * 1000LL;
+        bytes.append(static_cast<char>(fault.number("byte")));
+        m_nextBabble = now + std::max(1, fault.number("ms")) * 1000LL;
         if (fault.remaining > 0)
             --fault.remaining;
     }

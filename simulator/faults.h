@@ -57,9 +57,9 @@ struct FaultKind
 };
 
 /// Names of the kinds that the bus itself carries out.
-constexpr char ResetFault[] = "reset"; ///< power cycle before the exchange
-constexpr char PullFault[] = "pull"; ///< the adapter is pulled instead of an answer
-constexpr char BabbleFault[] = "babble"; ///< a byte again and again, exchange or not
+constexpr char resetFault[] = "reset"; ///< power cycle before the exchange
+constexpr char pullFault[] = "pull"; ///< the adapter is pulled instead of an answer
+constexpr char babbleFault[] = "babble"; ///< a byte again and again, exchange or not
 
 const QVector<FaultKind> &faultKinds();
 
@@ -71,8 +71,8 @@ class FaultList
 {
 public:
     void add(const Fault &fault, qint64 now);
-    void clear() { faults_.clear(); }
-    const QVector<Fault> &all() const { return faults_; }
+    void clear() { m_faults.clear(); }
+    const QVector<Fault> &all() const { return m_faults; }
 
     /// Counts the exchange against every fault that it matches and returns those that disturb it.
     QVector<Fault> take(const QByteArray &request);
@@ -86,8 +86,8 @@ private:
     bool isBabbling() const;
     void dropSpent();
 
-    QVector<Fault> faults_;
-    qint64 nextBabble_ = 0;
+    QVector<Fault> m_faults;
+    qint64 m_nextBabble = 0;
 };
 
 } // namespace z7sim

@@ -11,16 +11,16 @@ class FileDescriptor
 public:
     FileDescriptor() = default;
     explicit FileDescriptor(int fd)
-        : fd_(fd)
+        : m_fd(fd)
     {
     }
     FileDescriptor(FileDescriptor &&other) noexcept
-        : fd_(std::exchange(other.fd_, -1))
+        : m_fd(std::exchange(other.m_fd, -1))
     {
     }
     FileDescriptor &operator=(FileDescriptor &&other) noexcept
     {
-        std::swap(fd_, other.fd_);
+        std::swap(m_fd, other.m_fd);
         other.reset();
         return *this;
     }
@@ -28,15 +28,15 @@ public:
 
     void reset()
     {
-        if (fd_ >= 0)
-            ::close(fd_);
-        fd_ = -1;
+        if (m_fd >= 0)
+            ::close(m_fd);
+        m_fd = -1;
     }
-    bool isValid() const { return fd_ >= 0; }
-    int get() const { return fd_; }
+    bool isValid() const { return m_fd >= 0; }
+    int get() const { return m_fd; }
 
 private:
-    int fd_ = -1;
+    int m_fd = -1;
 };
 
 } // namespace z7sim

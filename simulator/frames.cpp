@@ -28,13 +28,15 @@ int requestLength(quint8 command)
 
 quint8 checksum(const QByteArray &bytes)
 {
-    const auto add = [](quint8 sum, char byte) { return quint8(sum + quint8(byte)); };
-    return std::accumulate(bytes.begin(), bytes.end(), quint8(0), add) ^ 0x55;
+    const auto add = [](quint8 sum, char byte) {
+        return static_cast<quint8>(sum + static_cast<quint8>(byte));
+    };
+    return std::accumulate(bytes.begin(), bytes.end(), quint8 {}, add) ^ 0x55;
 }
 
 QByteArray sealed(const QByteArray &frame)
 {
-    return frame + char(checksum(frame));
+    return frame + static_cast<char>(checksum(frame));
 }
 
 QByteArray resealed(const QByteArray &frame)
@@ -49,17 +51,17 @@ bool isIntact(const QByteArray &frame)
 
 quint8 byteAt(const QByteArray &frame, int position)
 {
-    return quint8(frame.at(position));
+    return static_cast<quint8>(frame.at(position));
 }
 
 quint16 wordAt(const QByteArray &frame, int position)
 {
-    return quint16(byteAt(frame, position) << 8 | byteAt(frame, position + 1));
+    return static_cast<quint16>(byteAt(frame, position) << 8 | byteAt(frame, position + 1));
 }
 
 void appendWord(QByteArray &frame, quint16 word)
 {
-    frame.append(char(word >> 8)).append(char(word));
+    frame.append(static_cast<char>(word >> 8)).append(static_cast<char>(word));
 }
 
 quint32 storedPassword(quint32 password)
@@ -69,18 +71,19 @@ quint32 storedPassword(quint32 password)
 
 quint32 passwordAt(const QByteArray &frame, int position)
 {
-    return storedPassword(quint32(wordAt(frame, position)) << 16 | wordAt(frame, position + 2));
+    return storedPassword(static_cast<quint32>(wordAt(frame, position)) << 16 | wordAt(frame, position + 2));
 }
 
 QByteArray replyHead(const QByteArray &request)
 {
-    return QByteArray(1, char(request.at(0) | char(0x80))) + request.at(1);
+    return QByteArray(1, static_cast<char>(request.at(0) | '\x80')) + request.at(1);
 }
 
 QByteArray shortErrorReply(int address, quint8 bits)
 {
-    const quint8 filler = quint8((bits ^ 0x55) - 0x85 - address);
-    return QByteArray(1, char(0x85)) + char(address) + char(filler) + char(bits);
+    const quint8 filler = static_cast<quint8>((bits ^ 0x55) - 0x85 - address);
+    return QByteArray(1, '\x85') + static_cast<char>(address) + static_cast<char>(filler)
+        + static_cast<char>(bits);
 }
 
 std::optional<int> parameterNumber(const QByteArray &request)

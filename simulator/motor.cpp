@@ -7,13 +7,13 @@ namespace z7sim {
 
 namespace {
 
-constexpr double FrictionPerRpm = 0.5; // mA
-constexpr double RampCurrent = 500; // mA
-constexpr double DegreesPerMilliamp = 0.01;
-constexpr double WarmingSeconds = 30;
-constexpr double AmbientDegrees = 24;
-constexpr double AmbientSwing = 2;
-constexpr double AmbientPeriodUs = 90e6;
+constexpr double frictionPerRpm = 0.5; // mA
+constexpr double rampCurrent = 500; // mA
+constexpr double degreesPerMilliamp = 0.01;
+constexpr double warmingSeconds = 30;
+constexpr double ambientDegrees = 24;
+constexpr double ambientSwing = 2;
+constexpr double ambientPeriodUs = 90e6;
 
 double ramp(double speed, double target, const MotorDemand &demand)
 {
@@ -26,28 +26,29 @@ double ramp(double speed, double target, const MotorDemand &demand)
 
 double ambient(qint64 now)
 {
-    return AmbientDegrees
-        + AmbientSwing * std::sin(2 * M_PI * std::fmod(double(now), AmbientPeriodUs) / AmbientPeriodUs);
+    return ambientDegrees
+        + ambientSwing
+        * std::sin(2 * M_PI * std::fmod(static_cast<double>(now), ambientPeriodUs) / ambientPeriodUs);
 }
 
 } // namespace
 
 bool Motor::turns() const
 {
-    return std::abs(speed_) >= 0.5;
+    return std::abs(m_speed) >= 0.5;
 }
 
 void Motor::advance(qint64 now, const MotorDemand &demand)
 {
-    if (last_ < 0)
-        last_ = now;
-    const double seconds = double(now - last_) / 1e6;
-    last_ = now;
+    if (m_last < 0)
+        m_last = now;
+    const double seconds = static_cast<double>(now - m_last) / 1e6;
+    m_last = now;
     const double rest = followRamp(seconds, demand);
-    turn(rest, speed_);
+    turn(rest, m_speed);
     const double ramping =
-        speed_ == demand.setPoint ? 0 : std::copysign(RampCurrent, demand.setPoint - speed_);
-    current_ = speed_ * FrictionPerRpm + ramping;
+        m_speed == demand.setPoint ? 0 : std::copysign(rampCurrent, demand.setPoint - m_speed);
+    m_current = m_speed * frictionPerRpm + ramping;
     warmUp(now, seconds);
 }
 
@@ -55,12 +56,12 @@ void Motor::advance(qint64 now, const MotorDemand &demand)
 // because braking and accelerating have ramps of their own.
 double Motor::followRamp(double seconds, const MotorDemand &demand)
 {
-    while (seconds > 0 && speed_ != demand.setPoint) {
-        const double target = speed_ * demand.setPoint < 0 ? 0 : demand.setPoint;
-        const double rate = ramp(speed_, target, demand);
-        const double needed = std::abs(target - speed_) / rate;
+    while (seconds > 0 && m_speed != demand.setPoint) {
+        const double target = m_speed * demand.setPoint < 0 ? 0 : demand.setPoint;
+        const double rate = ramp(m_speed, target, demand);
+        const double needed = std::abs(target - m_speed) / rate;
         const double step = std::min(needed, seconds);
-        turn(step, needed <= seconds ? target : speed_ + std::copysign(rate * step, target - speed_));
+        turn(step, needed <= seconds ? target : m_speed + std::copysign(rate * step, target - m_speed));
         seconds -= step;
     }
     return seconds;
@@ -68,14 +69,14 @@ double Motor::followRamp(double seconds, const MotorDemand &demand)
 
 void Motor::turn(double seconds, double toSpeed)
 {
-    position_ += (speed_ + toSpeed) / 2 * seconds / 60;
-    speed_ = toSpeed;
+    m_position += (m_speed + toSpeed) / 2 * seconds / 60;
+    m_speed = toSpeed;
 }
 
 void Motor::warmUp(qint64 now, double seconds)
 {
-    const double target = ambient(now) + std::abs(current_) * DegreesPerMilliamp;
-    temperature_ += (target - temperature_) * (1 - std::exp(-seconds / WarmingSeconds));
+    const double target = ambient(now) + std::abs(m_current) * degreesPerMilliamp;
+    m_temperature += (target - m_temperature) * (1 - std::exp(-seconds / warmingSeconds));
 }
 
 } // namespace z7sim

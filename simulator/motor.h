@@ -23,10 +23,10 @@ public:
     /// Lets the time since the last call pass under this demand.
     void advance(qint64 now, const MotorDemand &demand);
 
-    double speed() const { return speed_; } ///< rpm
-    double position() const { return position_; } ///< turns
-    double temperature() const { return temperature_; } ///< degrees Celsius
-    double current() const { return current_; } ///< mA
+    double speed() const { return m_speed; } ///< rpm
+    double position() const { return m_position; } ///< turns
+    double temperature() const { return m_temperature; } ///< degrees Celsius
+    double current() const { return m_current; } ///< mA
     bool turns() const;
 
 private:
@@ -34,11 +34,11 @@ private:
     void turn(double seconds, double toSpeed);
     void warmUp(qint64 now, double seconds);
 
-    qint64 last_ = -1;
-    double speed_ = 0;
-    double position_ = 0;
-    double temperature_ = 24;
-    double current_ = 0;
+    qint64 m_last = -1;
+    double m_speed = 0;
+    double m_position = 0;
+    double m_temperature = 24;
+    double m_current = 0;
 };
 
 } // namespace z7sim

@@ -21,16 +21,16 @@ PseudoTerminal::~PseudoTerminal()
 QString PseudoTerminal::open()
 {
     close();
-    master_ = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    m_master = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     char name[64] = {};
-    if (!master_.isValid() || ::grantpt(master_.get()) != 0 || ::unlockpt(master_.get()) != 0
-        || ::ptsname_r(master_.get(), name, sizeof name) != 0)
+    if (!m_master.isValid() || ::grantpt(m_master.get()) != 0 || ::unlockpt(m_master.get()) != 0
+        || ::ptsname_r(m_master.get(), name, sizeof name) != 0)
         return fail("no pseudo terminal");
-    path_ = QString::fromLocal8Bit(name);
+    m_path = QString::fromLocal8Bit(name);
     if (!openSlave())
         return fail("no raw mode");
-    openers_ = FileDescriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    if (::inotify_add_watch(openers_.get(), name, IN_OPEN | IN_CLOSE) < 0)
+    m_openers = FileDescriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    if (::inotify_add_watch(m_openers.get(), name, IN_OPEN | IN_CLOSE) < 0)
         return fail("no watch on the port");
     return placeLink() ? QString() : fail("no link");
 }
@@ -45,36 +45,36 @@ QString PseudoTerminal::fail(const char *what)
 
 bool PseudoTerminal::openSlave()
 {
-    slave_ = FileDescriptor(::open(qPrintable(path_), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    m_slave = FileDescriptor(::open(qPrintable(m_path), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     termios settings = {};
-    if (::tcgetattr(slave_.get(), &settings) != 0)
+    if (::tcgetattr(m_slave.get(), &settings) != 0)
         return false;
     ::cfmakeraw(&settings);
     ::cfsetspeed(&settings, B115200);
-    return ::tcsetattr(slave_.get(), TCSANOW, &settings) == 0;
+    return ::tcsetattr(m_slave.get(), TCSANOW, &settings) == 0;
 }
 
 // Made aside and moved into place, so that nobody ever finds the link missing.
 bool PseudoTerminal::placeLink() const
 {
-    if (link_.isEmpty())
+    if (m_link.isEmpty())
         return true;
-    const QByteArray target = QFile::encodeName(link_);
+    const QByteArray target = QFile::encodeName(m_link);
     const QByteArray aside = target + ".new";
     ::unlink(aside.constData());
-    return ::symlink(qPrintable(path_), aside.constData()) == 0
+    return ::symlink(qPrintable(m_path), aside.constData()) == 0
         && std::rename(aside.constData(), target.constData()) == 0;
 }
 
 void PseudoTerminal::close()
 {
-    if (isOpen() && !link_.isEmpty() && QFile::symLinkTarget(link_) == path_)
-        QFile::remove(link_);
-    openers_.reset();
-    slave_.reset();
-    master_.reset();
-    openCount_ = 0;
-    path_.clear();
+    if (isOpen() && !m_link.isEmpty() && QFile::symLinkTarget(m_link) == m_path)
+        QFile::remove(m_link);
+    m_openers.reset();
+    m_slave.reset();
+    m_master.reset();
+    m_openCount = 0;
+    m_path.clear();
 }
 
 QByteArray PseudoTerminal::read()
@@ -82,17 +82,17 @@ QByteArray PseudoTerminal::read()
     followOpeners();
     QByteArray bytes;
     char buffer[4096];
-    for (ssize_t count = 0; (count = ::read(master_.get(), buffer, sizeof buffer)) > 0;)
-        bytes.append(buffer, int(count));
+    for (ssize_t count = 0; (count = ::read(m_master.get(), buffer, sizeof buffer)) > 0;)
+        bytes.append(buffer, static_cast<int>(count));
     return bytes;
 }
 
 void PseudoTerminal::write(const QByteArray &bytes)
 {
     followOpeners();
-    if (openCount_ == 0)
+    if (m_openCount == 0)
         return;
-    const ssize_t written = ::write(master_.get(), bytes.constData(), size_t(bytes.size()));
+    const ssize_t written = ::write(m_master.get(), bytes.constData(), static_cast<size_t>(bytes.size()));
     Q_UNUSED(written) // a full buffer loses bytes as a real port does
 }
 
@@ -100,12 +100,12 @@ void PseudoTerminal::write(const QByteArray &bytes)
 void PseudoTerminal::followOpeners()
 {
     alignas(inotify_event) char buffer[4096];
-    for (ssize_t count = 0; (count = ::read(openers_.get(), buffer, sizeof buffer)) > 0;) {
+    for (ssize_t count = 0; (count = ::read(m_openers.get(), buffer, sizeof buffer)) > 0;) {
         for (ssize_t position = 0; position < count;) {
             const auto *event = reinterpret_cast<const inotify_event *>(buffer + position);
-            openCount_ += event->mask & IN_OPEN ? 1 : -1;
-            position += ssize_t(sizeof(inotify_event) + event->len);
-            if (openCount_ == 0)
+            m_openCount += event->mask & IN_OPEN ? 1 : -1;
+            position += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+            if (m_openCount == 0)
                 lastOpenerLeft();
         }
     }
@@ -114,8 +114,8 @@ void PseudoTerminal::followOpeners()
 // A program that died with the port open has left it exclusive; a real port forgets that as well.
 void PseudoTerminal::lastOpenerLeft()
 {
-    ::tcflush(slave_.get(), TCIFLUSH);
-    ::ioctl(slave_.get(), TIOCNXCL);
+    ::tcflush(m_slave.get(), TCIFLUSH);
+    ::ioctl(m_slave.get(), TIOCNXCL);
 }
 
 } // namespace z7sim

@@ -19,18 +19,18 @@ public:
     PseudoTerminal(PseudoTerminal &&) = delete;
 
     /// A symbolic link that always points to the present slave; set before open(). It is removed by close().
-    void setLink(const QString &link) { link_ = link; }
-    QString link() const { return link_; }
+    void setLink(const QString &link) { m_link = link; }
+    QString link() const { return m_link; }
 
     /// Puts the adapter in: makes a new pseudo terminal in raw mode. Returns an empty text, or what went
     /// wrong.
     QString open();
     /// Pulls the adapter: whoever has the slave open gets a hang-up.
     void close();
-    bool isOpen() const { return master_.isValid(); }
+    bool isOpen() const { return m_master.isValid(); }
 
-    QString path() const { return path_; } ///< of the slave, empty while closed
-    int descriptor() const { return master_.get(); } ///< to wait on, -1 while closed
+    QString path() const { return m_path; } ///< of the slave, empty while closed
+    int descriptor() const { return m_master.get(); } ///< to wait on, -1 while closed
 
     /// Everything that the master program has sent, without waiting.
     QByteArray read();
@@ -44,12 +44,12 @@ private:
     void followOpeners();
     void lastOpenerLeft();
 
-    FileDescriptor master_;
-    FileDescriptor slave_; ///< kept open, so that the master sees no hang-up between two openers
-    FileDescriptor openers_; ///< tells when the slave is opened and closed
-    int openCount_ = 0;
-    QString path_;
-    QString link_;
+    FileDescriptor m_master;
+    FileDescriptor m_slave; ///< kept open, so that the master sees no hang-up between two openers
+    FileDescriptor m_openers; ///< tells when the slave is opened and closed
+    int m_openCount = 0;
+    QString m_path;
+    QString m_link;
 };
 
 } // namespace z7sim

@@ -40,7 +40,7 @@ class SimulatedBus::Worker
 {
 public:
     explicit Worker(const BusConfig &config)
-        : wakeUp_(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
+        : m_wakeUp(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
     {
         bus.timing = {config.paced, config.turnaroundUs};
         bus.definitionFolder = config.definitionFolder;
@@ -51,10 +51,10 @@ public:
 
     ~Worker()
     {
-        if (!thread_.joinable())
+        if (!m_thread.joinable())
             return;
-        run([this] { stopping_ = true; });
-        thread_.join();
+        run([this] { m_stopping = true; });
+        m_thread.join();
     }
 
     bool addDrive(const DriveConfig &config)
@@ -67,25 +67,25 @@ public:
 
     bool start()
     {
-        if (thread_.joinable())
+        if (m_thread.joinable())
             return true;
         if (errorText.isEmpty())
             errorText = port.open();
         if (errorText.isEmpty())
-            thread_ = std::thread([this] { loop(); });
+            m_thread = std::thread([this] { loop(); });
         return errorText.isEmpty();
     }
 
     /// Carries out a job between two exchanges and waits for its end.
     void run(const std::function<void()> &job)
     {
-        std::unique_lock<std::mutex> lock(mutex_);
-        if (!thread_.joinable())
+        std::unique_lock<std::mutex> lock(m_mutex);
+        if (!m_thread.joinable())
             return job();
         bool done = false;
-        jobs_.push_back([&] { job(), done = true; });
-        ::eventfd_write(wakeUp_.get(), 1);
-        finished_.wait(lock, [&done] { return done; });
+        m_jobs.push_back([&] { job(), done = true; });
+        ::eventfd_write(m_wakeUp.get(), 1);
+        m_finished.wait(lock, [&done] { return done; });
     }
 
     Bus bus;
@@ -96,7 +96,7 @@ private:
     void loop()
     {
         askForExactTimers();
-        while (!stopping_) {
+        while (!m_stopping) {
             waitForWork();
             if (port.isOpen())
                 receive();
@@ -109,14 +109,14 @@ private:
 
     void waitForWork()
     {
-        pollfd waits[] = {{wakeUp_.get(), POLLIN, 0}, {port.descriptor(), POLLIN, 0}};
+        pollfd waits[] = {{m_wakeUp.get(), POLLIN, 0}, {port.descriptor(), POLLIN, 0}};
         const qint64 due = bus.nextDue();
         if (due == std::numeric_limits<qint64>::max()) {
             ::ppoll(waits, 2, nullptr, nullptr);
             return;
         }
         const qint64 us = std::max<qint64>(0, due - monotonicUs());
-        const timespec timeout = {time_t(us / 1000000), long(us % 1000000 * 1000)};
+        const timespec timeout = {static_cast<time_t>(us / 1000000), static_cast<long>(us % 1000000 * 1000)};
         ::ppoll(waits, 2, &timeout, nullptr);
     }
 
@@ -131,24 +131,24 @@ private:
 
     void runJobs()
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         eventfd_t ignored = 0;
-        ::eventfd_read(wakeUp_.get(), &ignored);
-        for (; !jobs_.empty(); jobs_.pop_front())
-            jobs_.front()();
-        finished_.notify_all();
+        ::eventfd_read(m_wakeUp.get(), &ignored);
+        for (; !m_jobs.empty(); m_jobs.pop_front())
+            m_jobs.front()();
+        m_finished.notify_all();
     }
 
-    const FileDescriptor wakeUp_;
-    std::mutex mutex_;
-    std::condition_variable finished_;
-    std::deque<std::function<void()>> jobs_;
-    bool stopping_ = false;
-    std::thread thread_;
+    const FileDescriptor m_wakeUp;
+    std::mutex m_mutex;
+    std::condition_variable m_finished;
+    std::deque<std::function<void()>> m_jobs;
+    bool m_stopping = false;
+    std::thread m_thread;
 };
 
 SimulatedBus::SimulatedBus(const BusConfig &config)
-    : worker_(std::make_unique<Worker>(config))
+    : m_worker(std::make_unique<Worker>(config))
 {
 }
 
@@ -156,66 +156,66 @@ SimulatedBus::~SimulatedBus() = default;
 
 bool SimulatedBus::start()
 {
-    return worker_->start();
+    return m_worker->start();
 }
 
 QString SimulatedBus::errorText() const
 {
     QString text;
-    worker_->run([&] { text = worker_->errorText; });
+    m_worker->run([&] { text = m_worker->errorText; });
     return text;
 }
 
 QString SimulatedBus::portPath() const
 {
     QString path;
-    worker_->run([&] { path = worker_->port.path(); });
+    m_worker->run([&] { path = m_worker->port.path(); });
     return path;
 }
 
 bool SimulatedBus::addDrive(const DriveConfig &config)
 {
     bool added = false;
-    worker_->run([&] { added = worker_->addDrive(config); });
+    m_worker->run([&] { added = m_worker->addDrive(config); });
     return added;
 }
 
 int SimulatedBus::memory(int address, int number) const
 {
     std::optional<int> value;
-    worker_->run([&] {
-        if (Bus::Station *station = worker_->bus.find(address))
+    m_worker->run([&] {
+        if (Bus::Station *station = m_worker->bus.find(address))
             value = station->drive.memory(number, monotonicUs());
     });
-    return value.value_or(NoValue);
+    return value.value_or(noValue);
 }
 
 int SimulatedBus::flash(int address, int number) const
 {
     std::optional<int> value;
-    worker_->run([&] {
-        if (const Bus::Station *station = worker_->bus.find(address))
+    m_worker->run([&] {
+        if (const Bus::Station *station = m_worker->bus.find(address))
             value = station->drive.flash(number);
     });
-    return value.value_or(NoValue);
+    return value.value_or(noValue);
 }
 
 QVector<WireEntry> SimulatedBus::log() const
 {
     QVector<WireEntry> entries;
-    worker_->run([&] { entries = worker_->bus.log.entries(); });
+    m_worker->run([&] { entries = m_worker->bus.log.entries(); });
     return entries;
 }
 
 void SimulatedBus::clearLog()
 {
-    worker_->run([this] { worker_->bus.log.clear(); });
+    m_worker->run([this] { m_worker->bus.log.clear(); });
 }
 
 QByteArray SimulatedBus::command(const QByteArray &line)
 {
     QByteArray answer;
-    worker_->run([&] { answer = runCommand({worker_->bus, worker_->port, monotonicUs()}, line); });
+    m_worker->run([&] { answer = runCommand({m_worker->bus, m_worker->port, monotonicUs()}, line); });
     return answer;
 }
 

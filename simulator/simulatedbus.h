@@ -38,7 +38,7 @@ class SimulatedBus
 {
 public:
     /// Result of memory() and flash() for a drive or a number that does not exist.
-    static constexpr int NoValue = INT_MIN;
+    static constexpr int noValue = INT_MIN;
 
     explicit SimulatedBus(const BusConfig &config = {});
     /// Hangs the port up, removes the link and ends the thread.
@@ -73,7 +73,7 @@ public:
 
 private:
     class Worker;
-    const std::unique_ptr<Worker> worker_;
+    const std::unique_ptr<Worker> m_worker;
 };
 
 } // namespace z7sim

@@ -9,7 +9,7 @@ std::optional<int> parseNumber(const QByteArray &text)
     const qlonglong value = isHex ? text.mid(2).toLongLong(&ok, 16) : text.toLongLong(&ok, 10);
     if (!ok || value < INT_MIN || value > 0xFFFFFFFFLL)
         return std::nullopt;
-    return int(quint32(value));
+    return static_cast<int>(static_cast<quint32>(value));
 }
 
 std::optional<QByteArray> parseHex(const QByteArray &text)

@@ -24,19 +24,19 @@ struct WireEntry
 class WireLog
 {
 public:
-    static constexpr std::size_t Limit = 200000;
+    static constexpr std::size_t limit = 200000;
 
     void append(const WireEntry &entry)
     {
-        entries_.push_back(entry);
-        if (entries_.size() > Limit)
-            entries_.pop_front();
+        m_entries.push_back(entry);
+        if (m_entries.size() > limit)
+            m_entries.pop_front();
     }
-    void clear() { entries_.clear(); }
-    QVector<WireEntry> entries() const { return QVector<WireEntry>(entries_.begin(), entries_.end()); }
+    void clear() { m_entries.clear(); }
+    QVector<WireEntry> entries() const { return QVector<WireEntry>(m_entries.begin(), m_entries.end()); }
 
 private:
-    std::deque<WireEntry> entries_;
+    std::deque<WireEntry> m_entries;
 };
 
 } // namespace z7sim

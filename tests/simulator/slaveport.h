@@ -12,7 +12,7 @@ public:
     SlavePort(const SlavePort &) = delete;
     SlavePort &operator=(const SlavePort &) = delete;
 
-    bool isOpen() const { return fd_ >= 0; }
+    bool isOpen() const { return m_fd >= 0; }
 
     /// Sends bytes written as hex digits.
     void send(const char *hex);
@@ -37,5 +37,5 @@ public:
 private:
     bool waitForBytes(int timeout) const;
 
-    int fd_;
+    int m_fd;
 };

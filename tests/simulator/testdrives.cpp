@@ -31,8 +31,8 @@ void writeFile(const QString &path, const char *text)
 
 TestDefinitions::TestDefinitions()
 {
-    writeFile(folder_.filePath(QStringLiteral("Z7ParamDef_V123.csv")), Version123);
-    writeFile(folder_.filePath(QStringLiteral("Z7ParamDef_V200.csv")), Version200);
+    writeFile(m_folder.filePath(QStringLiteral("Z7ParamDef_V123.csv")), Version123);
+    writeFile(m_folder.filePath(QStringLiteral("Z7ParamDef_V200.csv")), Version200);
 }
 
 z7sim::BusConfig busWithDrive3(const QString &definitionFolder)

@@ -9,10 +9,10 @@ class TestDefinitions
 {
 public:
     TestDefinitions();
-    QString folder() const { return folder_.path(); }
+    QString folder() const { return m_folder.path(); }
 
 private:
-    QTemporaryDir folder_;
+    QTemporaryDir m_folder;
 };
 
 /// Drive 3 of version V123 with the password 4711, on a bus that costs no time.

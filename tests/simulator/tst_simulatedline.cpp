@@ -251,9 +251,9 @@ void TestSimulatedLine::clearedLogIsEmpty()
 void TestSimulatedLine::logKeepsNewestEntries()
 {
     z7sim::WireLog log;
-    for (int i = 0; i <= int(z7sim::WireLog::Limit); ++i)
+    for (int i = 0; i <= int(z7sim::WireLog::limit); ++i)
         log.append({i, WireEntry::Request, {}, 1});
-    QCOMPARE(log.entries().size(), int(z7sim::WireLog::Limit));
+    QCOMPARE(log.entries().size(), int(z7sim::WireLog::limit));
     QCOMPARE(log.entries().first().us, 1);
 }
 
