@@ -2,13 +2,13 @@
 
 #include "control/services/language.h"
 #include "model/errorcodes.h"
+#include "pages/messages.h"
 #include "pages/programmeroutput.h"
 #include "ui_firmwareuploaddialog.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QProcess>
 #include <QTimer>
 
@@ -203,7 +203,7 @@ void FirmwareUploadDialog::startUpload()
     m_firmwareFile.setFileName(m_ui->edFirmwareFile->text());
     const QString text = objection();
     if (!text.isEmpty()) {
-        QMessageBox::critical(this, commonText("ApplicationTitle", "Z7ConfigTool"), text, QMessageBox::Ok);
+        Messages::showError(this, text);
         return;
     }
     if (!m_uploadProcess) {
@@ -244,14 +244,8 @@ QString FirmwareUploadDialog::objection() const
 
 bool FirmwareUploadDialog::confirmUpload()
 {
-    QMessageBox question(this);
-    question.setText(confirmationText());
-    question.setInformativeText(
+    return Messages::isConfirmed(this, QMessageBox::NoIcon, confirmationText(),
         firmwareText("QuestionStartUpload", "Soll das Update jetzt gestatet werden?"));
-    question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    question.setDefaultButton(QMessageBox::No);
-    question.setModal(true);
-    return question.exec() == QMessageBox::Yes;
 }
 
 void FirmwareUploadDialog::AllDeviceCommunicationStopped()

@@ -2,10 +2,9 @@
 
 #include "control/services/language.h"
 #include "pages/integervalidator.h"
+#include "pages/messages.h"
 #include "pages/pagestyle.h"
 #include "ui_rs485dialog.h"
-
-#include <QMessageBox>
 
 namespace {
 
@@ -72,7 +71,6 @@ void RS485Dialog::updateAdress()
     if (isNumber && address >= lowestAddress && address <= highestAddress)
         emit sendChangeAdress(address);
     else
-        QMessageBox::critical(this, commonText("ApplicationTitle", "Z7ConfigTool"),
-            rs485Text("InvalidAdressMessage", "Als Adresse ist nur der Bereich von 1...255 zulässig."),
-            QMessageBox::Ok);
+        Messages::showError(
+            this, rs485Text("InvalidAdressMessage", "Als Adresse ist nur der Bereich von 1...255 zulässig."));
 }

@@ -3,6 +3,7 @@
 #include "control/services/language.h"
 #include "control/services/services.h"
 #include "model/parameterfile.h"
+#include "pages/messages.h"
 #include "pages/setpassworddialog.h"
 #include "shell/aboutdialog.h"
 #include "shell/deviceselectiondialog.h"
@@ -16,7 +17,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QUrl>
 
 namespace {
@@ -42,7 +42,7 @@ QString withSuffix(const QString &path)
 void showFileError(const QString &text)
 {
     if (!text.isEmpty())
-        QMessageBox::critical(nullptr, fileText("Parameterfile", "Parameterdatei"), text, QMessageBox::Ok);
+        Messages::showError(nullptr, fileText("Parameterfile", "Parameterdatei"), text);
 }
 
 QString nameAndVersion(const Z7Device &device)
@@ -57,8 +57,7 @@ void openFromWorkingFolder(QWidget *window, const QString &fileName, const QStri
     // A "#" or "%" in the name of a folder makes another file of it.
     const bool isThere = QFileInfo(url.toLocalFile()).isFile();
     if (!QDesktopServices::openUrl(url) || !isThere)
-        QMessageBox::critical(
-            window, commonText("ApplicationTitle", "Z7ConfigTool"), failure, QMessageBox::Ok);
+        Messages::showError(window, failure);
 }
 
 } // namespace
@@ -200,14 +199,9 @@ void MainWindow::CallFactoryReset()
     m_topMenu->disableDeviceActions(this);
     const QString text = commonText("ConfirmFactoryReset",
         "Alle Parameter im Motor \"%1\" werden auf die Werkseinstellungen zurücksetzt.");
-    QMessageBox question(this);
-    question.setText(text.arg(deviceName(m_controller->currentDeviceRecord())));
-    question.setIcon(QMessageBox::Warning);
-    question.setInformativeText(commonText("QuestionContinue", "Fortfahren?"));
-    question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    question.setDefaultButton(QMessageBox::No);
-    question.setModal(true);
-    if (question.exec() == QMessageBox::Yes)
+    if (Messages::isConfirmed(this, QMessageBox::Warning,
+            text.arg(deviceName(m_controller->currentDeviceRecord())),
+            commonText("QuestionContinue", "Fortfahren?")))
         m_controller->SetFactorySettingsData();
     m_topMenu->enableDeviceActions(this);
 }
