@@ -1,17 +1,18 @@
 #include "tests/e2e/journey.h"
 
-#include "tests/e2e/person.h"
+#include "tests/support/person.h"
+#include "tests/support/tablerows.h"
 
+#include <QDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QTableWidget>
+#include <QListWidget>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QtTest>
 
-namespace {
+#include <algorithm>
 
-enum Column { NumberColumn, NameColumn, DeviceColumn, UnitColumn, UserColumn, RemarkColumn };
+namespace {
 
 const QStringList driveStates {QStringLiteral("active"), QStringLiteral("inactive"),
     QStringLiteral("active_modified"), QStringLiteral("inactive_modified")};
@@ -128,10 +129,7 @@ bool Journey::showPage(const QString &drive, const QString &title) const
 bool Journey::clickIsHeard(QTreeWidgetItem *item) const
 {
     const SwitchWatch watch(m_window->findChild<QWidget *>(QStringLiteral("DeviceCommButtonFrame")));
-    QTreeWidget *tree = item->treeWidget();
-    tree->scrollToItem(item);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
-    return watch.wasSwitched();
+    return Person::click(item) && watch.wasSwitched();
 }
 
 QString Journey::pageTitle() const
@@ -191,6 +189,35 @@ ControlBar Journey::bar() const
     return bar;
 }
 
+// --- the dialogs
+// -----------------------------------------------------------------------------------------------
+
+const QDialog &Journey::dialog(const char *name) const
+{
+    const auto dialogs = m_window->findChildren<QDialog *>(QString::fromLatin1(name));
+    if (dialogs.isEmpty())
+        qFatal("the window has no dialog %s", name);
+    return *dialogs.constLast();
+}
+
+bool Journey::tickDrives(const QList<int> &rows) const
+{
+    auto *list = dialog("DeviceSelectionDialog").findChild<QListWidget *>(QStringLiteral("lstDevices"));
+    return std::all_of(rows.begin(), rows.end(), [list](int row) { return Person::tickRow(list, row); });
+}
+
+bool Journey::pickDrives(const QList<int> &rows) const
+{
+    return tickDrives(rows) && Person::press(dialog("DeviceSelectionDialog"), "BtnOK");
+}
+
+bool Journey::changePassword(const QString &from, const QString &to) const
+{
+    const QDialog &asked = dialog("SetPasswordDialog");
+    return Person::type(asked, "edOldPassword", from) && Person::type(asked, "edNewPassword_1", to)
+        && Person::type(asked, "edNewPassword_2", to) && Person::press(asked, "BtnOK");
+}
+
 // --- the table
 // -------------------------------------------------------------------------------------------------
 
@@ -206,16 +233,7 @@ int Journey::rowCount() const
 
 int Journey::rowOf(int number) const
 {
-    for (int row = 0; row < rowCount(); ++row) {
-        if (table()->item(row, NumberColumn)->text() == QString::number(number))
-            return row;
-    }
-    return -1;
-}
-
-QLineEdit *Journey::field(int row) const
-{
-    return row < 0 ? nullptr : qobject_cast<QLineEdit *>(table()->cellWidget(row, UserColumn));
+    return table() ? tableRow(*table(), number) : -1;
 }
 
 bool Journey::typeValue(int number, const QString &text, int pauseMs) const
@@ -223,8 +241,8 @@ bool Journey::typeValue(int number, const QString &text, int pauseMs) const
     const int row = rowOf(number);
     if (row < 0)
         return false;
-    table()->scrollToItem(table()->item(row, NumberColumn));
-    return Person::type(field(row), text, pauseMs);
+    table()->scrollToItem(table()->item(row, TableColumn::Number));
+    return Person::type(tableField(*table(), number), text, pauseMs);
 }
 
 TableRow Journey::row(int number) const
@@ -234,13 +252,14 @@ TableRow Journey::row(int number) const
         return TableRow();
     const auto text = [this, row](int column) { return table()->item(row, column)->text(); };
     TableRow seen;
-    seen.name = text(NameColumn);
-    seen.deviceValue = text(DeviceColumn);
-    seen.unit = text(UnitColumn);
-    seen.remark = text(RemarkColumn);
-    seen.userValue = field(row)->text();
-    seen.writable = field(row)->isEnabled();
-    seen.colour = table()->item(row, NumberColumn)->background().color();
-    seen.bold = field(row)->font().bold();
+    const QLineEdit *field = tableField(*table(), number);
+    seen.name = text(TableColumn::Name);
+    seen.deviceValue = text(TableColumn::DeviceValue);
+    seen.unit = text(TableColumn::Unit);
+    seen.remark = text(TableColumn::Remark);
+    seen.userValue = field->text();
+    seen.writable = field->isEnabled();
+    seen.colour = table()->item(row, TableColumn::Number)->background().color();
+    seen.bold = field->font().bold();
     return seen;
 }

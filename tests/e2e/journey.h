@@ -8,7 +8,7 @@
 
 #include <memory>
 
-class QLineEdit;
+class QDialog;
 class QTableWidget;
 class QTreeWidgetItem;
 
@@ -80,6 +80,15 @@ public:
     QString conflictLine() const;
     ControlBar bar() const;
 
+    /// The dialog of that name that was made last; ends the test program if there is none.
+    const QDialog &dialog(const char *name) const;
+    /// Ticks rows of the dialog that offers drives.
+    bool tickDrives(const QList<int> &rows) const;
+    /// The same, and confirms.
+    bool pickDrives(const QList<int> &rows) const;
+    /// Fills in the dialog for a new password and confirms.
+    bool changePassword(const QString &from, const QString &to) const;
+
     /// Types a value into the row of a parameter in the table; an empty text empties the field.
     bool typeValue(int number, const QString &text, int pauseMs = 0) const;
     TableRow row(int number) const;
@@ -90,7 +99,6 @@ private:
     bool clickIsHeard(QTreeWidgetItem *item) const;
     QTableWidget *table() const;
     int rowOf(int number) const;
-    QLineEdit *field(int row) const;
 
     std::unique_ptr<MainWindow> m_window;
 };

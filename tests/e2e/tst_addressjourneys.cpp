@@ -1,10 +1,10 @@
 // A drive gets another bus address, and another operating mode, under a person's hands.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -47,7 +47,7 @@ void TestAddressJourneys::move(const Journey &journey, z7sim::SimulatedBus &bus,
     QVERIFY(journey.showPage(driveName(from), QStringLiteral("RS485")));
     QTRY_COMPARE(Person::textOf(journey.window(), "lParam0x52Device"), QString::number(from));
     QVERIFY(Person::type(field(journey, "edParam0x52User"), QString::number(to)));
-    QVERIFY(Person::press(journey.window(), "BtnChangeAdress"));
+    QVERIFY(journey.press("BtnChangeAdress"));
 
     QTRY_COMPARE_WITH_TIMEOUT(bus.command("get " + QByteArray::number(to) + " address"),
         "ok " + QByteArray::number(to), Person::patienceMs);
@@ -85,7 +85,7 @@ void TestAddressJourneys::addressOutOfRangeIsNotSent()
     QVERIFY(journey.showPage(driveName(3), QStringLiteral("RS485")));
     QVERIFY(Person::type(field(journey, "edParam0x52User"), QStringLiteral("256")));
     const MessageBoxAnswerer user(QMessageBox::Ok);
-    QVERIFY(Person::press(journey.window(), "BtnChangeAdress"));
+    QVERIFY(journey.press("BtnChangeAdress"));
     QCOMPARE(user.count(), 1);
     QCOMPARE(bus.command("get 3 address"), QByteArray("ok 3"));
 }

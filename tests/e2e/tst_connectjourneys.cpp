@@ -1,10 +1,10 @@
 // From the tool button to the tree: the ways to one drive, and what keeps a drive out.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QtTest>
 

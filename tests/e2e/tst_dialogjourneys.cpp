@@ -3,14 +3,12 @@
 #include "pages/setpassworddialog.h"
 #include "shell/deviceselectiondialog.h"
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
-#include <QLineEdit>
-#include <QListWidget>
 #include <QXmlStreamReader>
 #include <QtTest>
 
@@ -70,25 +68,6 @@ struct Desk
             return journey.row(23).deviceValue == QString::number(bus.memory(address, 23));
         });
     }
-    /// Ticks rows of the dialog that picks drives, and confirms.
-    bool pick(const QList<int> &rows) const
-    {
-        const auto *dialog = journey.window().findChildren<DeviceSelectionDialog *>().constLast();
-        auto *list = dialog->findChild<QListWidget *>("lstDevices");
-        for (const int row : rows) {
-            list->setCurrentRow(row);
-            QTest::keyClick(list, Qt::Key_Space);
-        }
-        return Person::press(*dialog, "BtnOK");
-    }
-    bool changePassword(const QString &from, const QString &to) const
-    {
-        const auto *dialog = journey.window().findChild<SetPasswordDialog *>();
-        return Person::type(dialog->findChild<QLineEdit *>("edOldPassword"), from)
-            && Person::type(dialog->findChild<QLineEdit *>("edNewPassword_1"), to)
-            && Person::type(dialog->findChild<QLineEdit *>("edNewPassword_2"), to)
-            && Person::press(*dialog, "BtnOK");
-    }
 
     TestBench bench;
     z7sim::SimulatedBus &bus;
@@ -116,13 +95,13 @@ void TestDialogJourneys::newPasswordIsInForceAfterAWrongOldOne()
     QVERIFY(desk.connectAll());
     QVERIFY(desk.showTable(1));
 
-    QVERIFY(Person::press(journey.window(), "BtnSetPassword"));
-    QVERIFY(desk.changePassword("5", "4711"));
+    QVERIFY(journey.press("BtnSetPassword"));
+    QVERIFY(journey.changePassword("5", "4711"));
     QCOMPARE(Person::textOf(*journey.window().findChild<SetPasswordDialog *>(), "lError"),
         QStringLiteral("Falsches Passwort, bitte wiederholen Sie Ihre Eingabe."));
     QCOMPARE(desk.bus.command("get 1 password"), QByteArray("ok 0"));
 
-    QVERIFY(desk.changePassword("0", "4711"));
+    QVERIFY(journey.changePassword("0", "4711"));
     QTRY_COMPARE(desk.bus.command("get 1 password"), QByteArray("ok 4711"));
 
     // The live update logs on with it from the next pass on, and so does whoever connects after a power
@@ -143,7 +122,7 @@ void TestDialogJourneys::parameterSetOfOneDriveIsPutOnTwoOfThree()
     QVERIFY(journey.typeValue(23, "-777"));
     {
         const FileDialogUser user("set");
-        QVERIFY(Person::press(journey.window(), "BtnSaveAs"));
+        QVERIFY(journey.press("BtnSaveAs"));
         QCOMPARE(user.count(), 1);
     }
     const QMap<int, int> saved = valuesIn("set.z7param");
@@ -156,9 +135,9 @@ void TestDialogJourneys::parameterSetOfOneDriveIsPutOnTwoOfThree()
 
     {
         const FileDialogUser user("set.z7param");
-        QVERIFY(Person::press(journey.window(), "BtnOpen"));
+        QVERIFY(journey.press("BtnOpen"));
     }
-    QVERIFY(desk.pick({0, 2}));
+    QVERIFY(journey.pickDrives({0, 2}));
     for (const int address : {1, 3}) {
         QVERIFY(desk.showTable(address));
         QVERIFY(journey.mark(driveName(address), table).endsWith("modified"));
@@ -182,13 +161,13 @@ void TestDialogJourneys::factorySettingsComeBackOnceTheAnswerIsYes()
     QTRY_COMPARE(desk.bus.memory(1, 23), 333);
     {
         const MessageBoxAnswerer user(QMessageBox::No);
-        QVERIFY(Person::press(journey.window(), "BtnFactoryReset"));
+        QVERIFY(journey.press("BtnFactoryReset"));
         QCOMPARE(user.count(), 1);
     }
     QTRY_COMPARE(journey.row(23).deviceValue, QStringLiteral("333"));
     {
         const MessageBoxAnswerer user(QMessageBox::Yes);
-        QVERIFY(Person::press(journey.window(), "BtnFactoryReset"));
+        QVERIFY(journey.press("BtnFactoryReset"));
         QCOMPARE(user.count(), 1);
     }
     QTRY_COMPARE_WITH_TIMEOUT(desk.bus.memory(1, 23), 500, Person::patienceMs);
@@ -205,12 +184,12 @@ void TestDialogJourneys::changesOfTwoDrivesAreDiscardedTogether()
         QVERIFY(journey.typeValue(23, QString::number(address)));
     }
     // The dialog is used for the second time, and every drive is reported once more by each use.
-    QVERIFY(Person::press(journey.window(), "BtnResetChanges"));
+    QVERIFY(journey.press("BtnResetChanges"));
     auto *dialog = journey.window().findChild<DeviceSelectionDialog *>();
     QVERIFY(Person::press(*dialog, "BtnAbort"));
     QSignalSpy selected(dialog, SIGNAL(deviceSelected(int)));
-    QVERIFY(Person::press(journey.window(), "BtnResetChanges"));
-    QVERIFY(desk.pick({0, 1}));
+    QVERIFY(journey.press("BtnResetChanges"));
+    QVERIFY(journey.pickDrives({0, 1}));
     QVERIFY(selected.count() >= 4);
     QCOMPARE(selected.count() % 2, 0);
     QTRY_COMPARE(journey.mark(driveName(1), table), QStringLiteral("active"));

@@ -1,10 +1,10 @@
 // The person changes values in the table and is asked before a conflict is written.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QtTest>
 

@@ -1,10 +1,10 @@
 // A drive gets new firmware from an external programmer.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -67,13 +67,13 @@ struct UpdateDesk
     bool chooseImage() const
     {
         const FileDialogUser user(image);
-        return Person::press(journey->window(), "BtnSelectFile") && user.count() == 1;
+        return journey->press("BtnSelectFile") && user.count() == 1;
     }
     /// Presses the button and answers what is asked; the texts that were seen.
     QStringList start(QMessageBox::StandardButton answer = QMessageBox::Yes) const
     {
         const MessageBoxAnswerer user(answer);
-        if (!Person::press(journey->window(), "BtnUploadFirmwareFile"))
+        if (!journey->press("BtnUploadFirmwareFile"))
             return {};
         QStringList texts;
         for (const SeenMessageBox &box : user.seen())

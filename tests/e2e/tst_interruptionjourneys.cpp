@@ -1,9 +1,9 @@
 // Something goes away in the middle of the live update and comes back.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
+#include "tests/support/person.h"
 
 #include <QtTest>
 

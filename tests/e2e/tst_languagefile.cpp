@@ -2,11 +2,11 @@
 // every corner of the window.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/germantexts.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -147,7 +147,7 @@ private:
 
     bool dialog(const char *button, const char *name, const char *leave)
     {
-        if (!done(Person::press(m_journey->window(), button)))
+        if (!done(m_journey->press(button)))
             return false;
         const auto *shown = m_journey->window().findChild<QDialog *>(name);
         return done(Person::press(*shown, leave));
@@ -161,7 +161,7 @@ private:
         m_journey->window().activateWindow();
         return about && dialog("BtnOptions", "optionsdialog", "BtnCancel")
             && dialog("BtnResetChanges", "DeviceSelectionDialog", "BtnAbort")
-            && done(Person::press(m_journey->window(), "BtnSetPassword"))
+            && done(m_journey->press("BtnSetPassword"))
             && done(Person::press(*m_journey->window().findChild<QDialog *>("SetPasswordDialog"), "BtnOK"))
             && Person::press(*m_journey->window().findChild<QDialog *>("SetPasswordDialog"), "BtnAbort");
     }
@@ -182,7 +182,7 @@ private:
     }
     bool box(QMessageBox::StandardButton answer, const char *button)
     {
-        return box(answer, [&] { return Person::press(m_journey->window(), button); });
+        return box(answer, [&] { return m_journey->press(button); });
     }
     bool boxOfAction(const char *action)
     {
@@ -209,11 +209,11 @@ private:
     {
         {
             const FileDialogUser user("everything");
-            if (!Person::press(m_journey->window(), "BtnSaveAs"))
+            if (!m_journey->press("BtnSaveAs"))
                 return false;
         }
         const FileDialogUser user("everything.z7param");
-        return done(Person::press(m_journey->window(), "BtnOpen"))
+        return done(m_journey->press("BtnOpen"))
             && Person::press(
                 *m_journey->window().findChildren<QDialog *>("DeviceSelectionDialog").constLast(),
                 "BtnAbort");
@@ -228,8 +228,7 @@ private:
                 && !m_journey->showPage(drive, pageOf->child(i)->text(0)))
                 return false;
         const FileDialogUser user("image.bin");
-        return done(Person::press(m_journey->window(), "BtnSelectFile"))
-            && box(QMessageBox::Ok, "BtnUploadFirmwareFile");
+        return done(m_journey->press("BtnSelectFile")) && box(QMessageBox::Ok, "BtnUploadFirmwareFile");
     }
 
     TestBench m_bench;

@@ -4,10 +4,10 @@
 #include "pages/datawidget.h"
 #include "pages/pagefactory.h"
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -2,9 +2,9 @@
 
 #include "pages/datawidget.h"
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
+#include "tests/support/person.h"
 
 #include <QtTest>
 

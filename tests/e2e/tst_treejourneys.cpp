@@ -1,9 +1,9 @@
 // What a person finds in the tree and behind the help button, whatever was put away or is missing.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QTreeWidget>
 #include <QtTest>
@@ -45,7 +45,7 @@ void TestTreeJourneys::missingManualIsReported()
     TestBench bench;
     const Journey journey;
     const MessageBoxAnswerer user(QMessageBox::Ok);
-    QVERIFY(Person::press(journey.window(), "BtnPdfHelp"));
+    QVERIFY(journey.press("BtnPdfHelp"));
     QCOMPARE(user.last().text, QStringLiteral("Die PDF-Hilfedatei kann nicht geöffnet werden."));
 }
 

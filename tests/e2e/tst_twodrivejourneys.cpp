@@ -2,16 +2,14 @@
 
 #include "control/services/options.h"
 #include "control/services/services.h"
-#include "shell/deviceselectiondialog.h"
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QLineEdit>
-#include <QListWidget>
 #include <QtTest>
 
 using namespace Telegrams;
@@ -58,14 +56,6 @@ struct Desk
     bool waitForRequest(const QString &request) const
     {
         return Person::waitUntil([this, &request] { return requests(bus.log()).contains(request); });
-    }
-    bool pickOnly(int row) const
-    {
-        const auto *dialog = journey.window().findChildren<DeviceSelectionDialog *>().constLast();
-        auto *list = dialog->findChild<QListWidget *>("lstDevices");
-        list->setCurrentRow(row);
-        QTest::keyClick(list, Qt::Key_Space);
-        return Person::press(*dialog, "BtnOK");
     }
 
     TestBench bench;
@@ -117,7 +107,7 @@ void TestTwoDriveJourneys::editsGoToTheDriveThatIsShownWhenTheOtherHasMoved()
     // The drive takes its new address at once and tells so late.
     desk.bus.command("fault 1 late ms=1000 count=1 command=0x03");
     QVERIFY(Person::type(journey.window().findChild<QLineEdit *>("edParam0x52User"), QStringLiteral("77")));
-    QVERIFY(Person::press(journey.window(), "BtnChangeAdress"));
+    QVERIFY(journey.press("BtnChangeAdress"));
     QVERIFY(desk.waitForRequest(write(1, 0x52, 77)));
     QVERIFY(journey.showPage(driveName(3), table));
 
@@ -145,9 +135,9 @@ void TestTwoDriveJourneys::fileForTheOtherDriveLeavesTheShownTable()
     QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
     {
         const FileDialogUser user("set.z7param");
-        QVERIFY(Person::press(journey.window(), "BtnOpen"));
+        QVERIFY(journey.press("BtnOpen"));
     }
-    QVERIFY(desk.pickOnly(0)); // drive 3 alone has the version of the file
+    QVERIFY(journey.pickDrives({0})); // drive 3 alone has the version of the file
     QCOMPARE(journey.row(setPoint).userValue, QStringLiteral("321"));
     QCOMPARE(journey.rowCount(), rows);
 
@@ -166,8 +156,8 @@ void TestTwoDriveJourneys::discardOnTheOtherDriveLeavesTheShownTable()
         QVERIFY(desk.showTable(address));
         QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
     }
-    QVERIFY(Person::press(journey.window(), "BtnResetChanges"));
-    QVERIFY(desk.pickOnly(1));
+    QVERIFY(journey.press("BtnResetChanges"));
+    QVERIFY(journey.pickDrives({1}));
     QTRY_COMPARE(journey.mark(driveName(3), table), QStringLiteral("active"));
     QCOMPARE(journey.row(setPoint).userValue, QStringLiteral("321"));
     QCOMPARE(journey.mark(driveName(1), table), QStringLiteral("active_modified"));

@@ -1,13 +1,11 @@
 // What the program has emptied stays away, also from a person who presses the keys for undo.
 
-#include "pages/setpassworddialog.h"
-#include "shell/deviceselectiondialog.h"
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/testbench.h"
+#include "tests/support/person.h"
 
+#include <QDialog>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QtTest>
 
 namespace {
@@ -69,17 +67,13 @@ void TestUndoJourneys::passwordsAreGoneWhenTheDialogIsOpenedAgain()
     const Journey journey;
     QVERIFY(journey.connectQuickly());
     QVERIFY(journey.showPage(driveName(1)));
-    QVERIFY(Person::press(journey.window(), "BtnSetPassword"));
-    const auto *dialog = journey.window().findChild<SetPasswordDialog *>();
-    QVERIFY(Person::type(dialog->findChild<QLineEdit *>("edOldPassword"), "0"));
-    for (const char *field : {"edNewPassword_1", "edNewPassword_2"})
-        QVERIFY(Person::type(dialog->findChild<QLineEdit *>(field), "4711"));
-    QVERIFY(Person::press(*dialog, "BtnOK"));
+    QVERIFY(journey.press("BtnSetPassword"));
+    QVERIFY(journey.changePassword("0", "4711"));
     QTRY_COMPARE(bus.command("get 1 password"), QByteArray("ok 4711"));
 
-    QVERIFY(Person::press(journey.window(), "BtnSetPassword"));
+    QVERIFY(journey.press("BtnSetPassword"));
     for (const char *field : {"edOldPassword", "edNewPassword_1", "edNewPassword_2"})
-        QCOMPARE(textAfterUndo(dialog->findChild<QLineEdit *>(field)), QString());
+        QCOMPARE(textAfterUndo(journey.dialog("SetPasswordDialog").findChild<QLineEdit *>(field)), QString());
 }
 
 void TestUndoJourneys::changeOfOneDriveIsNotBroughtBackOnAnother()
@@ -96,13 +90,8 @@ void TestUndoJourneys::discardedChangeIsNotBroughtBack()
 {
     const Desk desk;
     QVERIFY(desk.typeFixedSpeed());
-    const MainWindow &window = desk.journey.window();
-    QVERIFY(Person::press(window, "BtnResetChanges"));
-    const auto *dialog = window.findChildren<DeviceSelectionDialog *>().constLast();
-    auto *list = dialog->findChild<QListWidget *>("lstDevices");
-    list->setCurrentRow(0);
-    QTest::keyClick(list, Qt::Key_Space);
-    QVERIFY(Person::press(*dialog, "BtnOK"));
+    QVERIFY(desk.journey.press("BtnResetChanges"));
+    QVERIFY(desk.journey.pickDrives({0}));
     QTRY_COMPARE(desk.mark(1), QStringLiteral("active"));
     QCOMPARE(textAfterUndo(desk.field()), QString());
     QCOMPARE(desk.mark(1), QStringLiteral("active"));

@@ -1,9 +1,9 @@
 // Write, read, store: what the four buttons send, and what the drive then holds in its memory and its flash.
 
 #include "tests/e2e/journey.h"
-#include "tests/e2e/person.h"
 #include "tests/e2e/telegrams.h"
 #include "tests/e2e/testbench.h"
+#include "tests/support/person.h"
 
 #include <QtTest>
 

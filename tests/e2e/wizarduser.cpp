@@ -1,15 +1,13 @@
 #include "tests/e2e/wizarduser.h"
 
-#include "tests/e2e/person.h"
+#include "tests/support/person.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
-#include <QtTest>
 
 namespace {
 
@@ -120,24 +118,17 @@ bool WizardUser::canPressNext() const
 
 bool WizardUser::choosePort(const QString &name) const
 {
-    auto *ports = qobject_cast<QComboBox *>(Person::seen(*dialog(), "cbPorts"));
-    if (!ports)
-        return false;
-    ports->setFocus();
-    QTest::keyClicks(ports, name);
-    return ports->currentText().startsWith(name);
+    return Person::choose(qobject_cast<QComboBox *>(Person::seen(*dialog(), "cbPorts")), name);
 }
 
 bool WizardUser::typeAddress(int address) const
 {
-    return Person::type(
-        qobject_cast<QLineEdit *>(Person::seen(*dialog(), "EdAdress")), QString::number(address));
+    return Person::type(*dialog(), "EdAdress", QString::number(address));
 }
 
 bool WizardUser::typePassword(int password) const
 {
-    return Person::type(
-        qobject_cast<QLineEdit *>(Person::seen(*dialog(), "EdPassword")), QString::number(password));
+    return Person::type(*dialog(), "EdPassword", QString::number(password));
 }
 
 QStringList WizardUser::offeredPorts() const
@@ -165,10 +156,8 @@ bool WizardUser::tick(const QString &drive) const
 {
     for (const QWidget *row : rowsOf(dialog())) {
         auto *box = row->findChild<QCheckBox *>();
-        if (!box || box->text() != drive)
-            continue;
-        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
-        return true;
+        if (box && box->text() == drive)
+            return Person::tick(box);
     }
     return false;
 }
@@ -208,10 +197,7 @@ QStringList WizardUser::drives() const
 
 bool WizardUser::chooseDrive(int row) const
 {
-    auto *tree = dialog()->findChild<QTreeWidget *>(QStringLiteral("LbConnectedDevices"));
+    const auto *tree = dialog()->findChild<QTreeWidget *>(QStringLiteral("LbConnectedDevices"));
     QTreeWidgetItem *item = tree->topLevelItem(row);
-    if (!item)
-        return false;
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, tree->visualItemRect(item).center());
-    return item->isSelected();
+    return Person::click(item) && item->isSelected();
 }

@@ -1,6 +1,6 @@
 #include "tests/soak/drives.h"
 
-#include "tests/e2e/person.h"
+#include "tests/support/person.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "tests/soak/soak.h"
 
-#include "tests/e2e/person.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QEventLoop>
 #include <QLineEdit>
@@ -293,7 +293,7 @@ bool Soak::press(const char *button)
     m_witness.setDoing(QStringLiteral("%1 was being pressed").arg(QLatin1String(button)));
     ++m_presses[button];
     m_writes = true;
-    const bool pressed = Person::press(m_journey.window(), button);
+    const bool pressed = m_journey.press(button);
     m_writes = false;
     return pressed;
 }
@@ -306,7 +306,7 @@ void Soak::answer(QMessageBox *box)
     }
     const bool yes = m_agrees || m_random.bounded(4) > 0;
     ++(yes ? m_yes : m_no);
-    QTest::mouseClick(box->button(yes ? QMessageBox::Yes : QMessageBox::No), Qt::LeftButton);
+    Person::press(box->button(yes ? QMessageBox::Yes : QMessageBox::No));
 }
 
 void Soak::disturb()

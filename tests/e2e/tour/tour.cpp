@@ -1,14 +1,12 @@
 #include "tests/e2e/tour/tour.h"
 
-#include "shell/deviceselectiondialog.h"
-#include "tests/e2e/person.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <QFile>
 #include <QGuiApplication>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QScreen>
 #include <QtTest>
 
@@ -208,7 +206,7 @@ bool Tour::answerNo()
         QStringLiteral("not-written"), [&] {
             const MessageBoxAnswerer user([&](QMessageBox *box) {
                 part(QStringLiteral("question"), [] { return true; });
-                QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+                Person::press(box->button(QMessageBox::No));
             });
             return m_journey.press("BtnUpload") && user.count() == 1;
         });
@@ -306,8 +304,7 @@ bool Tour::saveParameters()
             QFile::remove(QStringLiteral("drive1.z7param"));
             const FileDialogUser user(QStringLiteral("drive1"));
             return m_journey.showPage(firstDrive, QStringLiteral("Festdrehzahlen"))
-                && Person::press(m_journey.window(), "BtnSaveAs")
-                && QFile::exists(QStringLiteral("drive1.z7param"));
+                && m_journey.press("BtnSaveAs") && QFile::exists(QStringLiteral("drive1.z7param"));
         });
 }
 
@@ -316,14 +313,10 @@ bool Tour::openParameters()
     return step(QStringLiteral("\"Öffnen...\" offers the drives of the file's version; one is ticked"),
         QStringLiteral("opened"), [&] {
             const FileDialogUser user(QStringLiteral("drive1.z7param"));
-            if (!Person::press(m_journey.window(), "BtnOpen"))
+            if (!m_journey.press("BtnOpen") || !m_journey.tickDrives({1}))
                 return false;
-            const auto *dialog = m_journey.window().findChildren<DeviceSelectionDialog *>().constLast();
-            auto *rows = dialog->findChild<QListWidget *>(QStringLiteral("lstDevices"));
-            rows->setCurrentRow(1);
-            QTest::keyClick(rows, Qt::Key_Space);
             part(QStringLiteral("selection"), [] { return true; });
-            return Person::press(*dialog, "BtnOK")
+            return Person::press(m_journey.dialog("DeviceSelectionDialog"), "BtnOK")
                 && m_journey.mark(secondDrive, table) == QLatin1String("active_modified");
         });
 }
@@ -333,8 +326,8 @@ bool Tour::showDialogs()
     const auto dialogStep = [this](const char *title, const char *picture, const char *button,
                                 const char *dialogName, const char *leave) {
         return step(QString::fromUtf8(title), QString::fromLatin1(picture), [&] {
-            return Person::press(m_journey.window(), button);
-        }) && Person::press(*m_journey.window().findChild<QDialog *>(QString::fromLatin1(dialogName)), leave);
+            return m_journey.press(button);
+        }) && Person::press(m_journey.dialog(dialogName), leave);
     };
     return dialogStep("The options", "options", "BtnOptions", "optionsdialog", "BtnCancel")
         && dialogStep("A new password for the drive", "password-dialog", "BtnSetPassword",
@@ -396,10 +389,10 @@ bool Tour::updateFirmware()
             const FileDialogUser files(QStringLiteral("Z7Firmware_V200.bin"));
             const MessageBoxAnswerer yes([&](QMessageBox *box) {
                 part(QStringLiteral("firmware-question"), [] { return true; });
-                QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+                Person::press(box->button(QMessageBox::Yes));
             });
-            return Person::press(m_journey.window(), "BtnSelectFile")
-                && Person::press(m_journey.window(), "BtnUploadFirmwareFile") && Person::waitUntil([&] {
+            return m_journey.press("BtnSelectFile") && m_journey.press("BtnUploadFirmwareFile")
+                && Person::waitUntil([&] {
                        return m_simulator.ask("get 1 version").value(0) == "V200"
                            && Person::textOf(m_journey.window(), "lUpdateStarted") == QLatin1String("Bereit");
                    });

@@ -1,13 +1,18 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 #include <functional>
 
+class QAbstractButton;
+class QComboBox;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QPixmap;
+class QTreeWidgetItem;
 
 /// The hands and eyes of a person before the program: only what is on the screen can be pressed, typed into
 /// and read.
@@ -28,9 +33,26 @@ QWidget *seen(const QWidget &window, const char *name);
 bool press(const QWidget &window, const char *button);
 bool press(QWidget *button);
 
-/// Replaces what stands in an edit field, with the keyboard. With a pause in milliseconds the program runs on
-/// between the keys.
+/// Clicks an entry of a tree, which is scrolled to it; false if there is none.
+bool click(QTreeWidgetItem *item);
+/// The two halves of that click.
+bool pressDown(QTreeWidgetItem *item);
+bool letGo(QTreeWidgetItem *item);
+/// Puts the tick into a box or takes it out, with the mouse on its indicator.
+bool tick(QAbstractButton *box);
+/// Goes to a row of a list and puts its tick or takes it out, with the keyboard.
+bool tickRow(QListWidget *list, int row);
+/// Chooses the first entry that begins with a text, with the keyboard; false if another one is chosen then.
+bool choose(QComboBox *box, const QString &begin);
+
+/// Replaces what stands in an edit field, with the keyboard; false if the field holds something else then,
+/// for it refuses keys. With a pause in milliseconds the program runs on between the keys.
 bool type(QLineEdit *field, const QString &text, int pauseMs = 0);
+bool type(const QWidget &window, const char *field, const QString &text);
+/// Types after the last character of an edit field; false as above.
+bool typeAtEnd(QLineEdit *field, const QString &text);
+/// Marks all that stands in an edit field and deletes it.
+bool empty(QLineEdit *field);
 
 /// What a label shows; empty if it is hidden.
 QString textOf(const QWidget &window, const char *label);
