@@ -15,26 +15,26 @@ Z7Options *options()
 
 } // namespace
 
-Z7CommInterfaceFront::Z7CommInterfaceFront(
-    Z7CommInterface::ThreadID threadID, std::unique_ptr<CommThread> thread)
+Z7CommInterfaceFront::Z7CommInterfaceFront(Z7CommInterface::ThreadID threadID)
     : m_threadID(threadID)
-    , m_thread(std::move(thread))
 {
     registerDeviceTypes();
     qRegisterMetaType<Z7CommInterface::ThreadID>("Z7CommInterface::ThreadID");
-    connect(m_thread.get(), SIGNAL(updateDevice(Z7Device)), SLOT(ThreadResponse(Z7Device)));
-    connect(m_thread.get(), SIGNAL(transactionStarted(int, Z7Device)),
-        SLOT(postTransactionStarted(int, Z7Device)));
-    connect(m_thread.get(), SIGNAL(transactionProgress()), SLOT(postTransactionProgress()));
-    connect(m_thread.get(), SIGNAL(finished()), SLOT(postTransactionTerminated()));
 }
 
-Z7CommInterfaceFront::~Z7CommInterfaceFront() = default;
+void Z7CommInterfaceFront::attachTo(CommThread &worker)
+{
+    m_worker = &worker;
+    connect(m_worker, SIGNAL(updateDevice(Z7Device)), SLOT(ThreadResponse(Z7Device)));
+    connect(m_worker, SIGNAL(transactionStarted(int, Z7Device)), SLOT(postTransactionStarted(int, Z7Device)));
+    connect(m_worker, SIGNAL(transactionProgress()), SLOT(postTransactionProgress()));
+    connect(m_worker, SIGNAL(finished()), SLOT(postTransactionTerminated()));
+}
 
 bool Z7CommInterfaceFront::isPassUnderWay() const
 {
     // Whoever calls postTransactionTerminated too early does not take the stack from the thread.
-    return m_passUnderWay || m_thread->isRunning();
+    return m_passUnderWay || m_worker->isRunning();
 }
 
 bool Z7CommInterfaceFront::beginPass(const Z7Device &device)
@@ -57,15 +57,15 @@ void Z7CommInterfaceFront::refuse(Z7Device device)
 void Z7CommInterfaceFront::stop()
 {
     if (isPassUnderWay())
-        m_thread->cancel();
+        m_worker->cancel();
     else
         postTransactionTerminated();
 }
 
 void Z7CommInterfaceFront::stopAndWait()
 {
-    m_thread->cancel();
-    m_thread->wait();
+    m_worker->cancel();
+    m_worker->wait();
     QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
     m_passUnderWay = false;
 }
@@ -99,32 +99,43 @@ void Z7CommInterfaceFront::postTransactionTerminated()
 }
 
 Z7CommInterfaceScanDevice::Z7CommInterfaceScanDevice()
-    : Z7CommInterfaceFront(Z7CommInterface::ScanDevice, std::make_unique<CommThreadScanDevice>())
+    : Z7CommInterfaceFront(Z7CommInterface::ScanDevice)
+    , m_thread(std::make_unique<CommThreadScanDevice>())
 {
+    attachTo(*m_thread);
 }
+
+Z7CommInterfaceScanDevice::~Z7CommInterfaceScanDevice() = default;
 
 void Z7CommInterfaceScanDevice::start(const Z7Device &device)
 {
     if (beginPass(device))
-        thread<CommThreadScanDevice>()->start(device, options()->timeoutScanning());
+        m_thread->start(device, options()->timeoutScanning());
 }
 
 Z7CommInterfaceTransferTelegramStack::Z7CommInterfaceTransferTelegramStack()
-    : Z7CommInterfaceFront(
-        Z7CommInterface::TransferTelegramStack, std::make_unique<CommThreadTransferTelegramStack>())
+    : Z7CommInterfaceFront(Z7CommInterface::TransferTelegramStack)
+    , m_thread(std::make_unique<CommThreadTransferTelegramStack>())
 {
+    attachTo(*m_thread);
 }
+
+Z7CommInterfaceTransferTelegramStack::~Z7CommInterfaceTransferTelegramStack() = default;
 
 void Z7CommInterfaceTransferTelegramStack::start(std::unique_ptr<Z7TelegramStack> stack)
 {
     if (stack && beginPass(stack->device()))
-        thread<CommThreadTransferTelegramStack>()->start(std::move(stack), options()->timeout());
+        m_thread->start(std::move(stack), options()->timeout());
 }
 
 Z7CommInterfaceDevicePolling::Z7CommInterfaceDevicePolling()
-    : Z7CommInterfaceFront(Z7CommInterface::DevicePolling, std::make_unique<CommThreadDevicePolling>())
+    : Z7CommInterfaceFront(Z7CommInterface::DevicePolling)
+    , m_thread(std::make_unique<CommThreadDevicePolling>())
 {
+    attachTo(*m_thread);
 }
+
+Z7CommInterfaceDevicePolling::~Z7CommInterfaceDevicePolling() = default;
 
 void Z7CommInterfaceDevicePolling::start(Z7TelegramStack *stack)
 {
@@ -133,5 +144,5 @@ void Z7CommInterfaceDevicePolling::start(Z7TelegramStack *stack)
         return;
     stack->restart();
     if (beginPass(stack->device()))
-        thread<CommThreadDevicePolling>()->start(stack, options()->timeout());
+        m_thread->start(stack, options()->timeout());
 }

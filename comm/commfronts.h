@@ -38,8 +38,6 @@ class Z7CommInterfaceFront : public QObject
     Q_OBJECT
 
 public:
-    ~Z7CommInterfaceFront() override;
-
     /// Ends the pass; with none under way the front reports it as terminated at once.
     void stop();
     bool isPassUnderWay() const;
@@ -64,52 +62,67 @@ public slots:
     void postTransactionTerminated();
 
 protected:
-    Z7CommInterfaceFront(Z7CommInterface::ThreadID threadID, std::unique_ptr<CommThread> thread);
+    explicit Z7CommInterfaceFront(Z7CommInterface::ThreadID threadID);
+
+    /// Takes this thread's news from now on. Once, in the constructor of the front that owns the thread.
+    void attachTo(CommThread &worker);
 
     /// Notes the record with which a pass begins. False if a pass is under way: then nothing may be started.
     bool beginPass(const Z7Device &device);
 
-    template<typename Thread>
-    Thread *thread() const
-    {
-        return static_cast<Thread *>(m_thread.get());
-    }
-
 private:
     const Z7CommInterface::ThreadID m_threadID;
-    const std::unique_ptr<CommThread> m_thread;
+    CommThread *m_worker = nullptr; ///< owned by the front of its class
     Z7Device m_device; ///< the record at the last start, which comes back if the thread gives none
     bool m_responded = false;
     bool m_passUnderWay = false;
 };
 
+/// The front of the thread that looks for drives. Every address gives one DeviceUpdate.
 class Z7CommInterfaceScanDevice : public Z7CommInterfaceFront
 {
     Q_OBJECT
 
 public:
     Z7CommInterfaceScanDevice();
+    ~Z7CommInterfaceScanDevice() override;
+
     /// Sweeps the port of the record, with the option timeoutScanning.
     void start(const Z7Device &device);
+
+private:
+    const std::unique_ptr<CommThreadScanDevice> m_thread;
 };
 
+/// The front of the thread that runs what a person asked for: one stack, once.
 class Z7CommInterfaceTransferTelegramStack : public Z7CommInterfaceFront
 {
     Q_OBJECT
 
 public:
     Z7CommInterfaceTransferTelegramStack();
+    ~Z7CommInterfaceTransferTelegramStack() override;
+
     /// Runs the stack once, with the option timeout. The stack passes to the thread, which deletes it.
     void start(std::unique_ptr<Z7TelegramStack> stack);
+
+private:
+    const std::unique_ptr<CommThreadTransferTelegramStack> m_thread;
 };
 
+/// The front of the live update's thread, which runs the same stack again and again, one pass a start.
 class Z7CommInterfaceDevicePolling : public Z7CommInterfaceFront
 {
     Q_OBJECT
 
 public:
     Z7CommInterfaceDevicePolling();
+    ~Z7CommInterfaceDevicePolling() override;
+
     /// Restarts the stack and runs it, with the option timeout. The caller keeps the stack and leaves it
     /// alone while isPassUnderWay().
     void start(Z7TelegramStack *stack);
+
+private:
+    const std::unique_ptr<CommThreadDevicePolling> m_thread;
 };

@@ -26,16 +26,15 @@ void setUpTimer(QTimer &timer, const QString &name)
 
 Z7CommunicationInterface::Z7CommunicationInterface()
 {
-    for (const Z7CommInterfaceFront *front : {static_cast<Z7CommInterfaceFront *>(&m_scanFront),
-             static_cast<Z7CommInterfaceFront *>(&m_transferFront),
-             static_cast<Z7CommInterfaceFront *>(&m_pollingFront)})
-        connectFront(*front);
+    connectFront(m_scanFront);
+    connectFront(m_transferFront);
+    connectFront(m_pollingFront);
     setUpTimer(m_pollingTimer, QStringLiteral("pollingTimer"));
     m_pollingTimer.setInterval(pollingHeldOffMs);
     connect(&m_pollingTimer, SIGNAL(timeout()), SLOT(autoEnablePolling()));
-    setUpTimer(m_pollingPause, QStringLiteral("pollingPause"));
-    m_pollingPause.setSingleShot(true);
-    connect(&m_pollingPause, SIGNAL(timeout()), SLOT(startPollingThread()));
+    setUpTimer(m_pauseBetweenPasses, QStringLiteral("pauseBetweenPasses"));
+    m_pauseBetweenPasses.setSingleShot(true);
+    connect(&m_pauseBetweenPasses, SIGNAL(timeout()), SLOT(startPollingThread()));
 }
 
 Z7CommunicationInterface::~Z7CommunicationInterface()
@@ -148,7 +147,7 @@ void Z7CommunicationInterface::schedulePolling(int threadID)
         return;
     const int interval = pollingInterval();
     if (interval >= 1) {
-        m_pollingPause.start(interval);
+        m_pauseBetweenPasses.start(interval);
         return;
     }
     m_pollingEnabled = false;
@@ -208,7 +207,7 @@ void Z7CommunicationInterface::threadTransactionTerminated(ThreadID threadID)
     if (wasInCharge) {
         m_currentThread = noThread;
         // A pause still armed would start a pass beside whatever comes next.
-        m_pollingPause.stop();
+        m_pauseBetweenPasses.stop();
         emit allCommunicationTerminated();
     }
     if (m_busLent)
@@ -247,7 +246,7 @@ void Z7CommunicationInterface::setBusLent(bool lent)
     if (m_busLent == lent)
         return;
     m_busLent = lent;
-    m_pollingPause.stop();
+    m_pauseBetweenPasses.stop();
     const bool isPollingWaiting = m_pollingEnabled && m_currentThread == DevicePolling;
     if (isPollingWaiting && !m_pollingFront.isPassUnderWay())
         schedulePolling(DevicePolling);
@@ -286,7 +285,7 @@ void Z7CommunicationInterface::stopAndWait()
     m_nextThread = noThread;
     m_pollingEnabled = false;
     m_pollingTimer.stop();
-    m_pollingPause.stop();
+    m_pauseBetweenPasses.stop();
     m_scanFront.stopAndWait();
     m_transferFront.stopAndWait();
     m_pollingFront.stopAndWait();

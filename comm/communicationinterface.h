@@ -111,7 +111,7 @@ private:
     QList<Z7Device> m_recordsToAdopt;
 
     QTimer m_pollingTimer {this}; ///< runs while the options hold polling off
-    QTimer m_pollingPause {this}; ///< single shot; only while polling has the bus and it is not lent
+    QTimer m_pauseBetweenPasses {this}; ///< single shot; only while polling has the bus and it is not lent
     bool m_pollingEnabled = false;
     bool m_busLent = false;
     int m_nextThread = Z7CommInterface::noThread;

@@ -210,7 +210,7 @@ void TestSchedulerPolling::newPollingStackEndsHoldOff()
 void TestSchedulerPolling::pausesAreKeptToMillisecond_data()
 {
     QTest::addColumn<QString>("timer");
-    QTest::newRow("between two passes") << "pollingPause";
+    QTest::newRow("between two passes") << "pauseBetweenPasses";
     QTest::newRow("between two looks at the option") << "pollingTimer";
 }
 
