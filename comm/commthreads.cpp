@@ -21,22 +21,6 @@ void CommThread::endPass()
     wait();
 }
 
-bool CommThread::exchange(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress)
-{
-    if (!port.send(stack.currentTelegram()->request(), timeoutMs)) {
-        stack.setError(TelegramError::WriteNotCompleted);
-        return false;
-    }
-    if (!port.waitForReply(timeoutMs)) {
-        stack.setError(TelegramError::NoAnswer);
-        return false;
-    }
-    if (progress == Progress::Report)
-        emit transactionProgress();
-    stack.processReply(port.readReply());
-    return true;
-}
-
 void CommThreadTelegramStack::runStack(Z7TelegramStack &stack, int timeoutMs, ClosePort closePort)
 {
     Z7BusPort port;
@@ -44,18 +28,12 @@ void CommThreadTelegramStack::runStack(Z7TelegramStack &stack, int timeoutMs, Cl
     const QString portName = stack.device().portInfo.portName();
     const int error = portName.isEmpty() ? TelegramError::None : port.open(portName);
     if (error == TelegramError::None)
-        runTelegrams(port, stack, timeoutMs);
+        Z7Exchange(port, timeoutMs, cancelled(), *this).walk(stack);
     else
         stack.setError(error);
     if (closePort == ClosePort::BeforeReport)
         port.close();
     emit updateDevice(stack.device());
-}
-
-void CommThreadTelegramStack::runTelegrams(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs)
-{
-    while (!stack.isEmpty() && !isCancelled() && !stack.device().hasError())
-        exchange(port, stack, timeoutMs, Progress::Report);
 }
 
 void CommThreadTransferTelegramStack::start(std::unique_ptr<Z7TelegramStack> stack, int timeoutMs)
@@ -110,19 +88,14 @@ void CommThreadScanDevice::run()
 
 void CommThreadScanDevice::sweep(Z7BusPort &port, Z7Device device, int timeoutMs)
 {
-    while (device.address <= lastAddress && !isCancelled()) {
+    // A probe is one step, whether a drive answers or not.
+    Z7ExchangeObserver silent;
+    Z7Exchange exchange(port, timeoutMs, cancelled(), silent);
+    while (device.address <= lastAddress && !cancelled()) {
         Z7CheckProtocolTelegramStack stack(device);
-        probe(port, stack, timeoutMs);
+        exchange.probe(stack);
         emit transactionProgress();
         emit updateDevice(stack.device());
         device.assignAddress(device.address + 1);
-    }
-}
-
-void CommThreadScanDevice::probe(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs)
-{
-    while (!stack.isEmpty() && !isCancelled()) {
-        if (!exchange(port, stack, timeoutMs, Progress::Silent) || stack.device().isConnected())
-            return;
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "comm/exchange.h"
 #include "comm/telegramstack.h"
 #include "model/device.h"
 
@@ -57,13 +58,7 @@ protected:
     }
     /// For the destructors of the classes whose members a pass uses: ends the pass and waits for it.
     void endPass();
-    bool isCancelled() const { return m_cancelled; }
-
-    enum class Progress { Report, Silent };
-
-    /// Sends the stack's current telegram and gives it the reply. False if there was none: error 2 where the
-    /// write was not finished within `timeoutMs`, 1 where no first byte came within another `timeoutMs`.
-    bool exchange(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs, Progress progress);
+    const std::atomic<bool> &cancelled() const { return m_cancelled; }
 
 private:
     /// Guards what a pass starts from on its way from the main thread into the pass.
@@ -73,7 +68,7 @@ private:
 };
 
 /// Base of the two threads that run a telegram stack. Without a stack a pass ends silently.
-class CommThreadTelegramStack : public CommThread
+class CommThreadTelegramStack : public CommThread, private Z7ExchangeObserver
 {
     Q_OBJECT
 
@@ -85,7 +80,7 @@ protected:
     void runStack(Z7TelegramStack &stack, int timeoutMs, ClosePort closePort);
 
 private:
-    void runTelegrams(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs);
+    void replyBegan() override { emit transactionProgress(); }
 };
 
 /// Runs a transaction once and deletes its stack at the end of the pass.
@@ -139,7 +134,6 @@ protected:
 
 private:
     void sweep(Z7BusPort &port, Z7Device device, int timeoutMs);
-    void probe(Z7BusPort &port, Z7TelegramStack &stack, int timeoutMs);
 
     Z7Device m_device;
 };
