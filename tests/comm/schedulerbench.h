@@ -4,6 +4,8 @@
 #include "tests/comm/commnews.h"
 #include "tests/comm/drivebus.h"
 
+#include <QTest>
+
 /// The scheduler with drive 3 on its bus, and what it tells. The pause between polling passes is short, and
 /// silent addresses cost a scan no time.
 class SchedulerBench
@@ -36,6 +38,13 @@ public:
     }
     void scan(const Z7Device &device = DriveBus::drive3()) { scheduler->scanDevice(device); }
 
+    /// Polls with a single telegram, and waits until the first pass is over and the pause, too long for any
+    /// test, has begun. What has come until then is forgotten. False if the pass does not end.
+    bool reachPollingPause();
+    /// Polls, and waits for the news that a pass of 14 telegrams has begun to run, which are forgotten. False
+    /// if they do not come.
+    bool reachPollingPass();
+
     bool has(const char *event) const { return news.has(QLatin1String(event)); }
     int count(const char *event) const { return news.count(QLatin1String(event)); }
     int requestCount() const { return bus.requests().size(); }
@@ -45,17 +54,22 @@ public:
     CommNews news {*scheduler};
 };
 
-/// Polls with a single telegram, and waits until the first pass is over and the pause, too long for any test,
-/// has begun.
-#define REACH_POLLING_PAUSE(bench)                                                                           \
-    (bench)->poll<Probe>();                                                                                  \
-    setPollingInterval(3600000);                                                                             \
-    QTRY_VERIFY((bench)->has("all terminated"));                                                             \
-    (bench)->news.clear();                                                                                   \
-    (bench)->bus.forgetWire();
+inline bool SchedulerBench::reachPollingPause()
+{
+    poll<Probe>();
+    setPollingInterval(3600000);
+    if (!QTest::qWaitFor([this] { return has("all terminated"); }))
+        return false;
+    news.clear();
+    bus.forgetWire();
+    return true;
+}
 
-/// Waits for the news that a pass of 14 telegrams has begun to run.
-#define REACH_POLLING_PASS(bench)                                                                            \
-    (bench)->poll<Status>();                                                                                 \
-    QTRY_VERIFY((bench)->has("polling progress"));                                                           \
-    (bench)->news.clear();
+inline bool SchedulerBench::reachPollingPass()
+{
+    poll<Status>();
+    if (!QTest::qWaitFor([this] { return has("polling progress"); }))
+        return false;
+    news.clear();
+    return true;
+}

@@ -86,7 +86,7 @@ void TestOddCalls::schedulerWithoutStackStartsNothing()
 
 void TestOddCalls::noStackLeavesWaitingTransferAndPolling()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     bench->transfer<Probe>();
     bench->scheduler->transferTelegramStack(nullptr);
     bench->scheduler->setPollingStack(nullptr);
@@ -145,7 +145,7 @@ void TestOddCalls::endThatComesDuringPassStartsNoSecondOne()
 
 void TestOddCalls::pollingStartedBySlotDuringPassRunsNoSecondOne()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     setPollingInterval(3600000);
     bench->scheduler->startPollingThread();
     QTRY_VERIFY(bench->has("polling record 0"));

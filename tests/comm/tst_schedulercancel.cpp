@@ -89,7 +89,7 @@ void TestSchedulerCancel::cancelledScanIsReported()
 
 void TestSchedulerCancel::cancelledPollingPassIsReportedAndPollingStaysOff()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     bench->scheduler->cancelCommunication();
     QTRY_VERIFY(bench->has("polling terminated"));
     const QStringList expected {"polling record 0", "all terminated", "polling terminated", "all terminated"};
@@ -157,7 +157,7 @@ void TestSchedulerCancel::heldOffPollingComesBackAfterCancel()
 
 void TestSchedulerCancel::pollingIsOffUntilNewStackComes()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     bench->scheduler->cancelCommunication();
     QTRY_VERIFY(bench->has("polling terminated"));
     bench->transfer<Probe>();
@@ -181,7 +181,7 @@ void TestSchedulerCancel::busIsFreeAfterCancel()
 // The page that updates the firmware answers the end of all traffic with a request of its own.
 void TestSchedulerCancel::transferRequestedAtEndOfAllTrafficRunsAlone()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     QMetaObject::Connection answer = connect(
         bench->scheduler.get(), &Z7CommunicationInterface::allCommunicationTerminated, this, [this, &answer] {
             disconnect(answer);
@@ -195,7 +195,7 @@ void TestSchedulerCancel::transferRequestedAtEndOfAllTrafficRunsAlone()
 
 void TestSchedulerCancel::transferRequestedAtEndOfPassGoesBeforeWaitingOne()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     QMetaObject::Connection answer = connect(
         bench->scheduler.get(), &Z7CommunicationInterface::allCommunicationTerminated, this, [this, &answer] {
             disconnect(answer);

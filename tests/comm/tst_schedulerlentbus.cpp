@@ -257,7 +257,7 @@ void TestSchedulerLentBus::waitingScanIsRefusedAtEndOfTransfer()
 
 void TestSchedulerLentBus::waitingTransferIsRefusedAtEndOfPollingPass()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     const auto waiting = bench->transfer<Probe>();
     lend();
     QTRY_VERIFY(bench->has("transfer terminated"));
@@ -318,7 +318,7 @@ void TestSchedulerLentBus::pollingInItsPauseWaitsForReturn()
 
 void TestSchedulerLentBus::pollingPassUnderWayIsLastUntilReturn()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     lend();
     QTRY_VERIFY(bench->has("all terminated"));
     QVERIFY(bench->has("polling record 0"));
@@ -329,7 +329,7 @@ void TestSchedulerLentBus::pollingPassUnderWayIsLastUntilReturn()
 
 void TestSchedulerLentBus::pollingAfterTransferWaitsForReturn()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     setPollingInterval(10);
     lendAtTheRecordOfATransfer();
     verifyNothingStarts();
@@ -409,7 +409,7 @@ void TestSchedulerLentBus::slotsThatStartThreadsStartNone()
 
 void TestSchedulerLentBus::cancelGivesUpPollingThatWaits()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     setPollingInterval(10);
     lend();
     bench->scheduler->cancelCommunication();

@@ -78,7 +78,7 @@ void TestSchedulerPasses::passLastsUntilItsLastNews()
 
 void TestSchedulerPasses::pauseOfPollingIsNoPass()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     QVERIFY(!isUnderWay(DevicePolling));
     setPollingInterval(10);
     bench->poll<Probe>();

@@ -88,7 +88,7 @@ void TestSchedulerPolledRecord::stackReplacedInPauseLivesUntilNextPass()
 
 void TestSchedulerPolledRecord::passOfReplacedStackIsCutShort()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     bench->poll<Probe>();
     QTRY_VERIFY(bench->has("polling started 1"));
     QVERIFY(bench->requestCount() < 14);
@@ -98,7 +98,7 @@ void TestSchedulerPolledRecord::passOfReplacedStackIsCutShort()
 
 void TestSchedulerPolledRecord::stackReplacedInPauseWaitsOneInterval()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     bench->poll<Status>();
     QCOMPARE(bench->news.events(), QStringList {"all terminated"});
     QTest::qWait(100);

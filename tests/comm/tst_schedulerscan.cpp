@@ -52,7 +52,7 @@ void TestSchedulerScan::scanDuringTransferWaitsForItsEnd()
 
 void TestSchedulerScan::scanDuringPollingPassCutsItShortAndFollows()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     bench->scan();
     QTRY_VERIFY(bench->has("scan started"));
     const QStringList expected {"polling record 0", "all terminated", "scan started 255"};
@@ -61,7 +61,7 @@ void TestSchedulerScan::scanDuringPollingPassCutsItShortAndFollows()
 
 void TestSchedulerScan::scanInPollingPauseStartsAtOnce()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     bench->scan();
     QTRY_VERIFY(bench->has("scan terminated"));
     QCOMPARE(milestones().mid(0, 2), QStringList({"all terminated", "scan started 255"}));
@@ -116,7 +116,7 @@ void TestSchedulerScan::scanTakesPlaceOfPollingThatWaitsForTransfer()
 
 void TestSchedulerScan::pollingComesBackAfterScan()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     setPollingInterval(10);
     bench->scan();
     QTRY_VERIFY(bench->has("polling record"));

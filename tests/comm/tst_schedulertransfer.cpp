@@ -49,7 +49,7 @@ void TestSchedulerTransfer::transferOnFreeBusStartsAtOnce()
 
 void TestSchedulerTransfer::transferDuringPollingPassCutsItShortAndFollows()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     setPollingInterval(3600000);
     bench->transfer<Probe>();
     QTRY_VERIFY(bench->has("transfer terminated"));
@@ -61,7 +61,7 @@ void TestSchedulerTransfer::transferDuringPollingPassCutsItShortAndFollows()
 
 void TestSchedulerTransfer::transferInPollingPauseStartsAtOnce()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     bench->transfer<Probe>();
     QTRY_VERIFY(bench->has("transfer terminated"));
     const QStringList expected {
@@ -109,7 +109,7 @@ void TestSchedulerTransfer::transferDuringScanStopsItAndFollows()
 
 void TestSchedulerTransfer::pollingComesBackOneIntervalAfterTransfer()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     bench->transfer<Probe>();
     setPollingInterval(300);
     QTRY_VERIFY(bench->has("transfer terminated"));
@@ -134,7 +134,7 @@ void TestSchedulerTransfer::failedTransferFreesBus()
 
 void TestSchedulerTransfer::pollingComesBackAfterFailedTransfer()
 {
-    REACH_POLLING_PAUSE(bench);
+    QVERIFY(bench->reachPollingPause());
     setPollingInterval(10);
     bench->bus.command("fault 3 no-answer count=1");
     bench->transfer<Probe>();
@@ -191,7 +191,7 @@ void TestSchedulerTransfer::secondTransferDuringTransferIsFreedWithInterface()
 
 void TestSchedulerTransfer::lastOfTwoWaitingTransfersWins()
 {
-    REACH_POLLING_PASS(bench);
+    QVERIFY(bench->reachPollingPass());
     const auto first = bench->transfer<Status>();
     bench->transfer<Probe>();
     QVERIFY(first.expired());
