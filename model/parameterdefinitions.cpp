@@ -1,5 +1,7 @@
 #include "model/parameterdefinitions.h"
 
+#include "control/services/wholefile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -23,8 +25,6 @@ enum Column {
     FirstOptionColumn = 10,
     LastOptionColumn = 22,
 };
-
-constexpr qint64 largestFile = 16 * 1024 * 1024;
 
 QStringList splitColumns(const QString &line)
 {
@@ -153,7 +153,7 @@ bool Z7ParamDefinitions::load()
     if (!info.isFile() && !info.isDir())
         return false;
     QFile file(info.filePath());
-    if (info.size() > largestFile || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (info.size() > WholeFile::largestFile || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return hasRows();
     takeRows(readRows(file));
     return hasRows();

@@ -12,9 +12,6 @@
 
 namespace {
 
-/// A set of all parameters that a drive can have takes 3 MB.
-constexpr qint64 largestFile = 16 * 1024 * 1024;
-
 QString cannotOpenText()
 {
     return commonText("CannotOpenFile", "Die Datei kann nicht geöffnet werden");
@@ -82,7 +79,7 @@ QString Z7ParameterFile::load(const QString &path)
     QXmlStreamReader reader(&file);
     // References inside of the document type are expanded before it can be refused.
     reader.setEntityExpansionLimit(0);
-    if (file.size() > largestFile)
+    if (file.size() > WholeFile::largestFile)
         reader.raiseError(QStringLiteral("The file is larger than 16 MB."));
     readDocument(reader);
     return reader.hasError() ? reader.errorString() : QString();

@@ -14,7 +14,6 @@ namespace SettingsFile {
 
 namespace {
 
-constexpr qint64 largestUsableFile = 16 * 1024 * 1024;
 constexpr auto utf8Mark = "\xEF\xBB\xBF";
 
 /// QSettings cannot be asked for a key with an empty part, and writes it back as another one.
@@ -179,7 +178,7 @@ void writeLocked(const QString &fileName, const Texts &values)
 
 bool isUsable(const QString &fileName)
 {
-    return !WholeFile::isSomethingElse(fileName) && QFileInfo(fileName).size() <= largestUsableFile;
+    return !WholeFile::isSomethingElse(fileName) && QFileInfo(fileName).size() <= WholeFile::largestFile;
 }
 
 void write(const QString &fileName, const QMap<QString, QString> &values)

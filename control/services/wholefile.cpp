@@ -14,8 +14,6 @@ namespace WholeFile {
 namespace {
 
 constexpr int mostLinks = 40;
-/// More than any file of this program. To put a file back it has to be held in memory.
-constexpr qint64 largestFileInPlace = 16 * 1024 * 1024;
 
 bool isOnDisk(const QFile &file)
 {
@@ -133,7 +131,7 @@ bool writeOver(const QString &target, const QByteArray &content)
 {
     QFile file(target);
     if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)
-        || file.size() > largestFileInPlace)
+        || file.size() > largestFile)
         return false;
     const QByteArray before = file.readAll();
     if (before.size() != file.size())

@@ -9,6 +9,10 @@
 /// stays byte for byte, with nothing else left in its folder. Any thread, as long as no two write one file.
 namespace WholeFile {
 
+/// No file that the program reads or replaces is larger: a set of all parameters that a drive can have takes
+/// 3 MB. What is larger is not read, for it would only fill the memory.
+constexpr qint64 largestFile = 16 * 1024 * 1024;
+
 /// Judges the new content, which lies on the disk under that name by then, before it takes the file's place.
 using Check = std::function<bool(const QString &fileName)>;
 
