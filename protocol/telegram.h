@@ -11,7 +11,7 @@ int telegramChecksum(const QByteArray &bytes, int count);
 QString hexDump(const QByteArray &bytes);
 
 /// Numbers with which a telegram, or the thread that sends it, tells how an exchange ended.
-/// Their texts are looked up where a person reads them.
+/// Their texts are looked up where a person reads them; a number that is missing there does not compile.
 namespace TelegramError {
 enum Number {
     None = 0,
@@ -19,17 +19,23 @@ enum Number {
     WriteNotCompleted = 2,
     PortNotOpened = 3,
     PortSettingsRefused = 4,
+    PasswordNotSet = 5, ///< not set by this program, as 11 to 14
     InvalidReplyLength = 6,
     InvalidReplyData = 7,
     WrongChecksum = 8,
     WrongParameterNumber = 9,
     InvalidPassword = 10,
+    ParameterNotReadable = 11,
+    Unassigned = 12,
+    PortNotReady = 13,
+    CommunicationError = 14,
     VersionNotCompatible = 15,
     NoParameterChange = 16,
     FlashWriteFailed = 17,
     InconsistentParameters = 18,
     TransactionAborted = 19,
     MotorNotInFreeRun = 20,
+    Count, ///< of the numbers from 0 on; stays behind the last of them
 };
 }
 
