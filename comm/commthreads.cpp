@@ -2,13 +2,7 @@
 
 #include "comm/busport.h"
 #include "comm/telegramstackcatalogue.h"
-
-namespace {
-
-constexpr int firstAddress = 1;
-constexpr int lastAddress = 255;
-
-} // namespace
+#include "model/drivefacts.h"
 
 void CommThread::cancel()
 {
@@ -66,7 +60,7 @@ void CommThreadScanDevice::start(const Z7Device &device, int timeoutMs)
 {
     startPass(timeoutMs, [this, &device] {
         m_device = device;
-        m_device.assignAddress(firstAddress);
+        m_device.assignAddress(lowestBusAddress);
     });
 }
 
@@ -76,7 +70,7 @@ void CommThreadScanDevice::run()
     const int timeoutMs = fetchStart([this, &device] { device = m_device; });
 
     Z7BusPort port;
-    emit transactionStarted(lastAddress, device);
+    emit transactionStarted(highestBusAddress, device);
     const int error = port.open(device.portInfo.portName());
     if (error == TelegramError::None) {
         sweep(port, device, timeoutMs);
@@ -91,7 +85,7 @@ void CommThreadScanDevice::sweep(Z7BusPort &port, Z7Device device, int timeoutMs
     // A probe is one step, whether a drive answers or not.
     Z7ExchangeObserver silent;
     Z7Exchange exchange(port, timeoutMs, cancelled(), silent);
-    while (device.address <= lastAddress && !cancelled()) {
+    while (device.address <= highestBusAddress && !cancelled()) {
         Z7CheckProtocolTelegramStack stack(device);
         exchange.probe(stack);
         emit transactionProgress();

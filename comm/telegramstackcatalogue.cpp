@@ -1,5 +1,6 @@
 #include "comm/telegramstackcatalogue.h"
 
+#include "model/drivefacts.h"
 #include "protocol/telegramcatalogue.h"
 
 namespace {

@@ -2,23 +2,6 @@
 
 #include "comm/telegramstack.h"
 
-/// Parameter numbers that the program itself sends, beside those of the definitions.
-namespace ParameterNumber {
-enum Number {
-    OperationMode1 = 0x0001,
-    OperationMode2 = 0x0002,
-    BusAddress = 0x0052,
-    ActualSpeed = 0x8001,
-    ActualPositionFraction = 0x8003, ///< in 65535ths of a turn
-    ActualPositionTurns = 0x8004,
-    ActualTemperature = 0x8005,
-    ActualCurrent = 0x8007,
-    DigitalOutputs = 0x8008, ///< low byte
-    DigitalInputs = 0x8009, ///< low byte
-    AnalogInputA1 = 0x800D,
-};
-}
-
 /// Logs on, reads the status bits, the software version and the ten live values: 14 telegrams.
 ///
 /// It logs on twice: with the bus address as password, the drive's state at delivery, and with the record's

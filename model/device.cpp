@@ -1,6 +1,7 @@
 #include "model/device.h"
 
 #include "control/services/services.h"
+#include "model/drivefacts.h"
 #include "model/parameterdefinitions.h"
 
 namespace {
@@ -231,12 +232,12 @@ void Z7Device::copyConnectionState(const Z7Device &d)
 
 bool Z7Device::isDigitalOutputSet(int n) const
 {
-    return isBitSet(digitalOutputs, n, 3);
+    return isBitSet(digitalOutputs, n, digitalOutputCount);
 }
 
 bool Z7Device::isDigitalInputSet(int n) const
 {
-    return isBitSet(digitalInputs, n, 4);
+    return isBitSet(digitalInputs, n, digitalInputCount);
 }
 
 void registerDeviceTypes()

@@ -116,7 +116,7 @@ struct Z7Device
     QString softwareVersion = unknownVersion();
     int operationMode1 = 0;
     int operationMode2 = 0;
-    quint8 statusBits = 0;
+    quint8 statusBits = 0; ///< of StatusBit
     quint8 digitalOutputs = 0;
     quint8 digitalInputs = 0;
     int analogInputA1 = 0; ///< raw counts

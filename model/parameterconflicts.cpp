@@ -2,6 +2,7 @@
 
 #include "control/services/language.h"
 #include "control/services/services.h"
+#include "model/drivefacts.h"
 #include "model/parameterdefinitions.h"
 
 #include <algorithm>
@@ -17,8 +18,10 @@ struct RisingRule
 };
 
 constexpr RisingRule risingRules[] = {
-    {{11, 12, 13}, "ConflictingParamsRotation", "Parameterkonflikt Drehzahl: %1 <= %2 <= %3 verletzt."},
-    {{38, 39, 40}, "ConflictingParamsCurrent", "Parameterkonflikt Strom: %1 <= %2 <= %3 verletzt."},
+    {{ParameterNumber::SpeedCurveX1, ParameterNumber::SpeedCurveX2, ParameterNumber::SpeedCurveX3},
+        "ConflictingParamsRotation", "Parameterkonflikt Drehzahl: %1 <= %2 <= %3 verletzt."},
+    {{ParameterNumber::CurrentCurveX1, ParameterNumber::CurrentCurveX2, ParameterNumber::CurrentCurveX3},
+        "ConflictingParamsCurrent", "Parameterkonflikt Strom: %1 <= %2 <= %3 verletzt."},
 };
 
 int valueAfterWrite(int number, const Z7DeviceParamSet &user, const Z7DeviceParamSet &device)
@@ -62,7 +65,7 @@ QString filledText(const QString &text, const std::array<int, 3> &values)
 
 bool isInputHigh(const Z7Device &device)
 {
-    return device.isDigitalInputSet(1) || device.isDigitalInputSet(2);
+    return device.isDigitalInputSet(digitalInputA) || device.isDigitalInputSet(digitalInputB);
 }
 
 const Z7ParamDefinitions &definitionsOf(const Z7Device &device)

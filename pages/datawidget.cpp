@@ -2,14 +2,8 @@
 
 #include "control/services/language.h"
 #include "control/services/services.h"
+#include "model/drivefacts.h"
 #include "model/parameterdefinitions.h"
-
-namespace {
-
-/// The parameters whose option texts name the operating modes.
-enum { ModeOfInput1 = 1, ModeOfInput2 = 2 };
-
-} // namespace
 
 Z7DataWidget::Z7DataWidget(QWidget *parent)
     : QWidget(parent)
@@ -84,8 +78,9 @@ QString Z7DataWidget::modePairText() const
     const int mode1 = device.operationMode1;
     const int mode2 = device.operationMode2;
     return QStringLiteral("%1/%2 (%3/%4)")
-        .arg(QString::number(mode1), QString::number(mode2), optionText(ModeOfInput1, mode1),
-            optionText(ModeOfInput2, mode2));
+        .arg(QString::number(mode1), QString::number(mode2),
+            optionText(ParameterNumber::OperationMode1, mode1),
+            optionText(ParameterNumber::OperationMode2, mode2));
 }
 
 void Z7DataWidget::reportUserText(int number, const QString &text)

@@ -1,6 +1,7 @@
 #include "pages/devicestatusdialog.h"
 
 #include "control/services/language.h"
+#include "model/drivefacts.h"
 #include "model/parameterdefinitions.h"
 #include "pages/pagestyle.h"
 #include "ui_devicestatusdialog.h"
@@ -13,27 +14,24 @@ constexpr const char *yellowLamp = ":/images/YellowIcon_16px.png";
 constexpr const char *grayLamp = ":/images/GrayIcon_16px.png";
 
 /// One bit of the status byte. Its texts and its lamp bear its name: cbOverTemp, lOverTemp, StatusOverTemp.
-struct StatusBit
+struct StatusRow
 {
+    StatusBit::Mask mask;
     const char *name;
     const char *text;
     const char *litLamp;
 };
 
-/// From bit 0 to bit 7.
-constexpr StatusBit statusBitTable[] = {
-    {"OverTemp", "Antrieb erkennt Übertemperatur", redLamp},
-    {"Active", "Antrieb ist aktiv", greenLamp},
-    {"OverVoltage", "Antrieb erkennt Überspannung", redLamp},
-    {"UnderVoltage", "Antrieb erkennt Unterspannung", redLamp},
-    {"HardwareError", "Antrieb erkennt Hardwarefehler", redLamp},
-    {"OverPower", "Antrieb erkennt Überstrom", redLamp},
-    {"AckRequired", "Antrieb benötigt eine Quittierung", yellowLamp},
-    {"Ready", "Antrieb ist bereit", greenLamp},
+constexpr StatusRow statusRows[] = {
+    {StatusBit::OverTemperature, "OverTemp", "Antrieb erkennt Übertemperatur", redLamp},
+    {StatusBit::Active, "Active", "Antrieb ist aktiv", greenLamp},
+    {StatusBit::OverVoltage, "OverVoltage", "Antrieb erkennt Überspannung", redLamp},
+    {StatusBit::UnderVoltage, "UnderVoltage", "Antrieb erkennt Unterspannung", redLamp},
+    {StatusBit::HardwareError, "HardwareError", "Antrieb erkennt Hardwarefehler", redLamp},
+    {StatusBit::OverCurrent, "OverPower", "Antrieb erkennt Überstrom", redLamp},
+    {StatusBit::AcknowledgeRequired, "AckRequired", "Antrieb benötigt eine Quittierung", yellowLamp},
+    {StatusBit::Ready, "Ready", "Antrieb ist bereit", greenLamp},
 };
-
-constexpr int outputCount = 3;
-constexpr int inputCount = 4;
 
 QString statusPageText(const char *key, const char *defaultText)
 {
@@ -107,13 +105,13 @@ void DeviceStatusDialog::setTexts()
     m_ui->gbOutput->setTitle(statusPageText("CurrentOuput", "Ausgänge"));
     m_ui->gbInput->setTitle(statusPageText("CurrentDigitalInput", "Digitaleingänge"));
     m_ui->gbAnalogInputA1->setTitle(statusPageText("AnalogInputA1", "Analogeingang A1"));
-    for (const StatusBit &bit : statusBitTable)
+    for (const StatusRow &bit : statusRows)
         findChild<QCheckBox *>(QStringLiteral("cb") + QLatin1String(bit.name))
             ->setText(statusPageText((QByteArray("Status") + bit.name).constData(), bit.text));
-    for (int number = 1; number <= outputCount; ++number)
+    for (int number = 1; number <= digitalOutputCount; ++number)
         label(QStringLiteral("edOutput_%1").arg(number))
             ->setText(numberedText("OutputO", "Ausgang O", number));
-    for (int number = 1; number <= inputCount; ++number)
+    for (int number = 1; number <= digitalInputCount; ++number)
         label(QStringLiteral("edInput_%1").arg(number))
             ->setText(numberedText("DigitalInput", "Digitaleingang ", number));
 }
@@ -124,11 +122,11 @@ void DeviceStatusDialog::setUnits()
         unit->setText(definitionText(paramDefinitions()->paramUnit(number)));
     };
     // The live values, as the drive's read-only parameters.
-    setUnit(m_ui->lCurrentRotationsUnit, 0x8001);
-    setUnit(m_ui->lCurrentPowerUnit, 0x8007);
-    setUnit(m_ui->lCurrentPositionUnit, 0x8004);
-    setUnit(m_ui->lCurrentTempUnit, 0x8005);
-    setUnit(m_ui->edAnalogInputUnit, 0x800D);
+    setUnit(m_ui->lCurrentRotationsUnit, ParameterNumber::ActualSpeed);
+    setUnit(m_ui->lCurrentPowerUnit, ParameterNumber::ActualCurrent);
+    setUnit(m_ui->lCurrentPositionUnit, ParameterNumber::ActualPositionTurns);
+    setUnit(m_ui->lCurrentTempUnit, ParameterNumber::ActualTemperature);
+    setUnit(m_ui->edAnalogInputUnit, ParameterNumber::AnalogInputA1);
 }
 
 void DeviceStatusDialog::DeviceUpdate(const Z7Device &d)
@@ -164,11 +162,8 @@ void DeviceStatusDialog::showIdentity()
 
 void DeviceStatusDialog::showStatusBits()
 {
-    int mask = 1;
-    for (const StatusBit &bit : statusBitTable) {
-        setLamp(label(QLatin1Char('l') + QLatin1String(bit.name)), device.statusBits & mask, bit.litLamp);
-        mask <<= 1;
-    }
+    for (const StatusRow &bit : statusRows)
+        setLamp(label(QLatin1Char('l') + QLatin1String(bit.name)), device.statusBits & bit.mask, bit.litLamp);
 }
 
 void DeviceStatusDialog::showLiveValues()
@@ -182,9 +177,9 @@ void DeviceStatusDialog::showLiveValues()
 
 void DeviceStatusDialog::showInputsAndOutputs()
 {
-    for (int number = 1; number <= outputCount; ++number)
+    for (int number = 1; number <= digitalOutputCount; ++number)
         setLamp(
             label(QStringLiteral("lOutput_%1").arg(number)), device.isDigitalOutputSet(number), greenLamp);
-    for (int number = 1; number <= inputCount; ++number)
+    for (int number = 1; number <= digitalInputCount; ++number)
         setLamp(label(QStringLiteral("lInput_%1").arg(number)), device.isDigitalInputSet(number), greenLamp);
 }

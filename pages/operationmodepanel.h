@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/drivefacts.h"
+
 #include <QFrame>
 
 #include <memory>
@@ -9,13 +11,6 @@ struct Z7Device;
 namespace Ui {
 class OperationModePanel;
 }
-
-/// The operating modes in which drives use the parameters of a page.
-enum OperationMode {
-    FixedSpeedMode = 1,
-    AnalogCurrentMode = 2,
-    PositioningMode = 3,
-};
 
 /// Tells which operating modes the drive is in, and warns as long as neither of them is the one in which the
 /// parameters of the page have an effect. Main thread only.

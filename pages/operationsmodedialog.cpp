@@ -1,23 +1,18 @@
 #include "pages/operationsmodedialog.h"
 
 #include "control/services/language.h"
+#include "model/drivefacts.h"
 #include "model/parameterdefinitions.h"
 #include "ui_operationsmodedialog.h"
-
-namespace {
-
-enum Param { ModeInput1 = 1, ModeInput2 = 2, Restart = 6 };
-
-} // namespace
 
 OperationsModeDialog::OperationsModeDialog(QWidget *parent)
     : LabelledDataWidget("DialogOperationsMode", "", parent)
     , m_ui(std::make_unique<Ui::OperationsModeDialog>())
 {
     m_ui->setupUi(this);
-    addParam(ModeInput1, QStringLiteral("RevolutionN1"));
-    addParam(ModeInput2, QStringLiteral("RevolutionN2"));
-    addParam(Restart, QStringLiteral("RevolutionN3"));
+    addParam(ParameterNumber::OperationMode1, QStringLiteral("RevolutionN1"));
+    addParam(ParameterNumber::OperationMode2, QStringLiteral("RevolutionN2"));
+    addParam(ParameterNumber::Restart, QStringLiteral("RevolutionN3"));
 }
 
 OperationsModeDialog::~OperationsModeDialog() = default;
@@ -41,11 +36,11 @@ void OperationsModeDialog::newDeviceParam(const Z7DeviceParam &param)
 QLabel *OperationsModeDialog::meaningLabel(int number) const
 {
     switch (number) {
-    case ModeInput1:
+    case ParameterNumber::OperationMode1:
         return m_ui->lTextI1;
-    case ModeInput2:
+    case ParameterNumber::OperationMode2:
         return m_ui->lTextI2;
-    case Restart:
+    case ParameterNumber::Restart:
         return m_ui->lTextWiederanlauf;
     default:
         return nullptr;

@@ -1,17 +1,13 @@
 #include "pages/rs485dialog.h"
 
 #include "control/services/language.h"
+#include "model/drivefacts.h"
 #include "pages/integervalidator.h"
 #include "pages/messages.h"
 #include "pages/pagestyle.h"
 #include "ui_rs485dialog.h"
 
 namespace {
-
-constexpr int addressParam = 0x52;
-/// What a drive can be reached at. The same for all versions, whatever their definitions say.
-constexpr int lowestAddress = 1;
-constexpr int highestAddress = 255;
 
 QString rs485Text(const char *key, const char *defaultText)
 {
@@ -26,7 +22,7 @@ RS485Dialog::RS485Dialog(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->BtnChangeAdress->setIcon(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png")));
-    addParamId(addressParam);
+    addParamId(ParameterNumber::BusAddress);
 }
 
 RS485Dialog::~RS485Dialog() = default;
@@ -50,7 +46,7 @@ void RS485Dialog::initPage()
     m_ui->edParam0x52User->setFont(PageStyle::boldFont());
     m_ui->edParam0x52User->setAlignment(Qt::AlignRight);
     delete m_ui->edParam0x52User->validator();
-    m_ui->edParam0x52User->setValidator(new IntegerValidator(lowestAddress, highestAddress, this));
+    m_ui->edParam0x52User->setValidator(new IntegerValidator(lowestBusAddress, highestBusAddress, this));
 }
 
 void RS485Dialog::clearUserValues()
@@ -60,7 +56,7 @@ void RS485Dialog::clearUserValues()
 
 void RS485Dialog::newDeviceParam(const Z7DeviceParam &param)
 {
-    if (param.number == addressParam)
+    if (param.number == ParameterNumber::BusAddress)
         m_ui->lParam0x52Device->setText(QString::number(param.value));
 }
 
@@ -68,7 +64,7 @@ void RS485Dialog::updateAdress()
 {
     bool isNumber = false;
     const int address = m_ui->edParam0x52User->text().toInt(&isNumber);
-    if (isNumber && address >= lowestAddress && address <= highestAddress)
+    if (isNumber && isBusAddress(address))
         emit sendChangeAdress(address);
     else
         Messages::showError(

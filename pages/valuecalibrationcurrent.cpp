@@ -1,5 +1,6 @@
 #include "pages/valuecalibrationcurrent.h"
 
+#include "model/drivefacts.h"
 #include "pages/operationmodepanel.h"
 
 #include <QVBoxLayout>
@@ -8,8 +9,9 @@ namespace {
 
 constexpr CalibrationCurve currentCurve {
     "DialogValueCalibrationCurrent",
-    {0x26, 0x27, 0x28},
-    {0x29, 0x2A, 0x2B, 0x2C, 0x2D},
+    {ParameterNumber::CurrentCurveX1, ParameterNumber::CurrentCurveX2, ParameterNumber::CurrentCurveX3},
+    {ParameterNumber::CurrentCurveY0, ParameterNumber::CurrentCurveY1, ParameterNumber::CurrentCurveY2,
+        ParameterNumber::CurrentCurveY3, ParameterNumber::CurrentCurveY4},
     0,
     100,
     "CurrentInput",

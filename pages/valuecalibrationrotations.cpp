@@ -1,11 +1,14 @@
 #include "pages/valuecalibrationrotations.h"
 
+#include "model/drivefacts.h"
+
 namespace {
 
 constexpr CalibrationCurve speedCurve {
     "DialogValueCalibrationRotations",
-    {0x0B, 0x0C, 0x0D},
-    {0x0E, 0x0F, 0x10, 0x11, 0x12},
+    {ParameterNumber::SpeedCurveX1, ParameterNumber::SpeedCurveX2, ParameterNumber::SpeedCurveX3},
+    {ParameterNumber::SpeedCurveY0, ParameterNumber::SpeedCurveY1, ParameterNumber::SpeedCurveY2,
+        ParameterNumber::SpeedCurveY3, ParameterNumber::SpeedCurveY4},
     -30000,
     29999,
     "RevolutionsInput",

@@ -1,25 +1,25 @@
 #include "shell/devicecontrolwidget.h"
 
 #include "control/services/language.h"
+#include "model/drivefacts.h"
 #include "model/errorcodes.h"
 #include "pages/pagestyle.h"
 #include "ui_devicecontrolwidget.h"
 
 namespace {
 
-/// Over-temperature, over-voltage, under-voltage, hardware fault, over-current.
-constexpr int faultBits = 0x3D;
-constexpr int acknowledgeBit = 0x40;
-/// Active or ready.
-constexpr int workingBits = 0x82;
-
-const char *lampResource(int statusBits)
+const char *lampResource(DriveCondition condition)
 {
-    if (statusBits & faultBits)
+    switch (condition) {
+    case DriveCondition::Fault:
         return ":/images/RedIcon_16px.png";
-    if (statusBits & acknowledgeBit)
+    case DriveCondition::AcknowledgeRequired:
         return ":/images/YellowIcon_16px.png";
-    return statusBits & workingBits ? ":/images/GreenIcon_16px.png" : ":/images/GrayIcon_16px.png";
+    case DriveCondition::Working:
+        return ":/images/GreenIcon_16px.png";
+    default:
+        return ":/images/GrayIcon_16px.png";
+    }
 }
 
 } // namespace
@@ -73,7 +73,7 @@ void DeviceControlWidget::showDevice(const Z7Device &device)
 {
     m_ui->LPort->setText(device.portInfo.portName());
     m_ui->LDevice->setText(shortDeviceName(device));
-    m_ui->LDeviceStatus->setPixmap(PageStyle::smallPixmap(lampResource(device.statusBits)));
+    m_ui->LDeviceStatus->setPixmap(PageStyle::smallPixmap(lampResource(driveCondition(device.statusBits))));
     m_ui->lCurrent->setText(QString::number(device.actualSpeed));
     m_ui->LPower->setText(QString::number(device.actualCurrent));
     m_ui->lCurrentText->setText(commonText("CurrentRotations", "Ist-Drehzahl:"));

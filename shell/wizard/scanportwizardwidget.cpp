@@ -1,6 +1,7 @@
 #include "shell/wizard/scanportwizardwidget.h"
 
 #include "control/services/language.h"
+#include "model/drivefacts.h"
 #include "pages/integervalidator.h"
 #include "shell/wizard/wizardrows.h"
 #include "ui_scanportwizardwidget.h"
@@ -8,9 +9,6 @@
 Q_DECLARE_METATYPE(QSerialPortInfo)
 
 namespace {
-
-constexpr int lowestAddress = 1;
-constexpr int highestAddress = 255;
 
 /// "ttyUSB0 [busy] (USB adapter) - 1027": what helps a person to tell the ports apart.
 QString portText(const QSerialPortInfo &port)
@@ -37,8 +35,8 @@ ScanPortWizardWidget::ScanPortWizardWidget(bool manual, ConnectionsDialog *dialo
     m_ui->LPassword->setText(connectionText("Password", "Passwort"));
     m_ui->BtnScanPorts->setIcon(QIcon(QStringLiteral(":/images/refresh-icon.png")));
     connect(m_ui->BtnScanPorts, SIGNAL(clicked()), SLOT(updatePorts()));
-    m_ui->EdAdress->setValidator(new IntegerValidator(lowestAddress, highestAddress, this));
-    m_ui->EdAdress->setText(QString::number(lowestAddress));
+    m_ui->EdAdress->setValidator(new IntegerValidator(lowestBusAddress, highestBusAddress, this));
+    m_ui->EdAdress->setText(QString::number(lowestBusAddress));
     m_ui->EdPassword->setValidator(new IntegerValidator(this));
     m_ui->EdPassword->setText(QStringLiteral("0"));
     for (QWidget *widget : {static_cast<QWidget *>(m_ui->LAdress), static_cast<QWidget *>(m_ui->EdAdress),

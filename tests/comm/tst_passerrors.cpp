@@ -2,6 +2,7 @@
 // exchange is never tried again.
 
 #include "comm/commthreads.h"
+#include "model/drivefacts.h"
 #include "tests/comm/commnews.h"
 #include "tests/comm/drivebus.h"
 

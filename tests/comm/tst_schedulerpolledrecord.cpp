@@ -1,5 +1,6 @@
 // What becomes of a polling stack that is replaced, and how the live update learns what other passes changed.
 
+#include "model/drivefacts.h"
 #include "tests/comm/schedulerbench.h"
 
 #include <QtTest>
