@@ -2,11 +2,9 @@
 
 #include "model/parameterfile.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -17,14 +15,11 @@ const QString fileName = QStringLiteral("drive.z7param");
 
 } // namespace
 
-class TestCurrentParameterFile : public QObject
+class TestCurrentParameterFile : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void thereIsNoParameterFileAtStart();
     void savedFileStaysCurrentOne();
     void fileThatCouldNotBeWrittenIsCurrentOneToo();
@@ -37,9 +32,6 @@ private slots:
 
     void sampleDriveComesBackFromItsFile_data();
     void sampleDriveComesBackFromItsFile();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestCurrentParameterFile::thereIsNoParameterFileAtStart()

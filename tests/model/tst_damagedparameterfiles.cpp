@@ -4,13 +4,12 @@
 #include "model/parameterfile.h"
 #include "tests/model/folderwithpermissions.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QtTest>
 
-#include <optional>
 #include <sys/stat.h>
 
 namespace {
@@ -62,14 +61,11 @@ QByteArray growingEntities(const char *kind, char reference)
 
 } // namespace
 
-class TestDamagedParameterFiles : public QObject
+class TestDamagedParameterFiles : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void whatIsNoFileCannotBeOpened_data();
     void whatIsNoFileCannotBeOpened();
     void fileThatMayNotBeReadCannotBeOpened();
@@ -90,9 +86,6 @@ private slots:
 
     void randomBytesAreNoParameterFile();
     void fileWithChangedBytesIsReadOrRefused();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestDamagedParameterFiles::whatIsNoFileCannotBeOpened_data()

@@ -1,8 +1,8 @@
 // One parameter of a drive, and the set of them: what a pass forgets and what it keeps.
 
-#include "control/services/services.h"
 #include "model/device.h"
 #include "model/parameterdefinitions.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
@@ -34,13 +34,11 @@ Z7DeviceParamSet setOf(const QList<Z7DeviceParam> &params)
 
 } // namespace
 
-class TestDeviceParamSet : public QObject
+class TestDeviceParamSet : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void cleanup() { Z7Services::shutdown(); }
-
     void defaultParameterIsUnsignedAndHasNoNumber();
     void parameterTakesItsFourFields();
     void parameterWithNewValueHasOne();

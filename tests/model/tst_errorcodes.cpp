@@ -2,21 +2,17 @@
 
 #include "control/services/services.h"
 #include "model/errorcodes.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
 #include <climits>
-#include <optional>
 
-class TestErrorCodes : public QObject
+class TestErrorCodes : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup();
-
     void eachNumberHasItsText_data();
     void eachNumberHasItsText();
     void textIsSameWithoutLanguageFile_data() { eachNumberHasItsText_data(); }
@@ -24,9 +20,6 @@ private slots:
     void languageFileBeatsGermanText();
     void languageFileCanNameNumberWithoutText();
     void shownNumberTurnsUpInLanguageFile();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 namespace {
@@ -34,12 +27,6 @@ namespace {
 const QString languageFile = QStringLiteral("deutsch.z7lang");
 
 } // namespace
-
-void TestErrorCodes::cleanup()
-{
-    Z7Services::shutdown();
-    m_folder.reset();
-}
 
 void TestErrorCodes::eachNumberHasItsText_data()
 {

@@ -1,12 +1,9 @@
 // The two rules that a drive's values have to keep: support points of a curve rise.
 
-#include "control/services/services.h"
 #include "model/parameterconflicts.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 using Values = QMap<int, int>;
 Q_DECLARE_METATYPE(Values)
@@ -28,14 +25,11 @@ QString conflicts(const Values &user, const Values &device)
 
 } // namespace
 
-class TestParameterConflicts : public QObject
+class TestParameterConflicts : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup();
-
     void supportPointsHaveToRise_data();
     void supportPointsHaveToRise();
     void valueThatNobodyHasReadCountsToo();
@@ -43,16 +37,7 @@ private slots:
     void sentenceComesFromLanguageFile();
     void translationMayLackOrRepeatPlaceholder_data();
     void translationMayLackOrRepeatPlaceholder();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
-
-void TestParameterConflicts::cleanup()
-{
-    Z7Services::shutdown();
-    m_folder.reset();
-}
 
 void TestParameterConflicts::supportPointsHaveToRise_data()
 {

@@ -3,12 +3,11 @@
 
 #include "control/services/services.h"
 #include "model/parameterdefinitions.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
 #include <atomic>
-#include <optional>
 #include <sys/stat.h>
 #include <thread>
 
@@ -36,14 +35,11 @@ QList<int> numbersOf(const Z7ParamDefinitions &definitions)
 
 } // namespace
 
-class TestParameterDefinitionFiles : public QObject
+class TestParameterDefinitionFiles : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup();
-
     void fileOfVersionIsRead();
     void unusualVersionIsPartOfNameAsItIs();
     void umlautsAreLatin1();
@@ -71,16 +67,7 @@ private slots:
     void workerMayAskWhileFileIsRead();
     void rowsOfFileComeAllAtOnce();
     void workersThatMeetNewVersionGetSameObject();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
-
-void TestParameterDefinitionFiles::cleanup()
-{
-    Z7Services::shutdown();
-    m_folder.reset();
-}
 
 void TestParameterDefinitionFiles::fileOfVersionIsRead()
 {

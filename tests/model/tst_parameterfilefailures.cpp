@@ -5,11 +5,9 @@
 #include "tests/model/folderwithpermissions.h"
 #include "tests/model/parameterdocument.h"
 #include "tests/support/failingcalls.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -48,23 +46,17 @@ void saveWithEachFailure(const QByteArray &call, z7_failure failure, const QByte
 
 Q_DECLARE_METATYPE(z7_failure)
 
-class TestParameterFileFailures : public QObject
+class TestParameterFileFailures : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void fileIsWholeWhicheverCallFails_data();
     void fileIsWholeWhicheverCallFails();
     void diskThatFailsAltogetherIsTold_data();
     void diskThatFailsAltogetherIsTold();
     void fileThatIsWrittenInPlaceIsPutBack_data();
     void fileThatIsWrittenInPlaceIsPutBack();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestParameterFileFailures::fileIsWholeWhicheverCallFails_data()

@@ -3,8 +3,8 @@
 
 #include "model/parameterfile.h"
 #include "tests/model/parameterdocument.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/smallfilesystem.h"
-#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 
@@ -35,21 +35,21 @@ Z7Device driveWithPages(int pages)
 
 } // namespace
 
-class TestParameterFileFullDisk : public QObject
+class TestParameterFileFullDisk : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void init();
-    void cleanup();
 
     void oldFileStaysUnlessNewOneHasRoom_data();
     void oldFileStaysUnlessNewOneHasRoom();
     void fileThatFindsNoRoomIsNotMade();
 
 private:
-    std::optional<WorkingFolder> m_folder;
+    void prepare() override;
+    void tidyUp() override;
+
     std::optional<SmallFileSystem> m_disk;
 };
 
@@ -59,17 +59,14 @@ void TestParameterFileFullDisk::initTestCase()
         QSKIP("No file system may be mounted here.");
 }
 
-void TestParameterFileFullDisk::init()
+void TestParameterFileFullDisk::prepare()
 {
-    m_folder.emplace();
     m_disk.emplace(64);
 }
 
-void TestParameterFileFullDisk::cleanup()
+void TestParameterFileFullDisk::tidyUp()
 {
-    Z7Services::shutdown();
     m_disk.reset();
-    m_folder.reset();
 }
 
 void TestParameterFileFullDisk::oldFileStaysUnlessNewOneHasRoom_data()

@@ -3,12 +3,10 @@
 
 #include "model/parameterfile.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QTextCodec>
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -36,14 +34,11 @@ Z7DeviceParam onlyParameter(const Z7ParameterFile &file)
 
 } // namespace
 
-class TestParameterFileReading : public QObject
+class TestParameterFileReading : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void fileGivesItsVersionAndItsValues();
     void valueReadIsMarkedAsPresent();
     void formOfDocumentDoesNotMatter_data();
@@ -77,9 +72,6 @@ private slots:
 
     void openingAnotherFileForgetsValuesOfFirst();
     void openingFileWithoutVersionKeepsVersionOfFirst();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestParameterFileReading::fileGivesItsVersionAndItsValues()

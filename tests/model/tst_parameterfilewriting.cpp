@@ -3,11 +3,10 @@
 
 #include "model/parameterfile.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
-#include <optional>
 #include <sys/stat.h>
 
 namespace {
@@ -52,14 +51,11 @@ void writeOldFile(mode_t permissions)
 
 } // namespace
 
-class TestParameterFileWriting : public QObject
+class TestParameterFileWriting : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void wholeFileIsOneLine();
     void parametersStandInAscendingOrder();
     void readOnlyParametersAreLeftOut();
@@ -77,9 +73,6 @@ private slots:
     void savedFileKeepsItsPermissions();
     void linkStaysOneAndFileBehindItIsWritten();
     void nothingElseLiesInFolderAfterwards();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestParameterFileWriting::wholeFileIsOneLine()

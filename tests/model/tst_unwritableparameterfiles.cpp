@@ -3,12 +3,11 @@
 #include "model/parameterfile.h"
 #include "tests/model/folderwithpermissions.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
 #include <csignal>
-#include <optional>
 #include <sys/resource.h>
 #include <sys/sysmacros.h>
 
@@ -62,14 +61,11 @@ private:
 
 } // namespace
 
-class TestUnwritableParameterFiles : public QObject
+class TestUnwritableParameterFiles : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void pathThatCannotBeOpenedIsToldInOneText_data();
     void pathThatCannotBeOpenedIsToldInOneText();
     void textComesFromLanguageFile();
@@ -85,9 +81,6 @@ private slots:
     void fullDiskLeavesNoHalfFile();
     void fullDiskLeavesFileThatIsWrittenInPlace_data();
     void fullDiskLeavesFileThatIsWrittenInPlace();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestUnwritableParameterFiles::pathThatCannotBeOpenedIsToldInOneText_data()

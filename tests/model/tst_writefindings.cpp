@@ -3,11 +3,9 @@
 #include "control/services/services.h"
 #include "model/parameterconflicts.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 using Values = QMap<int, int>;
 Q_DECLARE_METATYPE(Values)
@@ -74,14 +72,11 @@ QStringList findingsOf(const Z7Device &drive, const Values &changes)
 
 } // namespace
 
-class TestWriteFindings : public QObject
+class TestWriteFindings : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { m_folder.reset(); }
-
     void whatStandsAgainstWriteIsFound_data();
     void whatStandsAgainstWriteIsFound();
     void changeOfDriveWithoutDefinitionsIsUnknown();
@@ -92,12 +87,12 @@ private slots:
     void sentenceOnInputsComesFromLanguageFile();
 
 private:
-    std::optional<WorkingFolder> m_folder;
+private:
+    void prepare() override;
 };
 
-void TestWriteFindings::init()
+void TestWriteFindings::prepare()
 {
-    m_folder.emplace();
     defineParameters();
 }
 

@@ -1,21 +1,19 @@
 // The support points of the two scaling curves: what the fields take, show and report.
 
 #include "tests/pages/curvepage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QIntValidator>
 #include <QSignalMapper>
 
 #include <optional>
 
-class TestCalibrationCurves : public QObject
+class TestCalibrationCurves : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase_data() { addCurvePages(); }
-    void init();
-    void cleanup();
 
     void parametersAreReadXBeforeY();
     void placesAreEmptyButForEnds();
@@ -58,24 +56,24 @@ private slots:
     void fixedEndsNeverChangeAndReportNothing();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     static void addPlaces();
     static QString place();
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownCurve> curve;
 };
 
-void TestCalibrationCurves::init()
+void TestCalibrationCurves::prepare()
 {
-    folder.emplace();
     curve.emplace(curvePage());
     curve->define();
 }
 
-void TestCalibrationCurves::cleanup()
+void TestCalibrationCurves::tidyUp()
 {
     curve.reset();
-    folder.reset();
 }
 
 void TestCalibrationCurves::addPlaces()

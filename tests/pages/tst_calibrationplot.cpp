@@ -1,7 +1,7 @@
 // The polylines of the two scaling curves: what the drive holds, and what the user is about to write.
 
 #include "tests/pages/curvepage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QLayout>
 
@@ -34,14 +34,12 @@ QPair<const double *, const double *> arraysOf(const QwtPlotCurve *curve)
 
 } // namespace
 
-class TestCalibrationPlot : public QObject
+class TestCalibrationPlot : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase_data() { addCurvePages(); }
-    void init();
-    void cleanup();
 
     void plotStandsAboveLegend();
     void plotHasNoFrameAndDrawsByItself();
@@ -74,6 +72,9 @@ private slots:
     void curvesReadSamplesWhereTheyLie();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     const QwtPlotCurve *curveAt(int index) const
     {
         return static_cast<const QwtPlotCurve *>(plot->itemList(QwtPlotItem::Rtti_PlotCurve).at(index));
@@ -88,14 +89,12 @@ private:
     const QwtPlotCurve *deviceCurve() const { return curveAt(0); }
     const QwtPlotCurve *userCurve() const { return curveAt(1); }
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownCurve> curve;
     QwtPlot *plot = nullptr;
 };
 
-void TestCalibrationPlot::init()
+void TestCalibrationPlot::prepare()
 {
-    folder.emplace();
     curve.emplace(curvePage());
     curve->define();
     plot = curve->page->findChild<QwtPlot *>();
@@ -103,10 +102,9 @@ void TestCalibrationPlot::init()
     QCOMPARE(plot->itemList(QwtPlotItem::Rtti_PlotCurve).size(), 2);
 }
 
-void TestCalibrationPlot::cleanup()
+void TestCalibrationPlot::tidyUp()
 {
     curve.reset();
-    folder.reset();
 }
 
 void TestCalibrationPlot::plotStandsAboveLegend()

@@ -1,7 +1,7 @@
 // What the two scaling curves say, in German and in the user's language.
 
 #include "tests/pages/curvepage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <optional>
 
@@ -63,14 +63,12 @@ QVector<Text> textsOf(int page)
 
 } // namespace
 
-class TestCalibrationTexts : public QObject
+class TestCalibrationTexts : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase_data() { addCurvePages(); }
-    void init();
-    void cleanup();
 
     void textsAreGerman();
     void textsAreInUsersLanguage();
@@ -83,28 +81,28 @@ private slots:
     void pageHasNameOfItsClass();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void writeLanguage(const QString &entries) const;
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownCurve> curve;
 };
 
-void TestCalibrationTexts::init()
+void TestCalibrationTexts::prepare()
 {
-    folder.emplace();
     curve.emplace(curvePage());
 }
 
-void TestCalibrationTexts::cleanup()
+void TestCalibrationTexts::tidyUp()
 {
     curve.reset();
-    folder.reset();
 }
 
 /// Writes entries of the page's section; call it before anything asks for a text.
 void TestCalibrationTexts::writeLanguage(const QString &entries) const
 {
-    folder->writeText("deutsch.z7lang", QStringLiteral("[%1]\n%2").arg(curve->data.section, entries));
+    WorkingFolder::writeText("deutsch.z7lang", QStringLiteral("[%1]\n%2").arg(curve->data.section, entries));
 }
 
 void TestCalibrationTexts::textsAreGerman()

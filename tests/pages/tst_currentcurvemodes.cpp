@@ -1,20 +1,17 @@
 // The current curve counts in operating mode 2 only, and the page says whether the drive is in it.
 
 #include "tests/pages/curvepage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QFrame>
 
 #include <optional>
 
-class TestCurrentCurveModes : public QObject
+class TestCurrentCurveModes : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void warningStandsUnlessModeIsTwo_data();
     void warningStandsUnlessModeIsTwo();
     void warningComesAndGoesWithModes();
@@ -28,24 +25,24 @@ private slots:
     void speedCurveHasNoPanel();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     Z7Device inModes(int mode1, int mode2) const;
     bool warns() const { return !curve->child("lSwitchOperationsModeInfo")->isHidden(); }
     QString modes() const { return curve->text("LCurrentOperationsModeTxt"); }
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownCurve> curve;
 };
 
-void TestCurrentCurveModes::init()
+void TestCurrentCurveModes::prepare()
 {
-    folder.emplace();
     curve.emplace(PageNumber::CalibrationCurrent);
 }
 
-void TestCurrentCurveModes::cleanup()
+void TestCurrentCurveModes::tidyUp()
 {
     curve.reset();
-    folder.reset();
 }
 
 Z7Device TestCurrentCurveModes::inModes(int mode1, int mode2) const
@@ -103,7 +100,7 @@ void TestCurrentCurveModes::modesWithoutTextsLeaveSlash()
 
 void TestCurrentCurveModes::wordsOfModesAreInUsersLanguage()
 {
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nStrom=Current\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nStrom=Current\n");
     defineParameters("V123", {"1;I1;;0;0;8;Unsigned;0;rw;0;Analog;Fest;Strom"});
     curve->showFor(inModes(2, 2));
     QCOMPARE(modes(), QStringLiteral("2/2 (Current/)"));

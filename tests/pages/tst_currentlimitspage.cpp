@@ -1,18 +1,15 @@
 // The reversing threshold acts in two quadrants, so the page of the current limits shows it in two fields.
 
 #include "tests/pages/shownpage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <optional>
 
-class TestCurrentLimitsPage : public QObject
+class TestCurrentLimitsPage : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void driveValueStandsInBothPlaces();
     void typingInOneFieldFillsOther_data();
     void typingInOneFieldFillsOther();
@@ -24,15 +21,16 @@ private slots:
     void loneSignInOneFieldReportsNothing();
 
 private:
-    std::optional<WorkingFolder> folder;
+    void prepare() override;
+    void tidyUp() override;
+
     std::optional<ShownPage> shown;
     QLineEdit *upper = nullptr;
     QLineEdit *lower = nullptr;
 };
 
-void TestCurrentLimitsPage::init()
+void TestCurrentLimitsPage::prepare()
 {
-    folder.emplace();
     defineParameters("V123", {"54;Reversierschwelle;1/min;50;-1000;1000;Signed;1;rw;0;"});
     shown.emplace(PageNumber::CurrentLimits);
     shown->showFor(driveWith({readParam(0x36, 50)}));
@@ -40,10 +38,9 @@ void TestCurrentLimitsPage::init()
     lower = shown->field("edParam0x36User_2");
 }
 
-void TestCurrentLimitsPage::cleanup()
+void TestCurrentLimitsPage::tidyUp()
 {
     shown.reset();
-    folder.reset();
 }
 
 void TestCurrentLimitsPage::driveValueStandsInBothPlaces()

@@ -2,9 +2,7 @@
 
 #include "pages/datawidget.h"
 #include "tests/pages/pagetests.h"
-#include "tests/support/workingfolder.h"
-
-#include <optional>
+#include "tests/support/isolatedtest.h"
 
 namespace {
 
@@ -34,14 +32,11 @@ private:
 
 } // namespace
 
-class TestDataWidget : public QObject
+class TestDataWidget : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { folder.emplace(); }
-    void cleanup() { folder.reset(); }
-
     void pageBeginsWithoutParentAndWithoutParameters();
     void pageIsAboutParametersThatItNames();
     void numberNamedTwiceKeepsItsFirstPlace();
@@ -60,9 +55,6 @@ private slots:
 
     void softwareVersionSelectsDefinitions();
     void unknownVersionHasNoNames();
-
-private:
-    std::optional<WorkingFolder> folder;
 };
 
 void TestDataWidget::pageBeginsWithoutParentAndWithoutParameters()

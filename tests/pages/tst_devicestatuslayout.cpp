@@ -2,7 +2,7 @@
 // change.
 
 #include "tests/pages/shownpage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -38,14 +38,11 @@ Z7Device driveWithTheWidestValues()
 
 } // namespace
 
-class TestDeviceStatusLayout : public QObject
+class TestDeviceStatusLayout : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void pageFitsIntoSmallWindow();
     void valuesMoveNothing();
     void widestValueIsSeenWhole_data();
@@ -57,24 +54,24 @@ private slots:
     void pageHasNothingToEdit();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     /// Shows a drive and lays the page out at the least size that it can have.
     void showAtLeastSize(const Z7Device &drive);
     QList<QRect> groupPlaces() const;
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownPage> shown;
 };
 
-void TestDeviceStatusLayout::init()
+void TestDeviceStatusLayout::prepare()
 {
-    folder.emplace();
     shown.emplace(PageNumber::DeviceStatus);
 }
 
-void TestDeviceStatusLayout::cleanup()
+void TestDeviceStatusLayout::tidyUp()
 {
     shown.reset();
-    folder.reset();
 }
 
 void TestDeviceStatusLayout::showAtLeastSize(const Z7Device &drive)

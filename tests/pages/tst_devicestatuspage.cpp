@@ -3,7 +3,7 @@
 #include "control/services/language.h"
 #include "pages/pagestyle.h"
 #include "tests/pages/shownpage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QLocale>
 #include <QSettings>
@@ -92,14 +92,11 @@ Z7Device reachedDrive()
 
 } // namespace
 
-class TestDeviceStatusPage : public QObject
+class TestDeviceStatusPage : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void textStandsAtItsPlace_data();
     void textStandsAtItsPlace();
     void textIsInUsersLanguage_data();
@@ -128,6 +125,9 @@ private slots:
     void networkPageIsEmpty();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void show(const Z7Device &drive) { shown->showFor(drive); }
     /// The text of a label or the title of a group.
     QString textOf(const QString &object) const;
@@ -135,20 +135,17 @@ private:
     QString lamp(const QString &name) const;
     QStringList lamps() const;
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownPage> shown;
 };
 
-void TestDeviceStatusPage::init()
+void TestDeviceStatusPage::prepare()
 {
-    folder.emplace();
     shown.emplace(PageNumber::DeviceStatus);
 }
 
-void TestDeviceStatusPage::cleanup()
+void TestDeviceStatusPage::tidyUp()
 {
     shown.reset();
-    folder.reset();
 }
 
 QString TestDeviceStatusPage::textOf(const QString &object) const
@@ -198,7 +195,7 @@ void TestDeviceStatusPage::textIsInUsersLanguage()
 {
     QFETCH(QString, object);
     QFETCH(QString, key);
-    folder->writeText("deutsch.z7lang", "[DialogDeviceStatus]\n" + key + "=translated\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogDeviceStatus]\n" + key + "=translated\n");
     show(reachedDrive());
     QCOMPARE(textOf(object), QStringLiteral("translated"));
 }
@@ -221,9 +218,8 @@ void TestDeviceStatusPage::introductionTakesRoomOnlyIfItHasText()
     const auto *frame = shown->child<QFrame>("topFrame");
     show(reachedDrive());
     QVERIFY(!frame->isVisible());
-    folder.reset();
-    folder.emplace();
-    folder->writeText("deutsch.z7lang", "[DialogDeviceStatus]\nIntroduction=What the drive reports\n");
+    Z7Services::shutdown();
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogDeviceStatus]\nIntroduction=What the drive reports\n");
     show(reachedDrive());
     QVERIFY(frame->isVisible());
 }
@@ -232,7 +228,7 @@ void TestDeviceStatusPage::unitsAreThoseOfLiveValues()
 {
     for (const int number : {0x8001, 0x8007, 0x8004, 0x8005, 0x800D})
         defineParameters("V123", {QString("%1;Wert;u%1;0;0;0;Signed;1;r;0;").arg(number)});
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nu32773=degrees\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nu32773=degrees\n");
     show(reachedDrive());
     QCOMPARE(shown->text("lCurrentRotationsUnit"), QStringLiteral("u32769"));
     QCOMPARE(shown->text("lCurrentPowerUnit"), QStringLiteral("u32775"));
@@ -310,7 +306,7 @@ void TestDeviceStatusPage::nameVersionAddressAndModesAreShown()
     for (const int input : {1, 2})
         defineParameters(
             "V123", {QString("%1;Modus;;0;0;8;Unsigned;0;rw;0;Null %1;Eins %1;Zwei %1;").arg(input)});
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nZwei%202=two\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nZwei%202=two\n");
     show(inModes(reachedDrive(), 1, 2));
     QCOMPARE(shown->text("lDeviceName"), deviceName(reachedDrive()));
     QCOMPARE(shown->text("lMotorSoftwareVersion_2"), QStringLiteral("V123"));

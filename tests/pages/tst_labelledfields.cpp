@@ -1,9 +1,7 @@
 // What a labelled page makes of its widgets and of the drive's values.
 
 #include "tests/pages/labelledpage.h"
-#include "tests/support/workingfolder.h"
-
-#include <optional>
+#include "tests/support/isolatedtest.h"
 
 namespace {
 
@@ -22,14 +20,11 @@ int connectionsToTheEndOf(const QLineEdit *field)
 
 } // namespace
 
-class TestLabelledFields : public QObject
+class TestLabelledFields : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { folder.reset(); }
-
     void everyParameterOfFormBelongsToPage();
     void userValueIsBoldAndToRight();
     void deviceValueIsGreyAndToRight();
@@ -61,12 +56,12 @@ private slots:
     void introductionShowsTextOfLanguage();
 
 private:
-    std::optional<WorkingFolder> folder;
+private:
+    void prepare() override;
 };
 
-void TestLabelledFields::init()
+void TestLabelledFields::prepare()
 {
-    folder.emplace();
     definePageParameters();
 }
 
@@ -108,7 +103,7 @@ void TestLabelledFields::nameComesFromDefinition()
 
 void TestLabelledFields::nameAndUnitAreShownInUsersLanguage()
 {
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
     LabelledPage page;
     page.showFor(pageDrive());
     QCOMPARE(page.label("lParam0x03ParamName")->text(), QStringLiteral("Ramp"));
@@ -117,13 +112,13 @@ void TestLabelledFields::nameAndUnitAreShownInUsersLanguage()
 
 void TestLabelledFields::nameThatNoLabelShowsIsNotLookedUp()
 {
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nDrehzahl=Speed\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nDrehzahl=Speed\n");
     LabelledPage page;
     page.showFor(pageDrive());
     QCOMPARE(page.field("Param0x03")->accessibleName(), QStringLiteral("Rampe"));
     QCOMPARE(page.field("Param0x1E")->accessibleName(), QStringLiteral("Drehzahl"));
     Z7Services::shutdown();
-    const QByteArray texts = folder->read("deutsch.z7lang");
+    const QByteArray texts = WorkingFolder::read("deutsch.z7lang");
     QVERIFY(texts.contains("Rampe="));
     QVERIFY(!texts.contains("Umdrehungen="));
 }
@@ -270,7 +265,7 @@ void TestLabelledFields::introductionWithoutTextIsHidden()
 
 void TestLabelledFields::introductionShowsTextOfLanguage()
 {
-    folder->writeText("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogTest]\nIntroduction=Rampen des Reglers\n");
     LabelledPage page;
     page.showFor(pageDrive());
     QVERIFY(page.label("lIntro")->isVisible());

@@ -1,18 +1,15 @@
 // The life of an edit on a labelled page: what the page reports for what is typed, and what it never reports.
 
 #include "tests/pages/labelledpage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <optional>
 
-class TestLabelledPage : public QObject
+class TestLabelledPage : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void typedNumberIsReportedAsChange();
     void reportBearsNothingButNumberAndValue();
     void reportTellsSignOfDefinition();
@@ -49,15 +46,16 @@ private slots:
     void restoredValueStandsInBothFields();
 
 private:
-    std::optional<WorkingFolder> folder;
+    void prepare() override;
+    void tidyUp() override;
+
     std::optional<LabelledPage> page;
     std::optional<QSignalSpy> modified;
     std::optional<QSignalSpy> deleted;
 };
 
-void TestLabelledPage::init()
+void TestLabelledPage::prepare()
 {
-    folder.emplace();
     definePageParameters();
     page.emplace();
     page->showFor(pageDrive());
@@ -65,12 +63,11 @@ void TestLabelledPage::init()
     deleted.emplace(&*page, SIGNAL(parameterDeleted(Z7DeviceParam)));
 }
 
-void TestLabelledPage::cleanup()
+void TestLabelledPage::tidyUp()
 {
     deleted.reset();
     modified.reset();
     page.reset();
-    folder.reset();
 }
 
 void TestLabelledPage::typedNumberIsReportedAsChange()

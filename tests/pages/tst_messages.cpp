@@ -1,21 +1,16 @@
 // The boxes that tell a person what went wrong and that ask for a Yes or a No.
 
 #include "pages/messages.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
-#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 
-#include <optional>
-
-class TestMessages : public QObject
+class TestMessages : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { folder.emplace(); }
-    void cleanup() { folder.reset(); }
-
     void errorIsTitledWithTheProgramsName();
     void errorCanBearATitleOfItsOwn();
     void questionStandsBelowItsText();
@@ -30,8 +25,6 @@ private:
     {
         return Messages::isConfirmed(parent, icon, QStringLiteral("All goes."), QStringLiteral("Go on?"));
     }
-
-    std::optional<WorkingFolder> folder;
 };
 
 void TestMessages::errorIsTitledWithTheProgramsName()

@@ -1,10 +1,9 @@
 // Pages whose parameters act in one operating mode only, and the page where the modes are set.
 
 #include "tests/pages/shownpage.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <limits>
-#include <optional>
 
 using namespace PageNumber;
 
@@ -22,14 +21,11 @@ void defineModes()
 
 } // namespace
 
-class TestModePages : public QObject
+class TestModePages : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { folder.reset(); }
-
     // The panel
     void warningStandsUnlessModeIsThatOfPage_data();
     void warningStandsUnlessModeIsThatOfPage();
@@ -73,6 +69,8 @@ private slots:
     void anotherShowingEmptiesWords();
 
 private:
+    void prepare() override;
+
     static void pagesWithAPanel();
     static void modeFields();
     Z7Device modeDrive() const
@@ -84,13 +82,10 @@ private:
     {
         return inModes(driveWith({readParam(shown.page->paramIds().constFirst(), 1)}), mode1, mode2);
     }
-
-    std::optional<WorkingFolder> folder;
 };
 
-void TestModePages::init()
+void TestModePages::prepare()
 {
-    folder.emplace();
     defineModes();
 }
 
@@ -167,7 +162,7 @@ void TestModePages::panelIsInUsersLanguage()
 {
     QFETCH(int, page);
     QFETCH(QByteArray, section);
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[" + section
             + "]\nOperationsModeInfo=Which modes\nCurrentOperaionsMode=Mode now\n"
               "SwitchOperationsModeInfo=Change it\n");
@@ -209,7 +204,7 @@ void TestModePages::modeWithoutWordsLeavesItsPartEmpty()
 void TestModePages::wordsOfModesAreTranslated()
 {
     QFETCH(int, page);
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=forth\nZur%FCck%202=back\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=forth\nZur%FCck%202=back\n");
     ShownPage shown(page);
     shown.showFor(driveOf(shown, 3, 6));
     QCOMPARE(shown.text("LCurrentOperationsModeTxt"), QStringLiteral("3/6 (forth/back)"));
@@ -281,7 +276,7 @@ void TestModePages::valueWithoutWordsHasNoBrackets()
 
 void TestModePages::valueWhoseWordsAreTranslatedToNothingKeepsItsBrackets()
 {
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nPosition%201=\n");
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
     QCOMPARE(shown.text("lTextI1"), QStringLiteral("()"));
@@ -299,7 +294,7 @@ void TestModePages::wordsFollowDriveAndNotUser()
 
 void TestModePages::wordsAreTranslated()
 {
-    folder->writeText(
+    WorkingFolder::writeText(
         "deutsch.z7lang", "[ParamDefinition]\nPosition%201=positioning\nWiederanlauf=restart\n");
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());

@@ -1,9 +1,7 @@
 // The pages with a handful of labelled parameters: what each of them shows, and where.
 
 #include "tests/pages/shownpage.h"
-#include "tests/support/workingfolder.h"
-
-#include <optional>
+#include "tests/support/isolatedtest.h"
 
 using namespace PageNumber;
 
@@ -78,14 +76,11 @@ void defineAll(const QList<int> &numbers)
 
 } // namespace
 
-class TestParameterPages : public QObject
+class TestParameterPages : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { folder.emplace(); }
-    void cleanup() { folder.reset(); }
-
     void pageReadsItsParametersInThisOrder_data() { everyPage(); }
     void pageReadsItsParametersInThisOrder();
     void formHasItsSizeAndPicture_data() { everyPage(); }
@@ -127,8 +122,6 @@ private:
     static void everyLabelledPage();
     static void everyParameter();
     const Member &fetchMember() const;
-
-    std::optional<WorkingFolder> folder;
 };
 
 void TestParameterPages::everyPage()
@@ -198,7 +191,7 @@ void TestParameterPages::descriptionStandsAboveParameters()
 void TestParameterPages::textsAreInUsersLanguage()
 {
     const Member &member = fetchMember();
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         QString("[%1]\nDialogDescription=What it is\nIntroduction=How to use it\n")
             .arg(member.section)
             .toUtf8());
@@ -235,7 +228,7 @@ void TestParameterPages::hiddenTextNeverComesBack()
     QVERIFY(!shown.label(label)->isVisible());
 
     Z7Services::shutdown();
-    folder->writeText("deutsch.z7lang", laterText);
+    WorkingFolder::writeText("deutsch.z7lang", laterText);
     shown.showFor(driveWith({}));
     QCOMPARE(shown.text(label), QStringLiteral("Now"));
     QVERIFY(!shown.label(label)->isVisible());
@@ -248,7 +241,7 @@ void TestParameterPages::textThatIsGoneAtLaterShowingHidesItsLabel()
     QVERIFY(shown.label("lFormDescription")->isVisible());
 
     Z7Services::shutdown();
-    folder->writeText("deutsch.z7lang", "[DialogAcceleration]\nDialogDescription=\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogAcceleration]\nDialogDescription=\n");
     shown.showFor(driveWith({}));
     QVERIFY(!shown.label("lFormDescription")->isVisible());
 }

@@ -1,26 +1,22 @@
 // The parameter table: its columns, and the rows that a drive's parameters get.
 
 #include "tests/pages/shownparametertable.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QHeaderView>
 #include <QLabel>
 
 #include <functional>
-#include <optional>
 
 Q_DECLARE_METATYPE(std::function<void(ShownParameterTable &)>)
 
 using namespace TableColumn;
 
-class TestParameterTable : public QObject
+class TestParameterTable : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { folder.reset(); }
-
     void tableWantsEveryParameterOfDrive();
     void driveWithoutParametersGivesEmptyTableWithSixHeaders();
     void headersAreShownInUsersLanguage();
@@ -51,12 +47,12 @@ private slots:
     void readOnlyParameterShowsDisabledField();
 
 private:
-    std::optional<WorkingFolder> folder;
+private:
+    void prepare() override;
 };
 
-void TestParameterTable::init()
+void TestParameterTable::prepare()
 {
-    folder.emplace();
     defineTableParameters();
 }
 
@@ -79,7 +75,7 @@ void TestParameterTable::driveWithoutParametersGivesEmptyTableWithSixHeaders()
 
 void TestParameterTable::headersAreShownInUsersLanguage()
 {
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[DialogParamTable]\nColParamIDTitle=No\nColParamNameTitle=Name\nColDeviceDataTitle=Actual\n"
         "ColUnit=Unit\nColUserDataTitle=Wanted\nColParamInfo=Remark\n");
     const ShownParameterTable shown;
@@ -187,7 +183,8 @@ void TestParameterTable::introductionWithoutTextTakesNoRoom()
 
 void TestParameterTable::introductionShowsTextOfLanguage()
 {
-    folder->writeText("deutsch.z7lang", "[DialogParamTable]\nIntroduction=Alle Parameter des Antriebs\n");
+    WorkingFolder::writeText(
+        "deutsch.z7lang", "[DialogParamTable]\nIntroduction=Alle Parameter des Antriebs\n");
     const ShownParameterTable shown;
     const auto *introduction = shown.page.findChild<QLabel *>("LIntro");
     QVERIFY(introduction->isVisible());
@@ -212,7 +209,7 @@ void TestParameterTable::rowShowsNumberNameValueAndUnit()
 
 void TestParameterTable::nameAndUnitAreShownInUsersLanguage()
 {
-    folder->writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ParamDefinition]\nRampe=Ramp\nms=millis\n");
     const ShownParameterTable shown(tableDrive({readParam(11, 250)}));
     QCOMPARE(shown.text(11, Name), QStringLiteral("Ramp"));
     QCOMPARE(shown.text(11, Unit), QStringLiteral("millis"));

@@ -1,7 +1,7 @@
 // Editing in the parameter table: what is reported, and how a row shows that user and drive differ.
 
 #include "tests/pages/shownparametertable.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <optional>
 
@@ -14,14 +14,11 @@ const QColor darkGrey(200, 200, 200); ///< the user wants something else
 
 } // namespace
 
-class TestParameterTableEdits : public QObject
+class TestParameterTableEdits : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void typedNumberIsReportedUnderItsParameter();
     void reportTellsSignOfDefinition();
     void typingDrivesOwnValueIsReportedToo();
@@ -55,27 +52,27 @@ private slots:
     void fieldOfReadOnlyParameterIsAlwaysLightGrey();
 
 private:
-    std::optional<WorkingFolder> folder;
+    void prepare() override;
+    void tidyUp() override;
+
     std::optional<ShownParameterTable> shown;
     std::optional<QSignalSpy> modified;
     std::optional<QSignalSpy> deleted;
 };
 
-void TestParameterTableEdits::init()
+void TestParameterTableEdits::prepare()
 {
-    folder.emplace();
     defineTableParameters();
     shown.emplace(tableDrive({readParam(11, 250), readParam(30, -1500), readParam(83, 777)}));
     modified.emplace(&shown->page, SIGNAL(parameterModified(Z7DeviceParam)));
     deleted.emplace(&shown->page, SIGNAL(parameterDeleted(Z7DeviceParam)));
 }
 
-void TestParameterTableEdits::cleanup()
+void TestParameterTableEdits::tidyUp()
 {
     deleted.reset();
     modified.reset();
     shown.reset();
-    folder.reset();
 }
 
 void TestParameterTableEdits::typedNumberIsReportedUnderItsParameter()

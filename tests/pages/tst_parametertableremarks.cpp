@@ -1,9 +1,7 @@
 // The remark of a row: everything that went wrong with the parameter, in words.
 
 #include "tests/pages/shownparametertable.h"
-#include "tests/support/workingfolder.h"
-
-#include <optional>
+#include "tests/support/isolatedtest.h"
 
 namespace {
 
@@ -34,14 +32,11 @@ Z7Device driveWithInputs(int digitalInputs)
 
 Q_DECLARE_METATYPE(Change)
 
-class TestParameterTableRemarks : public QObject
+class TestParameterTableRemarks : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { folder.reset(); }
-
     void cleanReadingLeavesNoRemark();
     void findingIsWorded_data();
     void findingIsWorded();
@@ -60,12 +55,12 @@ private slots:
     void remarkOnWritingStaysUntilNextRecord();
 
 private:
-    std::optional<WorkingFolder> folder;
+private:
+    void prepare() override;
 };
 
-void TestParameterTableRemarks::init()
+void TestParameterTableRemarks::prepare()
 {
-    folder.emplace();
     defineTableParameters();
 }
 
@@ -103,7 +98,7 @@ void TestParameterTableRemarks::findingIsWorded()
 
 void TestParameterTableRemarks::errorIsWordedInUsersLanguage()
 {
-    folder->writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_12=odd reply\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_12=odd reply\n");
     const ShownParameterTable shown(
         tableDrive({paramWith(ramp, 250, [](Z7DeviceParam &param) { param.error = 12; })}));
     QCOMPARE(shown.remark(ramp), QStringLiteral("odd reply"));
@@ -111,7 +106,7 @@ void TestParameterTableRemarks::errorIsWordedInUsersLanguage()
 
 void TestParameterTableRemarks::conflictAlwaysNamesParameterOne()
 {
-    folder->writeText("deutsch.z7lang", "[DialogParamTable]\nConflictingParam=%1 stört\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogParamTable]\nConflictingParam=%1 stört\n");
     const ShownParameterTable shown(
         tableDrive({paramWith(function, 5, [](Z7DeviceParam &param) { param.conflict = true; })}));
     QVERIFY2(shown.remark(function).startsWith("1 "), qPrintable(shown.remark(function)));
@@ -136,7 +131,7 @@ void TestParameterTableRemarks::severalFindingsJoinInTheirOrder()
 
 void TestParameterTableRemarks::findingWithoutTextIsFollowedByNoSeparator()
 {
-    folder->writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_8=\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[ErrorCodes]\nErrorCode_8=\n");
     const ShownParameterTable shown(
         tableDrive({paramWith(ramp, 501, [](Z7DeviceParam &param) { param.error = 8; })}));
     QCOMPARE(shown.remark(ramp), outOfScope);

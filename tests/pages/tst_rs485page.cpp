@@ -1,19 +1,16 @@
 // The drive's bus address is sent at the press of the button, or not at all.
 
 #include "tests/pages/shownpage.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
-#include "tests/support/workingfolder.h"
 
 #include <optional>
 
-class TestRs485Page : public QObject
+class TestRs485Page : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void addressInForceIsShown();
     void captionsStandAtTheirPlaces();
     void captionsAreInUsersLanguage();
@@ -33,17 +30,18 @@ private slots:
     void limitsOfDefinitionPlayNoPart();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void press() { QTest::mouseClick(shown->child<QPushButton>("BtnChangeAdress"), Qt::LeftButton); }
 
-    std::optional<WorkingFolder> folder;
     std::optional<ShownPage> shown;
     std::optional<QSignalSpy> sent;
     QLineEdit *field = nullptr;
 };
 
-void TestRs485Page::init()
+void TestRs485Page::prepare()
 {
-    folder.emplace();
     // Read-only and narrow: this page does not go by the definition.
     defineParameters("V123", {"82;Busadresse;;1;10;20;Unsigned;1;r;0;"});
     shown.emplace(PageNumber::RS485);
@@ -52,11 +50,10 @@ void TestRs485Page::init()
     field = shown->field("edParam0x52User");
 }
 
-void TestRs485Page::cleanup()
+void TestRs485Page::tidyUp()
 {
     sent.reset();
     shown.reset();
-    folder.reset();
 }
 
 void TestRs485Page::addressInForceIsShown()
@@ -79,7 +76,7 @@ void TestRs485Page::captionsStandAtTheirPlaces()
 void TestRs485Page::captionsAreInUsersLanguage()
 {
     Z7Services::shutdown();
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[DialogRS485]\nCurrentAdress=Address now\nNewAdress=New address\nChangeAdress=Change it\n");
     shown->showFor(driveWith({}));
     QCOMPARE(shown->text("lDeviceAdress"), QStringLiteral("Address now"));
@@ -90,7 +87,7 @@ void TestRs485Page::captionsAreInUsersLanguage()
 void TestRs485Page::refusalIsInUsersLanguage()
 {
     Z7Services::shutdown();
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[Common]\nApplicationTitle=Drive tool\n[DialogRS485]\nInvalidAdressMessage=Not this one\n");
     const MessageBoxAnswerer user(QMessageBox::Ok);
     press();

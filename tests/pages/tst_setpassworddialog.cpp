@@ -2,7 +2,7 @@
 
 #include "pages/setpassworddialog.h"
 #include "tests/pages/pagetests.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QIcon>
 #include <QIntValidator>
@@ -24,14 +24,11 @@ QImage image(const QIcon &icon)
 
 } // namespace
 
-class TestSetPasswordDialog : public QObject
+class TestSetPasswordDialog : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void textsStandAtTheirPlaces();
     void textsComeFromLanguageFile();
     void introductionNamesDriveOfEachOpening();
@@ -65,6 +62,9 @@ private slots:
     void abortReportsNothingAndCloses();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void open(int password, const QString &drive = QStringLiteral("Port1 - Z7.3"));
     void fillIn(const QStringList &input) const;
     void enter(const QStringList &input) const
@@ -83,23 +83,20 @@ private:
     QString fieldText(const char *name) const { return field(name)->text(); }
     QString textOf(const char *label) const { return child<QLabel>(label)->text(); }
 
-    std::optional<WorkingFolder> folder;
     std::optional<SetPasswordDialog> dialog;
     std::optional<QSignalSpy> sent;
 };
 
-void TestSetPasswordDialog::init()
+void TestSetPasswordDialog::prepare()
 {
-    folder.emplace();
     dialog.emplace();
     sent.emplace(&*dialog, SIGNAL(sendNewPassword(int)));
 }
 
-void TestSetPasswordDialog::cleanup()
+void TestSetPasswordDialog::tidyUp()
 {
     sent.reset();
     dialog.reset();
-    folder.reset();
 }
 
 void TestSetPasswordDialog::open(int password, const QString &drive)
@@ -132,7 +129,7 @@ void TestSetPasswordDialog::textsStandAtTheirPlaces()
 
 void TestSetPasswordDialog::textsComeFromLanguageFile()
 {
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[DialogSetPassword]\nTitle=a\nIntro=for %1\nPassword=c\nNewPassword=d\nNewPasswordRepetition=e\n"
         "[Common]\nOK=f\nAbort=g\n");
     open(0);
@@ -333,7 +330,7 @@ void TestSetPasswordDialog::refusedInputLeavesEmptyFieldsAndOneMessage()
 
 void TestSetPasswordDialog::messageComesFromLanguageFile()
 {
-    folder->writeText("deutsch.z7lang", "[DialogSetPassword]\nErrorWrongPassword=Try again\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogSetPassword]\nErrorWrongPassword=Try again\n");
     open(1);
     enter({"2", "3", "3"});
     QCOMPARE(textOf("lError"), QStringLiteral("Try again"));

@@ -2,11 +2,9 @@
 
 #include "control/services/language.h"
 #include "control/services/services.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -31,14 +29,11 @@ QString utf8(const char *text)
 
 } // namespace
 
-class TestLanguage : public QObject
+class TestLanguage : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup();
-
     void textWithoutFileIsItsDefaultAndIsWrittenAtEnd();
     void firstDefaultWins();
     void oneKeyInTwoSectionsMakesTwoTexts();
@@ -62,16 +57,7 @@ private slots:
     void titleCanBeTranslated();
     void anyOtherPageHasNoTitleAndMakesNoLookUp_data();
     void anyOtherPageHasNoTitleAndMakesNoLookUp();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
-
-void TestLanguage::cleanup()
-{
-    Z7Services::shutdown();
-    m_folder.reset();
-}
 
 void TestLanguage::textWithoutFileIsItsDefaultAndIsWrittenAtEnd()
 {

@@ -1,12 +1,11 @@
 // The options that a user can change, and their file.
 
 #include "control/services/options.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
 #include <functional>
-#include <optional>
 
 using Getter = std::function<int(Z7Options &)>;
 using Setter = std::function<void(Z7Options &, int)>;
@@ -31,14 +30,11 @@ Z7Options loadedOptions()
 
 } // namespace
 
-class TestOptions : public QObject
+class TestOptions : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void optionWithoutFileHasItsDefault_data();
     void optionWithoutFileHasItsDefault();
     void setNumberIsBackAtOnceAndSaved_data() { optionWithoutFileHasItsDefault_data(); }
@@ -56,9 +52,6 @@ private slots:
     void loadingReplacesOnlyWhatFileHolds();
     void unknownKeysStayInFile();
     void savingNothingMakesNoFile();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestOptions::optionWithoutFileHasItsDefault_data()

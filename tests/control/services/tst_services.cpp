@@ -4,11 +4,10 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
-#include <optional>
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -50,14 +49,11 @@ private:
 
 } // namespace
 
-class TestServices : public QObject
+class TestServices : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup();
-
     void thereIsOneObjectOfEachKind();
     void firstTextReadsOptions();
     void nothingIsWrittenBeforeEnd();
@@ -66,16 +62,7 @@ private slots:
     void endWithoutBeginningIsHarmless();
     void nextRunReadsWhatLastOneWrote();
     void newLanguageWaitsForNextRun();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
-
-void TestServices::cleanup()
-{
-    Z7Services::shutdown();
-    m_folder.reset();
-}
 
 void TestServices::thereIsOneObjectOfEachKind()
 {
@@ -103,7 +90,7 @@ void TestServices::endWritesLanguageBeforeOptions()
 {
     languageText("Common", "OK", QStringLiteral("OK"));
     Z7Services::instance()->options()->timeout();
-    const WrittenFiles written(m_folder->path());
+    const WrittenFiles written(QDir::currentPath());
     Z7Services::shutdown();
     QCOMPARE(written.names(), QStringList({languageFile, optionsFile}));
     QCOMPARE(WorkingFolder::read(languageFile), QByteArray("[Common]\nOK=OK\n"));

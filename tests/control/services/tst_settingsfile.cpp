@@ -3,12 +3,11 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
 
 #include <fcntl.h>
-#include <optional>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
@@ -118,14 +117,11 @@ void addFileColumns()
 
 Q_DECLARE_METATYPE(Thing)
 
-class TestSettingsFile : public QObject
+class TestSettingsFile : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup();
-
     void damagedFileIsKeptBesideNewOne_data();
     void damagedFileIsKeptBesideNewOne();
     void goodLinesOfDamagedFileCount();
@@ -155,16 +151,7 @@ private slots:
     void writtenFileKeepsItsPermissions();
     void nothingIsWrittenWhereNothingIsNew();
     void textIsWrittenWhateverItHolds();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
-
-void TestSettingsFile::cleanup()
-{
-    Z7Services::shutdown();
-    m_folder.reset();
-}
 
 void TestSettingsFile::damagedFileIsKeptBesideNewOne_data()
 {
@@ -283,7 +270,7 @@ void TestSettingsFile::readOnlyFileStaysAsItIs()
     const QByteArray content = "[OPTIONS]\ntimeout=99\n";
     WorkingFolder::write(optionsFile, content);
     QFile::setPermissions(optionsFile, readable);
-    QFile::setPermissions(m_folder->path(), readable | writable | searchable);
+    QFile::setPermissions(QDir::currentPath(), readable | writable | searchable);
     {
         const OrdinaryUser user;
         Z7Services::instance()->options()->setTimeout(200);
@@ -295,13 +282,13 @@ void TestSettingsFile::readOnlyFileStaysAsItIs()
 
 void TestSettingsFile::readOnlyFolderStaysAsItIs()
 {
-    QFile::setPermissions(m_folder->path(), readable | searchable);
+    QFile::setPermissions(QDir::currentPath(), readable | searchable);
     {
         const OrdinaryUser user;
         runProgram();
     }
     QVERIFY(QDir().entryList(QDir::Files | QDir::Hidden).isEmpty());
-    QFile::setPermissions(m_folder->path(), readable | writable | searchable);
+    QFile::setPermissions(QDir::currentPath(), readable | writable | searchable);
 }
 
 void TestSettingsFile::fileThatMayNotBeReadIsNotReplaced()
@@ -309,7 +296,7 @@ void TestSettingsFile::fileThatMayNotBeReadIsNotReplaced()
     const QByteArray content = "[Common]\nOK=Fine\n";
     WorkingFolder::write(languageFile, content);
     QFile::setPermissions(languageFile, QFile::Permissions());
-    QFile::setPermissions(m_folder->path(), readable | writable | searchable);
+    QFile::setPermissions(QDir::currentPath(), readable | writable | searchable);
     {
         const OrdinaryUser user;
         QCOMPARE(languageText("Common", "OK", QStringLiteral("OK")), QStringLiteral("OK"));

@@ -5,11 +5,9 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "tests/support/failingcalls.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -45,14 +43,11 @@ void addFailures(const char *name, z7_failure failure)
 
 Q_DECLARE_METATYPE(z7_failure)
 
-class TestSettingsFileFailures : public QObject
+class TestSettingsFileFailures : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_folder.emplace(); }
-    void cleanup() { m_folder.reset(); }
-
     void whicheverCallFailsEachFileIsWhole_data();
     void whicheverCallFailsEachFileIsWhole();
     void diskThatFailsAltogetherLeavesOldFiles_data();
@@ -61,9 +56,6 @@ private slots:
     void diskThatFailsAltogetherLeavesNoNewFile();
     void damagedFileIsThereWhicheverCallFails_data() { whicheverCallFailsEachFileIsWhole_data(); }
     void damagedFileIsThereWhicheverCallFails();
-
-private:
-    std::optional<WorkingFolder> m_folder;
 };
 
 void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole_data()

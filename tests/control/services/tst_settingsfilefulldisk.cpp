@@ -3,8 +3,8 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/smallfilesystem.h"
-#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 
@@ -35,14 +35,12 @@ QByteArray content(const QByteArray &section, const QByteArray &key, int texts)
 
 } // namespace
 
-class TestSettingsFileFullDisk : public QObject
+class TestSettingsFileFullDisk : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void init();
-    void cleanup();
 
     void oldFileStaysOrNewOneIsWhole_data();
     void oldFileStaysOrNewOneIsWhole();
@@ -50,7 +48,9 @@ private slots:
     void fileThatFindsNoRoomIsNotMade();
 
 private:
-    std::optional<WorkingFolder> m_folder;
+    void prepare() override;
+    void tidyUp() override;
+
     std::optional<SmallFileSystem> m_disk;
 };
 
@@ -60,17 +60,14 @@ void TestSettingsFileFullDisk::initTestCase()
         QSKIP("No file system may be mounted here.");
 }
 
-void TestSettingsFileFullDisk::init()
+void TestSettingsFileFullDisk::prepare()
 {
-    m_folder.emplace();
     m_disk.emplace(64);
 }
 
-void TestSettingsFileFullDisk::cleanup()
+void TestSettingsFileFullDisk::tidyUp()
 {
-    Z7Services::shutdown();
     m_disk.reset();
-    m_folder.reset();
 }
 
 void TestSettingsFileFullDisk::oldFileStaysOrNewOneIsWhole_data()
