@@ -3,6 +3,7 @@
 #include "control/services/language.h"
 #include "control/services/services.h"
 #include "control/services/wholefile.h"
+#include "model/parameterconflicts.h"
 #include "model/parameterdefinitions.h"
 
 #include <QFile>
@@ -11,6 +12,17 @@
 #include <QXmlStreamWriter>
 
 namespace {
+
+using Kind = ParameterFileOddity::Kind;
+
+/// A large file of another kind would fill the memory with what is odd in it.
+constexpr int mostOddities = 1000;
+constexpr int mostCharacters = 80;
+
+constexpr QLatin1String documentElement("Z7Device");
+constexpr QLatin1String infoElement("DeviceInfo");
+constexpr QLatin1String listElement("Z7-Parameter");
+constexpr QLatin1String parameterElement("parameter");
 
 QString cannotOpenText()
 {
@@ -46,10 +58,10 @@ QString Z7ParameterFile::save() const
 void Z7ParameterFile::writeDocument(QXmlStreamWriter &writer) const
 {
     writer.writeStartDocument();
-    writer.writeStartElement(QStringLiteral("Z7Device"));
-    writer.writeEmptyElement(QStringLiteral("DeviceInfo"));
+    writer.writeStartElement(documentElement);
+    writer.writeEmptyElement(infoElement);
     writer.writeAttribute(QStringLiteral("SoftwareVersion"), m_softwareVersion);
-    writer.writeStartElement(QStringLiteral("Z7-Parameter"));
+    writer.writeStartElement(listElement);
     writeParameters(writer);
     writer.writeEndDocument();
 }
@@ -62,7 +74,7 @@ void Z7ParameterFile::writeParameters(QXmlStreamWriter &writer) const
             continue;
         const Z7DeviceParam *changed = m_userParams.find(param.number);
         const int value = changed ? changed->value : param.value;
-        writer.writeEmptyElement(QStringLiteral("parameter"));
+        writer.writeEmptyElement(parameterElement);
         writer.writeAttribute(QStringLiteral("id"), QString::number(param.number));
         writer.writeAttribute(QStringLiteral("val"), QString::number(value));
     }
@@ -71,6 +83,8 @@ void Z7ParameterFile::writeParameters(QXmlStreamWriter &writer) const
 QString Z7ParameterFile::load(const QString &path)
 {
     m_userParams.params.clear();
+    m_oddities.clear();
+    m_hasVersion = false;
     QFile file(path);
     // A pipe or a device in the place of a file could be read for ever.
     const bool isFile = QFileInfo(path).isFile();
@@ -82,6 +96,7 @@ QString Z7ParameterFile::load(const QString &path)
     if (file.size() > WholeFile::largestFile)
         reader.raiseError(QStringLiteral("The file is larger than 16 MB."));
     readDocument(reader);
+    noteWhatIsMissing(reader);
     return reader.hasError() ? reader.errorString() : QString();
 }
 
@@ -93,10 +108,12 @@ void Z7ParameterFile::readDocument(QXmlStreamReader &reader)
             refuseEntities(reader);
         else if (token != QXmlStreamReader::StartElement)
             continue;
-        else if (reader.name() == QLatin1String("DeviceInfo"))
+        else if (reader.name() == infoElement)
             readDeviceInfo(reader);
-        else if (reader.name() == QLatin1String("Z7-Parameter"))
+        else if (reader.name() == listElement)
             readParameters(reader);
+        else if (reader.name() != documentElement)
+            noteElement(reader);
     }
 }
 
@@ -105,28 +122,96 @@ void Z7ParameterFile::readDeviceInfo(const QXmlStreamReader &reader)
     const QString version = reader.attributes().value(QLatin1String("SoftwareVersion")).toString();
     if (version.isEmpty())
         return;
+    if (m_hasVersion)
+        noteElement(reader);
+    m_hasVersion = true;
     m_softwareVersion = version;
     m_userParams.softwareVersion = version;
+    if (!Z7Services::instance()->definitions(version)->hasRows())
+        note(Kind::VersionUnknown, reader.lineNumber(), version);
 }
 
 /// Goes to the end of the document: parameters behind the end of their element count too.
 void Z7ParameterFile::readParameters(QXmlStreamReader &reader)
 {
+    const Z7ParamDefinitions &definitions = *Z7Services::instance()->definitions(m_softwareVersion);
+    bool isInside = true;
     while (!reader.atEnd() && !reader.hasError()) {
-        if (reader.readNext() == QXmlStreamReader::StartElement
-            && reader.name() == QLatin1String("parameter"))
-            readParameter(reader);
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::EndElement && reader.name() == listElement)
+            isInside = false;
+        if (token != QXmlStreamReader::StartElement)
+            continue;
+        const bool isParameter = reader.name() == parameterElement;
+        if (!isParameter || !isInside)
+            noteElement(reader);
+        if (isParameter)
+            readParameter(reader, definitions);
     }
 }
 
-void Z7ParameterFile::readParameter(const QXmlStreamReader &reader)
+void Z7ParameterFile::readParameter(const QXmlStreamReader &reader, const Z7ParamDefinitions &definitions)
 {
     const QXmlStreamAttributes attributes = reader.attributes();
     const QStringRef id = attributes.value(QLatin1String("id"));
     const QStringRef value = attributes.value(QLatin1String("val"));
-    if (id.isEmpty() || value.isEmpty())
+    if (id.isEmpty() || value.isEmpty()) {
+        note(Kind::AttributeMissing, reader.lineNumber(), (id.isEmpty() ? value : id).toString());
         return;
-    const int number = id.toInt();
-    const int isUnsigned = Z7Services::instance()->definitions(m_softwareVersion)->isUnsigned(number);
-    m_userParams.insert(Z7DeviceParam(number, value.toInt(), isUnsigned, true));
+    }
+    bool isNumber = false;
+    bool isValue = false;
+    const int number = id.toInt(&isNumber);
+    const Z7DeviceParam param(number, value.toInt(&isValue), definitions.isUnsigned(number), true);
+    if (!isNumber)
+        note(Kind::NumberUnreadable, reader.lineNumber(), id.toString());
+    else if (m_userParams.contains(number))
+        note(Kind::RepeatedParameter, reader.lineNumber(), value.toString(), number);
+    if (!isValue)
+        note(Kind::ValueUnreadable, reader.lineNumber(), value.toString(), number);
+    else if (isNumber)
+        noteObjection(reader, definitions, param);
+    m_userParams.insert(param);
+}
+
+void Z7ParameterFile::noteElement(const QXmlStreamReader &reader)
+{
+    const QStringRef name = reader.name();
+    const bool isKnown =
+        name == documentElement || name == infoElement || name == listElement || name == parameterElement;
+    note(isKnown ? Kind::MisplacedElement : Kind::UnknownElement, reader.lineNumber(), name.toString());
+}
+
+/// What would stand against writing the value.
+void Z7ParameterFile::noteObjection(
+    const QXmlStreamReader &reader, const Z7ParamDefinitions &definitions, const Z7DeviceParam &param)
+{
+    const auto objection =
+        m_hasVersion && definitions.hasRows() ? definitionFinding(definitions, param) : std::nullopt;
+    if (!objection)
+        return;
+    Kind kind = Kind::ValueOutOfLimits;
+    if (objection->kind == WriteFinding::Kind::UnknownParameter)
+        kind = Kind::UnknownParameter;
+    else if (objection->kind == WriteFinding::Kind::ReadOnly)
+        kind = Kind::ReadOnlyParameter;
+    note(kind, reader.lineNumber(), QString::number(param.value), param.number);
+}
+
+void Z7ParameterFile::noteWhatIsMissing(const QXmlStreamReader &reader)
+{
+    if (reader.hasError())
+        note(Kind::BrokenOff, reader.lineNumber(), reader.errorString());
+    if (!m_hasVersion)
+        note(Kind::VersionMissing, 0, QString());
+    if (m_userParams.params.isEmpty())
+        note(Kind::NoParameters, 0, QString());
+}
+
+void Z7ParameterFile::note(Kind kind, qint64 line, const QString &text, int number)
+{
+    if (m_oddities.size() < mostOddities)
+        m_oddities.append({kind, number, text.left(mostCharacters), static_cast<int>(line)});
+    else if (m_oddities.size() == mostOddities)
+        m_oddities.append({Kind::More, -1, QString(), static_cast<int>(line)});
 }

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "model/device.h"
+#include "model/parameterfileoddity.h"
 
 #include <QString>
+#include <QVector>
 
 class QXmlStreamReader;
 class QXmlStreamWriter;
+class Z7ParamDefinitions;
 
 /// A parameter set in a file ".z7param": the writable parameters of one drive of one software version, to be
 /// put on another drive of that version, or on the same one later.
@@ -27,12 +30,17 @@ public:
     /// written. What is no file, a pipe or a device for instance, is not written to.
     QString save() const;
     /// Replaces the parameters by those of the file. What was read before an error stays usable. The version
-    /// is not judged, nor are the values: a bad number is 0, read-only and unknown numbers are taken.
+    /// is not judged, nor are the values: a bad number is 0, read-only and unknown numbers are taken. All
+    /// that is in oddities().
     QString load(const QString &path);
 
     const QString &softwareVersion() const { return m_softwareVersion; }
     /// The user's changes on saving; what the file held on reading.
     const Z7DeviceParamSet &userParams() const { return m_userParams; }
+
+    /// What was odd in the file that was opened last, in the order in which it was met; of a very odd file
+    /// the first thousand. Where nothing could be looked up, the parameters themselves count as right.
+    const QVector<ParameterFileOddity> &oddities() const { return m_oddities; }
 
     static QString fileSuffix() { return QStringLiteral(".z7param"); }
 
@@ -42,10 +50,17 @@ private:
     void readDocument(QXmlStreamReader &reader);
     void readDeviceInfo(const QXmlStreamReader &reader);
     void readParameters(QXmlStreamReader &reader);
-    void readParameter(const QXmlStreamReader &reader);
+    void readParameter(const QXmlStreamReader &reader, const Z7ParamDefinitions &definitions);
+    void noteElement(const QXmlStreamReader &reader);
+    void noteObjection(
+        const QXmlStreamReader &reader, const Z7ParamDefinitions &definitions, const Z7DeviceParam &param);
+    void noteWhatIsMissing(const QXmlStreamReader &reader);
+    void note(ParameterFileOddity::Kind kind, qint64 line, const QString &text, int number = -1);
 
     QString m_path;
     QString m_softwareVersion;
     Z7Device m_device;
     Z7DeviceParamSet m_userParams;
+    QVector<ParameterFileOddity> m_oddities;
+    bool m_hasVersion = false; ///< the file that was opened last tells its version
 };
