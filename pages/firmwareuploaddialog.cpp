@@ -1,6 +1,7 @@
 #include "pages/firmwareuploaddialog.h"
 
 #include "control/services/language.h"
+#include "control/services/platform.h"
 #include "model/errorcodes.h"
 #include "pages/messages.h"
 #include "pages/programmeroutput.h"
@@ -11,8 +12,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QTimer>
-
-#include <unistd.h>
 
 namespace {
 
@@ -40,15 +39,6 @@ bool isRegularFile(const QFile &file)
     return QFileInfo(file).isFile();
 }
 
-/// The folders that are searched for programs where PATH is not set.
-QByteArray defaultSearchPath()
-{
-    QByteArray path(static_cast<int>(confstr(_CS_PATH, nullptr, 0)), '\0');
-    confstr(_CS_PATH, path.data(), static_cast<size_t>(path.size()));
-    path.chop(1);
-    return path;
-}
-
 /// Lets programs in the working folder be found, behind all others, while it lives. Afterwards PATH is what
 /// it was, so that nothing that is started later finds them.
 class WorkingFolderOnPath
@@ -57,8 +47,9 @@ public:
     WorkingFolderOnPath()
     {
         // As "." the folder may have any name, also one with a colon.
-        const QByteArray searched = m_wasSet ? m_before : defaultSearchPath();
-        qputenv("PATH", searched.isEmpty() ? QByteArray(".") : searched + ":.");
+        const QByteArray searched = m_wasSet ? m_before : Platform::defaultSearchPath();
+        qputenv(
+            "PATH", searched.isEmpty() ? QByteArray(".") : searched + QDir::listSeparator().toLatin1() + '.');
     }
     ~WorkingFolderOnPath()
     {

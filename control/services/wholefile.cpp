@@ -1,13 +1,10 @@
 #include "control/services/wholefile.h"
 
+#include "control/services/platform.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
-
-#include <cstdio>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace WholeFile {
 
@@ -15,15 +12,10 @@ namespace {
 
 constexpr int mostLinks = 40;
 
-bool isOnDisk(const QFile &file)
-{
-    return fsync(file.handle()) == 0;
-}
-
 /// What the disk holds, not what the system still remembers of writing it.
 bool readsBack(QFile &file, const QByteArray &content)
 {
-    posix_fadvise(file.handle(), 0, 0, POSIX_FADV_DONTNEED);
+    Platform::forgetCached(file);
     return file.seek(0) && file.read(content.size()) == content;
 }
 
@@ -35,20 +27,9 @@ bool mayBeReplaced(const QString &target)
     return !file.exists() || file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
 }
 
-/// Without it a loss of power could bring the old file back, but no half one. Not every disk can do it.
-void syncFolderOf(const QString &target)
+QString folderOf(const QString &target)
 {
-    const int folder = open(QFile::encodeName(QFileInfo(target).path()).constData(), O_RDONLY | O_DIRECTORY);
-    if (folder < 0)
-        return;
-    fsync(folder);
-    close(folder);
-}
-
-bool folderTakesFiles(const QString &target)
-{
-    const QByteArray folder = QFile::encodeName(QFileInfo(target).path());
-    return faccessat(AT_FDCWD, folder.constData(), W_OK | X_OK, AT_EACCESS) == 0;
+    return QFileInfo(target).path();
 }
 
 /// The file that is to take the place of another one; goes again unless it has.
@@ -72,38 +53,23 @@ public:
 
     bool takePlace(const QByteArray &content, const Check &isRight)
     {
-        const bool isWritten = m_file.write(content) == content.size() && takePermissions()
-            && isOnDisk(m_file) && readsBack(m_file, content) && (!isRight || isRight(m_file.fileName()));
-        if (!isWritten || !renameOverTarget())
+        if (!takeContent(content) || (isRight && !isRight(m_file.fileName())))
+            return false;
+        // Not every system renames a file that is open.
+        m_file.close();
+        if (!Platform::renameOver(m_file.fileName(), m_target))
             return false;
         m_isThere = false;
-        syncFolderOf(m_target);
+        // Without it a loss of power could bring the old file back, but no half one.
+        Platform::syncFolder(folderOf(m_target));
         return true;
     }
 
 private:
-    bool takePermissions()
+    bool takeContent(const QByteArray &content)
     {
-        struct stat old
-        {
-        };
-        struct stat present
-        {
-        };
-        if (stat(QFile::encodeName(m_target).constData(), &old) != 0)
-            return true;
-        // Only root can give a file to its owner, and nobody else has to.
-        const bool hasOwner = fchown(m_file.handle(), old.st_uid, old.st_gid) == 0;
-        Q_UNUSED(hasOwner)
-        // Disks that know no permissions refuse to set any, and all files have the same there.
-        return (fstat(m_file.handle(), &present) == 0 && present.st_mode == old.st_mode)
-            || fchmod(m_file.handle(), old.st_mode & ALLPERMS) == 0;
-    }
-
-    bool renameOverTarget() const
-    {
-        const QByteArray from = QFile::encodeName(m_file.fileName());
-        return std::rename(from.constData(), QFile::encodeName(m_target).constData()) == 0;
+        return m_file.write(content) == content.size() && Platform::takePermissions(m_file, m_target)
+            && Platform::sync(m_file) && readsBack(m_file, content);
     }
 
     const QString m_target;
@@ -113,8 +79,8 @@ private:
 
 bool putInto(QFile &file, const QByteArray &content)
 {
-    return file.seek(0) && file.write(content) == content.size() && isOnDisk(file) && readsBack(file, content)
-        && file.resize(content.size()) && isOnDisk(file);
+    return file.seek(0) && file.write(content) == content.size() && Platform::sync(file)
+        && readsBack(file, content) && file.resize(content.size()) && Platform::sync(file);
 }
 
 /// Goes through all steps, since what fails now has mostly failed before: the old content has its place on
@@ -124,7 +90,7 @@ void putBack(QFile &file, const QByteArray &content)
     file.seek(0);
     file.write(content);
     file.resize(content.size());
-    fsync(file.handle());
+    Platform::sync(file);
 }
 
 bool writeOver(const QString &target, const QByteArray &content)
@@ -178,7 +144,7 @@ bool replace(const QString &path, const QByteArray &content, const Check &isRigh
 bool write(const QString &path, const QByteArray &content)
 {
     const QString target = targetOf(path);
-    if (QFileInfo::exists(target) && !folderTakesFiles(target))
+    if (QFileInfo::exists(target) && !Platform::folderTakesFiles(folderOf(target)))
         return !isSomethingElse(target) && writeOver(target, content);
     return replace(path, content);
 }

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class QFile;
+
+/// What Qt has no call for and each system does in its own way. The build takes one of the two sources beside
+/// this header: platform_posix.cpp, the only source of the program that includes headers of the system, or
+/// platform_portable.cpp, which makes do with Qt and the C++ library. Any thread.
+namespace Platform {
+
+/// Waits until the disk holds what was written to the open file. False if it does not. The portable one only
+/// hands everything to the system, so there a loss of power soon afterwards may cost what was written.
+bool sync(QFile &file);
+
+/// Lets the next reads of the open file come from the disk and not from the system's memory, where the system
+/// can do that.
+void forgetCached(const QFile &file);
+
+/// Waits until the disk knows the names in the folder. Not every disk can do it, and the portable one does
+/// nothing.
+void syncFolder(const QString &folder);
+
+/// False where the folder's permissions keep this program from putting a new file there. The portable one
+/// may say true where that comes out later.
+bool folderTakesFiles(const QString &folder);
+
+/// Gives the open file the permissions of the one named `like`, and its owner where that is allowed. True if
+/// there is no such file.
+bool takePermissions(QFile &file, const QString &like);
+
+/// Renames a closed file to a name that another one may have, which is gone then. False if neither happened.
+bool renameOver(const QString &from, const QString &to);
+
+/// The folders, as in PATH, that are searched for programs where PATH is not set.
+QByteArray defaultSearchPath();
+
+} // namespace Platform
