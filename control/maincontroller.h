@@ -32,7 +32,7 @@ public:
     Z7MainController();
     ~Z7MainController() override;
 
-    /// Creates the page of that number, 0 to 16, if it is missing, and connects its signals.
+    /// Creates the page of that number if it is missing, and connects its signals.
     void createPage(int number);
     /// Neither is owned; both outlive the last record. Without one, nobody hears what it would be told.
     void setDeviceControl(IDeviceDataCallback *deviceControl) { m_deviceControl = deviceControl; }

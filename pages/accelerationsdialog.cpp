@@ -3,8 +3,8 @@
 #include "ui_accelerationsdialog.h"
 
 AccelerationsDialog::AccelerationsDialog(QWidget *parent)
-    : LabelledDataWidget("DialogAcceleration",
-        "Hier werden die Beschleunigungs- und Bremsrampen in beide Drehrichtungen vorgegeben.", parent)
+    : LabelledDataWidget(
+        texts, "Hier werden die Beschleunigungs- und Bremsrampen in beide Drehrichtungen vorgegeben.", parent)
     , m_ui(std::make_unique<Ui::AccelerationsDialog>())
 {
     m_ui->setupUi(this);

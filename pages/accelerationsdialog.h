@@ -14,6 +14,8 @@ class AccelerationsDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogAcceleration"};
+
     explicit AccelerationsDialog(QWidget *parent = nullptr);
     ~AccelerationsDialog() override;
 

@@ -163,15 +163,13 @@ QVBoxLayout *CalibrationCurvePage::upperLayout() const
 
 void CalibrationCurvePage::initPage()
 {
-    const char *section = m_curve.section;
-    PageStyle::setTextOrHide(
-        m_ui->lFormDescription, languageText(section, "DialogDescription", m_curve.description));
-    PageStyle::setTextOrHide(m_ui->lIntro, languageText(section, "Intro", ""));
-    m_ui->gBValues->setTitle(languageText(section, m_curve.titleKey, m_curve.title));
+    PageStyle::setTextOrHide(m_ui->lFormDescription, m_curve.texts("DialogDescription", m_curve.description));
+    PageStyle::setTextOrHide(m_ui->lIntro, m_curve.texts("Intro", ""));
+    m_ui->gBValues->setTitle(m_curve.texts(m_curve.titleKey, m_curve.title));
     for (QLabel *label : {m_ui->lDevice, m_ui->lDeviceLegend})
-        label->setText(languageText(section, "Z7Values", "Z7 Ist-Werte"));
+        label->setText(m_curve.texts("Z7Values", "Z7 Ist-Werte"));
     for (QLabel *label : {m_ui->lUser, m_ui->lUserLegend})
-        label->setText(languageText(section, "UserValues", "Soll-Werte"));
+        label->setText(m_curve.texts("UserValues", "Soll-Werte"));
     setRowNames();
     setAxisTexts();
 }
@@ -183,7 +181,7 @@ void CalibrationCurvePage::setRowNames()
         const QByteArray number = QByteArray::number(point++);
         const QByteArray key = m_curve.rowKey + number;
         const QByteArray name = m_curve.rowName + number;
-        label->setText(languageText(m_curve.section, key.constData(), name.constData()));
+        label->setText(m_curve.texts(key.constData(), name.constData()));
     }
 }
 
@@ -193,9 +191,9 @@ void CalibrationCurvePage::setAxisTexts()
     const QString yUnit = definitionText(paramDefinitions()->paramUnit(m_curve.yParams.front()));
     const QString title = QStringLiteral("%1 [%2]");
     for (QLabel *label : {m_ui->lXDevice, m_ui->lXUser})
-        label->setText(title.arg(languageText(m_curve.section, "XAxis", "x"), xUnit));
+        label->setText(title.arg(m_curve.texts("XAxis", "x"), xUnit));
     for (QLabel *label : {m_ui->lYDevice, m_ui->lYUser})
-        label->setText(title.arg(languageText(m_curve.section, "YAxis", "y"), yUnit));
+        label->setText(title.arg(m_curve.texts("YAxis", "y"), yUnit));
     m_plot->setAxisTitle(QwtPlot::xBottom, xUnit);
     m_plot->setAxisTitle(QwtPlot::yLeft, yUnit);
 }

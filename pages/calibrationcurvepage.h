@@ -21,7 +21,7 @@ class CalibrationCurvePage;
 /// What tells one scaling curve of the analogue input from another: its parameters, limits and texts.
 struct CalibrationCurve
 {
-    const char *section; ///< of the language table
+    TextSection texts;
     std::array<int, 3> xParams; ///< parameters of points 1 to 3
     std::array<int, 5> yParams; ///< parameters of points 0 to 4
     int lowestY;

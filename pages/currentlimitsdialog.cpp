@@ -3,7 +3,7 @@
 #include "ui_currentlimitsdialog.h"
 
 CurrentLimitsDialog::CurrentLimitsDialog(QWidget *parent)
-    : LabelledDataWidget("DialogCurrentLimits",
+    : LabelledDataWidget(texts,
         "Hier können die Stromgrenzen (und somit die Drehmomentgrenzen) in den einzelnen Quadranten "
         "prametriert werden. Zusätzlich können über die Reversierschwelle noch die generatorischen "
         "Eigenschaften des Antriebs eingeschränkt werden.",

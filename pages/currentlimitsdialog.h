@@ -14,6 +14,8 @@ class CurrentLimitsDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogCurrentLimits"};
+
     explicit CurrentLimitsDialog(QWidget *parent = nullptr);
     ~CurrentLimitsDialog() override;
 

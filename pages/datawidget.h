@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/services/language.h"
 #include "model/device.h"
 #include "pages/idevicedatacallback.h"
 
@@ -14,6 +15,8 @@ class Z7ParamDefinitions;
 ///
 /// A page never talks to the bus and never writes to the device list. All pages are created at start, live to
 /// the end and belong to the controller; a page that is not shown has no parent. Main thread only.
+///
+/// The class of a page that stands in the table of pages names the section of its texts as `texts`.
 class Z7DataWidget : public QWidget, public IDeviceDataCallback
 {
     Q_OBJECT

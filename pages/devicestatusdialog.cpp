@@ -33,15 +33,10 @@ constexpr StatusRow statusRows[] = {
     {StatusBit::Ready, "Ready", "Antrieb ist bereit", greenLamp},
 };
 
-QString statusPageText(const char *key, const char *defaultText)
-{
-    return languageText("DialogDeviceStatus", key, defaultText);
-}
-
 /// The text of one of several alike, such as "Ausgang O2" under the key OutputO2.
 QString numberedText(const char *key, const char *text, int number)
 {
-    return statusPageText(
+    return DeviceStatusDialog::texts(
         (key + QByteArray::number(number)).constData(), (text + QByteArray::number(number)).constData());
 }
 
@@ -89,25 +84,25 @@ void DeviceStatusDialog::initPage()
 
 void DeviceStatusDialog::setTexts()
 {
-    m_ui->lIntro->setText(statusPageText("Introduction", ""));
+    m_ui->lIntro->setText(texts("Introduction", ""));
     // An empty band above the groups would only take room from them.
     m_ui->topFrame->setVisible(!m_ui->lIntro->text().isEmpty());
-    m_ui->lMotor->setText(statusPageText("Motor", "Antrieb:"));
-    m_ui->lMotorSoftwareVersion->setText(statusPageText("SoftwareVersion", "Softwareversion:"));
-    m_ui->lOperationStatus->setText(statusPageText("OperationStatus", "Betriebsmodus:"));
-    m_ui->lMotorAdress->setText(statusPageText("Adress", "Adresse:"));
-    m_ui->lDeviceStatus->setText(statusPageText("DeviceStatus", "Gerätestatus:"));
-    m_ui->gbMotorStatus->setTitle(statusPageText("Motorstatus", "Motorstatus"));
-    m_ui->gbRotations->setTitle(statusPageText("CurrentRotations", "Ist-Drehzahl"));
-    m_ui->gbPower->setTitle(statusPageText("CurrentPower", "Ist-Strom"));
-    m_ui->gbPosition->setTitle(statusPageText("CurrentPosition", "Ist-Position"));
-    m_ui->gbTemperature->setTitle(statusPageText("CurrentTemperature", "Ist-Temperatur"));
-    m_ui->gbOutput->setTitle(statusPageText("CurrentOuput", "Ausgänge"));
-    m_ui->gbInput->setTitle(statusPageText("CurrentDigitalInput", "Digitaleingänge"));
-    m_ui->gbAnalogInputA1->setTitle(statusPageText("AnalogInputA1", "Analogeingang A1"));
+    m_ui->lMotor->setText(texts("Motor", "Antrieb:"));
+    m_ui->lMotorSoftwareVersion->setText(texts("SoftwareVersion", "Softwareversion:"));
+    m_ui->lOperationStatus->setText(texts("OperationStatus", "Betriebsmodus:"));
+    m_ui->lMotorAdress->setText(texts("Adress", "Adresse:"));
+    m_ui->lDeviceStatus->setText(texts("DeviceStatus", "Gerätestatus:"));
+    m_ui->gbMotorStatus->setTitle(texts("Motorstatus", "Motorstatus"));
+    m_ui->gbRotations->setTitle(texts("CurrentRotations", "Ist-Drehzahl"));
+    m_ui->gbPower->setTitle(texts("CurrentPower", "Ist-Strom"));
+    m_ui->gbPosition->setTitle(texts("CurrentPosition", "Ist-Position"));
+    m_ui->gbTemperature->setTitle(texts("CurrentTemperature", "Ist-Temperatur"));
+    m_ui->gbOutput->setTitle(texts("CurrentOuput", "Ausgänge"));
+    m_ui->gbInput->setTitle(texts("CurrentDigitalInput", "Digitaleingänge"));
+    m_ui->gbAnalogInputA1->setTitle(texts("AnalogInputA1", "Analogeingang A1"));
     for (const StatusRow &bit : statusRows)
         findChild<QCheckBox *>(QStringLiteral("cb") + QLatin1String(bit.name))
-            ->setText(statusPageText((QByteArray("Status") + bit.name).constData(), bit.text));
+            ->setText(texts((QByteArray("Status") + bit.name).constData(), bit.text));
     for (int number = 1; number <= digitalOutputCount; ++number)
         label(QStringLiteral("edOutput_%1").arg(number))
             ->setText(numberedText("OutputO", "Ausgang O", number));

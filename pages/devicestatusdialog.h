@@ -18,6 +18,8 @@ class DeviceStatusDialog : public EmptyDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogDeviceStatus"};
+
     explicit DeviceStatusDialog(QWidget *parent = nullptr);
     ~DeviceStatusDialog() override;
 

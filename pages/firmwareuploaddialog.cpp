@@ -18,14 +18,9 @@ namespace {
 /// What the drive needs to be ready in its bootloader.
 constexpr int bootloaderDelayMs = 200;
 
-QString firmwareText(const char *key, const char *defaultText)
-{
-    return languageText("DialogFirmwareUpdate", key, defaultText);
-}
-
 QString confirmationText()
 {
-    return firmwareText("FirmwareUploadConfirm",
+    return FirmwareUploadDialog::texts("FirmwareUploadConfirm",
         "Mit dem Firmwareupdate aktualisieren Sie die Funktionalität Ihres Z7-Motors.\n\n"
         "Bitte beachten Sie:\n\n"
         "* Trennen Sie während des Updateprozess auf keinen Fall die Verbindung zum Motor.\n"
@@ -109,27 +104,27 @@ void FirmwareUploadDialog::initPage()
 
 void FirmwareUploadDialog::setTexts()
 {
-    m_ui->lFormDescription->setText(firmwareText("DialogDescription",
+    m_ui->lFormDescription->setText(texts("DialogDescription",
         "Mit dem Firmwareupdate können die Funktionen Ihres Antrieb aktualisiert werden. Dafür ist eine "
         "Firmwaredatei erforderlich, die Sie bei Ihrem Vertriebspartner erhalten können."));
-    m_ui->lIntro->setText(firmwareText("Introduction", ""));
-    m_ui->lFirmwareFile->setText(firmwareText("FirmwareFile", "Firmwaredatei:"));
-    m_ui->BtnUploadFirmwareFile->setText(firmwareText("StartUploadFirmware", "Starte Firmwareupdate..."));
-    m_ui->lProcess->setText(firmwareText("UploadProcess", "Prozess:"));
-    m_ui->lStatus->setText(firmwareText("UploadStatus", "Status:"));
+    m_ui->lIntro->setText(texts("Introduction", ""));
+    m_ui->lFirmwareFile->setText(texts("FirmwareFile", "Firmwaredatei:"));
+    m_ui->BtnUploadFirmwareFile->setText(texts("StartUploadFirmware", "Starte Firmwareupdate..."));
+    m_ui->lProcess->setText(texts("UploadProcess", "Prozess:"));
+    m_ui->lStatus->setText(texts("UploadStatus", "Status:"));
 }
 
 QString FirmwareUploadDialog::statusText() const
 {
     switch (m_uploadStatus) {
     case StatusIdle:
-        return firmwareText("StatusIdle", "Idle");
+        return texts("StatusIdle", "Idle");
     case StatusAwaitingCommunicationStopped:
-        return firmwareText("StatusAwaitingCommunicationStopped", "Beende Kommunication...");
+        return texts("StatusAwaitingCommunicationStopped", "Beende Kommunication...");
     case StatusSendingBooltloaderInitCommand:
-        return firmwareText("StatusSendingBooltloaderInitCommand", "Aktiviere Bootloader...");
+        return texts("StatusSendingBooltloaderInitCommand", "Aktiviere Bootloader...");
     case StatusUploadProcessRunning:
-        return firmwareText("StatusUploadProcessRunning", "Upload wurde gestartet, bitte warten...");
+        return texts("StatusUploadProcessRunning", "Upload wurde gestartet, bitte warten...");
     }
     return QStringLiteral("n/a");
 }
@@ -138,8 +133,8 @@ void FirmwareUploadDialog::refreshStatus()
 {
     const QString status = statusText();
     m_ui->lUpdateStarted->setText(m_uploadStatus == StatusIdle
-            ? firmwareText("UploadNotRunning", "Bereit")
-            : firmwareText("UploadRunning", "Firmwareupdate läuft..."));
+            ? texts("UploadNotRunning", "Bereit")
+            : texts("UploadRunning", "Firmwareupdate läuft..."));
     m_output->append(status + QLatin1Char('\n'));
     m_ui->lCurrentStatus->setText(status);
 }
@@ -171,7 +166,7 @@ void FirmwareUploadDialog::DeviceUpdate(const Z7Device &d)
 void FirmwareUploadDialog::showBootloaderError()
 {
     const QString text =
-        firmwareText("ErrorBootloaderInitFailed", "Der Bootloader konnte nicht aktiviert werden: %1");
+        texts("ErrorBootloaderInitFailed", "Der Bootloader konnte nicht aktiviert werden: %1");
     m_output->append(text.arg(localizedErrorText(device.error)) + QLatin1Char('\n'));
 }
 
@@ -182,7 +177,7 @@ void FirmwareUploadDialog::deviceUpdateFinished()
 
 void FirmwareUploadDialog::selectBinFile()
 {
-    const QString filter = firmwareText("Z7FirmwareFile", "Z7-Firmwaredatei") + QStringLiteral(" (*.bin)");
+    const QString filter = texts("Z7FirmwareFile", "Z7-Firmwaredatei") + QStringLiteral(" (*.bin)");
     const QString path = QFileDialog::getOpenFileName(
         this, commonText("OpenFile", "Datei öffnen"), QDir::currentPath(), filter);
     if (!path.isEmpty())
@@ -215,20 +210,19 @@ void FirmwareUploadDialog::startUpload()
 QString FirmwareUploadDialog::objection() const
 {
     if (m_uploadStatus != StatusIdle)
-        return firmwareText(
+        return texts(
             "FirmwareUpdateCurrentlyRunning", "Ein Prozess zum Update der Firmware wurde bereits gestartet.");
     if (m_connectedDrives > 1)
-        return firmwareText("OnlyOneMotorConflict",
+        return texts("OnlyOneMotorConflict",
             "Es sind zur Zeit %1 Motoren verbunden. Das Update kann nur durchgeführt werden, wenn im "
             "Netzwerk "
             "nur ein einziger Motor erreichbar ist.")
             .arg(m_connectedDrives);
     if (!isRegularFile(m_firmwareFile))
-        return firmwareText(
-            "UnableToOpenFirmwareFile", "Die Firmwaredatei \"%1\" kann nicht geöffnet werden.")
+        return texts("UnableToOpenFirmwareFile", "Die Firmwaredatei \"%1\" kann nicht geöffnet werden.")
             .arg(m_ui->edFirmwareFile->text());
     if (!isRegularFile(m_programmerFile))
-        return firmwareText("ProgrammerNotAvailable", "Das Ladeprogramm \"%1\" kann nicht gefunden werden.")
+        return texts("ProgrammerNotAvailable", "Das Ladeprogramm \"%1\" kann nicht gefunden werden.")
             .arg(m_programmerFile.fileName());
     return QString();
 }
@@ -236,7 +230,7 @@ QString FirmwareUploadDialog::objection() const
 bool FirmwareUploadDialog::confirmUpload()
 {
     return Messages::isConfirmed(this, QMessageBox::NoIcon, confirmationText(),
-        firmwareText("QuestionStartUpload", "Soll das Update jetzt gestatet werden?"));
+        texts("QuestionStartUpload", "Soll das Update jetzt gestatet werden?"));
 }
 
 void FirmwareUploadDialog::AllDeviceCommunicationStopped()

@@ -30,6 +30,8 @@ class FirmwareUploadDialog : public Z7DataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogFirmwareUpdate"};
+
     explicit FirmwareUploadDialog(QWidget *parent = nullptr);
     ~FirmwareUploadDialog() override;
 

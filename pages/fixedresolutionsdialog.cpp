@@ -4,8 +4,8 @@
 #include "ui_fixedresolutionsdialog.h"
 
 FixedResolutionsDialog::FixedResolutionsDialog(QWidget *parent)
-    : LabelledDataWidget("DialogFixedResolutions",
-        "Die Festdrehzahlen können über die digitalen Eingänge I1 und I2 vorgegeben werden.", parent)
+    : LabelledDataWidget(
+        texts, "Die Festdrehzahlen können über die digitalen Eingänge I1 und I2 vorgegeben werden.", parent)
     , m_ui(std::make_unique<Ui::FixedResolutionsDialog>())
     , m_modePanel(new OperationModePanel(FixedSpeedMode, this))
 {
@@ -19,8 +19,8 @@ FixedResolutionsDialog::~FixedResolutionsDialog() = default;
 
 void FixedResolutionsDialog::initPage()
 {
-    m_modePanel->setTexts("DialogFixedResolutions",
-        "Die Parameter der Festdrehzahlen kommen nur im Betriebsmodus 1/x oder x/1 zur Anwendung.");
+    m_modePanel->setTexts(
+        texts, "Die Parameter der Festdrehzahlen kommen nur im Betriebsmodus 1/x oder x/1 zur Anwendung.");
     LabelledDataWidget::initPage();
 }
 

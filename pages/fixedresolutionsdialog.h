@@ -16,6 +16,8 @@ class FixedResolutionsDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogFixedResolutions"};
+
     explicit FixedResolutionsDialog(QWidget *parent = nullptr);
     ~FixedResolutionsDialog() override;
 

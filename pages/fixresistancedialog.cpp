@@ -3,7 +3,7 @@
 #include "ui_fixresistancedialog.h"
 
 FixResistanceDialog::FixResistanceDialog(QWidget *parent)
-    : LabelledDataWidget("DialogFixResistance",
+    : LabelledDataWidget(texts,
         "Falls beim Bremsen des Antriebs Leistung zurückgespeist wird, kann der Antrieb das DC-Netz gegen "
         "Überspannung schützen. Die entsprechenden Reaktionsschwellen können hier eingestellt werden.",
         parent)

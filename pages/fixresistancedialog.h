@@ -14,6 +14,8 @@ class FixResistanceDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogFixResistance"};
+
     explicit FixResistanceDialog(QWidget *parent = nullptr);
     ~FixResistanceDialog() override;
 

@@ -1,6 +1,5 @@
 #include "pages/labelleddatawidget.h"
 
-#include "control/services/language.h"
 #include "model/parameterdefinitions.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
@@ -26,9 +25,9 @@ QString paramStem(int number)
 
 } // namespace
 
-LabelledDataWidget::LabelledDataWidget(const char *section, const char *description, QWidget *parent)
+LabelledDataWidget::LabelledDataWidget(TextSection texts, const char *description, QWidget *parent)
     : Z7DataWidget(parent)
-    , m_section(section)
+    , m_texts(texts)
     , m_description(description)
 {
 }
@@ -67,10 +66,9 @@ LabelledDataWidget::ParamField LabelledDataWidget::findField(
 
 void LabelledDataWidget::initPage()
 {
-    PageStyle::setTextOrHide(findChild<QLabel *>(QStringLiteral("lFormDescription")),
-        languageText(m_section, "DialogDescription", m_description));
     PageStyle::setTextOrHide(
-        findChild<QLabel *>(QStringLiteral("lIntro")), languageText(m_section, "Introduction", ""));
+        findChild<QLabel *>(QStringLiteral("lFormDescription")), m_texts("DialogDescription", m_description));
+    PageStyle::setTextOrHide(findChild<QLabel *>(QStringLiteral("lIntro")), m_texts("Introduction", ""));
     for (ParamField &field : m_fields)
         initParamWidgets(field);
     delete m_mapper;

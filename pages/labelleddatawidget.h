@@ -27,9 +27,9 @@ public:
     void newUserParam(const Z7DeviceParam &param) override;
 
 protected:
-    /// `section` is where the language table keeps the page's texts, `description` the German text above the
-    /// parameters; both with static lifetime.
-    LabelledDataWidget(const char *section, const char *description, QWidget *parent);
+    /// `texts` are those of the page, `description` is the German text above the parameters, of static
+    /// lifetime.
+    LabelledDataWidget(TextSection texts, const char *description, QWidget *parent);
 
     /// Adds a parameter whose widgets bear its number in their names.
     void addParam(int number);
@@ -60,7 +60,7 @@ private:
     void showDeviceValue(ParamField &field, int value);
     void copyToOtherFields(const ParamField &source);
 
-    const char *m_section;
+    const TextSection m_texts;
     const char *m_description;
     QVector<ParamField> m_fields;
     QSignalMapper *m_mapper = nullptr;

@@ -14,6 +14,8 @@ class NetworkDialog : public EmptyDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogNetworkStatus"};
+
     explicit NetworkDialog(QWidget *parent = nullptr);
     ~NetworkDialog() override;
 

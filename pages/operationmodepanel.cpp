@@ -1,6 +1,5 @@
 #include "pages/operationmodepanel.h"
 
-#include "control/services/language.h"
 #include "model/device.h"
 #include "pages/pagestyle.h"
 #include "ui_operationmodepanel.h"
@@ -19,13 +18,12 @@ OperationModePanel::OperationModePanel(OperationMode effectiveMode, QWidget *par
 
 OperationModePanel::~OperationModePanel() = default;
 
-void OperationModePanel::setTexts(const char *section, const char *modeInfo)
+void OperationModePanel::setTexts(TextSection texts, const char *modeInfo)
 {
-    m_ui->lOperationsModeIntro->setText(languageText(section, "OperationsModeInfo", modeInfo));
-    m_ui->lCurrentOperationsMode->setText(
-        languageText(section, "CurrentOperaionsMode", "Aktueller Betriebsmodus:"));
+    m_ui->lOperationsModeIntro->setText(texts("OperationsModeInfo", modeInfo));
+    m_ui->lCurrentOperationsMode->setText(texts("CurrentOperaionsMode", "Aktueller Betriebsmodus:"));
     m_ui->LCurrentOperationsModeTxt->clear();
-    m_ui->lSwitchOperationsModeInfo->setText(languageText(section, "SwitchOperationsModeInfo",
+    m_ui->lSwitchOperationsModeInfo->setText(texts("SwitchOperationsModeInfo",
         "Bitte wechseln Sie den aktuellen Betriebsmodus, um die Parameter zur Anwendung zu bringen!"));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "control/services/language.h"
 #include "model/drivefacts.h"
 
 #include <QFrame>
@@ -23,9 +24,9 @@ public:
     OperationModePanel(OperationMode effectiveMode, QWidget *parent);
     ~OperationModePanel() override;
 
-    /// Sets the texts from the page's section of the language table and forgets the modes shown last.
+    /// Sets the texts from those of the page and forgets the modes shown last.
     /// `modeInfo` is the German text that says which modes count.
-    void setTexts(const char *section, const char *modeInfo);
+    void setTexts(TextSection texts, const char *modeInfo);
     /// Shows the modes of a drive; `modePair` has them in numbers and words.
     void showModes(const Z7Device &device, const QString &modePair);
 

@@ -6,7 +6,7 @@
 #include "ui_operationsmodedialog.h"
 
 OperationsModeDialog::OperationsModeDialog(QWidget *parent)
-    : LabelledDataWidget("DialogOperationsMode", "", parent)
+    : LabelledDataWidget(texts, "", parent)
     , m_ui(std::make_unique<Ui::OperationsModeDialog>())
 {
     m_ui->setupUi(this);

@@ -15,6 +15,8 @@ class OperationsModeDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogOperationsMode"};
+
     explicit OperationsModeDialog(QWidget *parent = nullptr);
     ~OperationsModeDialog() override;
 

@@ -3,7 +3,7 @@
 #include "ui_outputdialog.h"
 
 OutputDialog::OutputDialog(QWidget *parent)
-    : LabelledDataWidget("DialogOutput",
+    : LabelledDataWidget(texts,
         "Hier können die digitalen Ausgänge des Antriebs verschiedenen Funktionen zugeordnet werden. Unter "
         "Umständen sind manche Konfigurationen nur in bestimmten Betriebsmodi sinnvoll.",
         parent)

@@ -14,6 +14,8 @@ class OutputDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogOutput"};
+
     explicit OutputDialog(QWidget *parent = nullptr);
     ~OutputDialog() override;
 

@@ -18,9 +18,22 @@
 #include "pages/valuecalibrationrotations.h"
 #include "pages/voltagelimitsdialog.h"
 
+#include <array>
 #include <iterator>
 
 namespace {
+
+struct PageRow
+{
+    int number;
+    TextSection texts; ///< the section of the page's texts, its title among them
+    const char *title; ///< the German one
+    int place; ///< below each drive of the tree, counted from the top
+    std::unique_ptr<Z7DataWidget> (*make)();
+};
+
+/// The place of a page that a click on a drive or on the network shows, or that no click shows.
+constexpr int notBelowDrives = 0;
 
 template<typename Page>
 std::unique_ptr<Z7DataWidget> makePage()
@@ -28,35 +41,95 @@ std::unique_ptr<Z7DataWidget> makePage()
     return std::make_unique<Page>();
 }
 
-using PageMaker = std::unique_ptr<Z7DataWidget> (*)();
+template<typename Page>
+constexpr PageRow row(PageNumber::Number number, const char *title, int place)
+{
+    return {number, Page::texts, title, place, makePage<Page>};
+}
 
 /// By page number.
-constexpr PageMaker pageMakers[] = {
-    makePage<NetworkDialog>,
-    makePage<DeviceStatusDialog>,
-    makePage<SpeedRegulationDialog>,
-    makePage<AccelerationsDialog>,
-    makePage<CurrentLimitsDialog>,
-    makePage<FixedResolutionsDialog>,
-    makePage<PositioningDialog>,
-    makePage<OutputDialog>,
-    makePage<OperationsModeDialog>,
-    makePage<ParameterTableDialog>,
-    makePage<FirmwareUploadDialog>,
-    makePage<ValueCalibrationRotations>,
-    makePage<ValueCalibrationCurrent>,
-    makePage<FixResistanceDialog>,
-    makePage<VoltageLimitsDialog>,
-    makePage<RS485Dialog>,
-    makePage<RemoteControlDialog>,
+constexpr PageRow pageRows[] = {
+    row<NetworkDialog>(PageNumber::Network, "Z7-Netzwerk", notBelowDrives),
+    row<DeviceStatusDialog>(PageNumber::DeviceStatus, "Z7-Motorstatus", notBelowDrives),
+    row<SpeedRegulationDialog>(PageNumber::SpeedRegulation, "Regelung", 7),
+    row<AccelerationsDialog>(PageNumber::Accelerations, "Dynamik", 6),
+    row<CurrentLimitsDialog>(PageNumber::CurrentLimits, "Stromgrenzen", 8),
+    row<FixedResolutionsDialog>(PageNumber::FixedResolutions, "Festdrehzahlen", 2),
+    row<PositioningDialog>(PageNumber::Positioning, "Positionierung", 3),
+    row<OutputDialog>(PageNumber::Output, "Digitale Ausgänge", 9),
+    row<OperationsModeDialog>(PageNumber::OperationsMode, "Betriebsmodus", 1),
+    row<ParameterTableDialog>(PageNumber::ParameterTable, "Parametertabelle", 13),
+    row<FirmwareUploadDialog>(PageNumber::FirmwareUpload, "Firmware update", 14),
+    row<ValueCalibrationRotations>(PageNumber::CalibrationRotations, "Sollwertskalierung Drehzahl", 4),
+    row<ValueCalibrationCurrent>(PageNumber::CalibrationCurrent, "Sollwertskalierung Strom", 5),
+    row<FixResistanceDialog>(PageNumber::FixResistance, "Ballastwiderstand", 10),
+    row<VoltageLimitsDialog>(PageNumber::VoltageLimits, "Spannungsgrenzen", 11),
+    row<RS485Dialog>(PageNumber::RS485, "RS485", 12),
+    row<RemoteControlDialog>(PageNumber::RemoteControl, "Fernsteuerung", notBelowDrives),
 };
 
-static_assert(std::size(pageMakers) == PageNumber::Last + 1);
+constexpr bool rowsStandAtTheirNumbers()
+{
+    int number = 0;
+    for (const PageRow &page : pageRows) {
+        if (page.number != number++)
+            return false;
+    }
+    return number == PageNumber::Count;
+}
+
+static_assert(rowsStandAtTheirNumbers(), "each page has one row, in the order of the numbers");
+
+constexpr int countPagesBelowDrives()
+{
+    int count = 0;
+    for (const PageRow &page : pageRows)
+        count += page.place != notBelowDrives ? 1 : 0;
+    return count;
+}
+
+constexpr auto sortByPlace()
+{
+    std::array<int, countPagesBelowDrives()> pages {};
+    for (const PageRow &page : pageRows) {
+        if (page.place != notBelowDrives)
+            pages[static_cast<size_t>(page.place - 1)] = page.number;
+    }
+    return pages;
+}
+
+/// A place behind the last does not compile.
+constexpr auto pagesByPlace = sortByPlace();
+
+constexpr bool placesAreTakenOnce()
+{
+    int place = 0;
+    for (const int number : pagesByPlace) {
+        if (pageRows[number].place != ++place)
+            return false;
+    }
+    return true;
+}
+
+static_assert(placesAreTakenOnce(), "no two pages have one place in the tree, and no place is left out");
 
 } // namespace
 
 std::unique_ptr<Z7DataWidget> createDataPage(int number)
 {
-    const bool exists = number >= 0 && number <= PageNumber::Last;
-    return exists ? pageMakers[number]() : nullptr;
+    return PageNumber::isPage(number) ? pageRows[number].make() : nullptr;
+}
+
+QString pageTitle(int number)
+{
+    if (!PageNumber::isPage(number))
+        return QStringLiteral("n/a");
+    const PageRow &page = pageRows[number];
+    return page.texts("Title", page.title);
+}
+
+const QVector<int> &drivePages()
+{
+    static const QVector<int> pages(pagesByPlace.cbegin(), pagesByPlace.cend());
+    return pages;
 }

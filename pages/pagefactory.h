@@ -1,10 +1,15 @@
 #pragma once
 
+#include <QString>
+#include <QVector>
+
 #include <memory>
 
 class Z7DataWidget;
 
 /// The pages have fixed numbers, which are their identity in the tree, the titles and the modified marks.
+/// What a page is besides its number stands in one row of the table in pagefactory.cpp; a number without its
+/// row does not compile.
 namespace PageNumber {
 enum Number {
     Network = 0,
@@ -24,10 +29,23 @@ enum Number {
     VoltageLimits = 14,
     RS485 = 15,
     RemoteControl = 16,
-    Last = RemoteControl,
+    Count, ///< stays behind the last page
+    Last = Count - 1,
 };
 constexpr int none = -1;
+
+/// True for the number of a page.
+constexpr bool isPage(int number)
+{
+    return number >= 0 && number < Count;
+}
 } // namespace PageNumber
 
-/// Creates the page of that number, 0 to 16, without a parent; null for any other number.
+/// Creates the page of that number, without a parent; null for any other number.
 std::unique_ptr<Z7DataWidget> createDataPage(int number);
+
+/// Title of the page of that number; "n/a", without a look-up, for any other.
+QString pageTitle(int number);
+
+/// The numbers of the pages below each drive of the tree, from top to bottom.
+const QVector<int> &drivePages();

@@ -16,8 +16,6 @@
 
 namespace {
 
-const char *const section = "DialogParamTable";
-
 enum Column {
     NumberColumn,
     NameColumn,
@@ -53,11 +51,6 @@ constexpr int fittedColumns[] = {NumberColumn, NameColumn, UnitColumn};
 constexpr QRgb lightGrey = qRgb(230, 230, 230);
 constexpr QRgb darkGrey = qRgb(200, 200, 200);
 
-QString tableText(const char *key, const char *defaultText)
-{
-    return languageText(section, key, defaultText);
-}
-
 } // namespace
 
 ParameterTableDialog::ParameterTableDialog(QWidget *parent)
@@ -76,14 +69,14 @@ ParameterTableDialog::~ParameterTableDialog() = default;
 
 void ParameterTableDialog::initPage()
 {
-    m_ui->LIntro->setText(tableText("Introduction", ""));
+    m_ui->LIntro->setText(texts("Introduction", ""));
     // An empty band above the table would only take room from it.
     m_ui->TopFrame->setVisible(!m_ui->LIntro->text().isEmpty());
     m_ui->ParameterTable->setColumnCount(ColumnCount);
     for (int column = 0; column < ColumnCount; ++column) {
         const ColumnTitle &title = columnTitles[column];
         m_ui->ParameterTable->setHorizontalHeaderItem(
-            column, new QTableWidgetItem(tableText(title.key, title.text)));
+            column, new QTableWidgetItem(texts(title.key, title.text)));
     }
     m_ui->ParameterTable->setColumnWidth(DeviceColumn, valueColumnWidth);
     m_ui->ParameterTable->setColumnWidth(UserColumn, valueColumnWidth);
@@ -185,18 +178,18 @@ QString ParameterTableDialog::remark(const Row &row, const Z7DeviceParam &param)
     if (param.error != 0)
         add(localizedErrorText(param.error));
     if (param.readFailed)
-        add(tableText("ParamReadingFailed", "Der Parameter konnte nicht gelesen werden"));
+        add(texts("ParamReadingFailed", "Der Parameter konnte nicht gelesen werden"));
     if (param.writeFailed)
-        add(tableText("ParamWritingFailed", "Der Parameter konnte nicht geschrieben werden"));
+        add(texts("ParamWritingFailed", "Der Parameter konnte nicht geschrieben werden"));
     if (param.accessDenied)
-        add(tableText("AccessKeyIncorrectDesc",
+        add(texts("AccessKeyIncorrectDesc",
             "Sie haben nicht die erforderliche Berechtigung, um diesen Parameter zu ändern"));
     // The record keeps only the fact of a conflict, so the number in this text is that of the flag.
     if (param.conflict)
-        add(tableText("ConflictingParam", "Das Schreiben des Parameters steht im Konflikt mit Parameter %1")
+        add(texts("ConflictingParam", "Das Schreiben des Parameters steht im Konflikt mit Parameter %1")
                 .arg(static_cast<int>(param.conflict)));
     if (param.valid && !definition.isWithinLimits(param.value))
-        add(tableText("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs"));
+        add(texts("ParamOutOfScope", "Parameterwert außerhalb des zulässigen Bereichs"));
     if (isCurrentlyNotWritable(row, definition))
         add(barredByInputsText());
     return remark;

@@ -26,6 +26,8 @@ class ParameterTableDialog : public Z7DataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogParamTable"};
+
     explicit ParameterTableDialog(QWidget *parent = nullptr);
     ~ParameterTableDialog() override;
 

@@ -4,8 +4,8 @@
 #include "ui_positioningdialog.h"
 
 PositioningDialog::PositioningDialog(QWidget *parent)
-    : LabelledDataWidget("DialogPositioning",
-        "Die Positionierung wird durch die Eingangsbeschaltung A/B = HIGH/HIGH ausgelöst.", parent)
+    : LabelledDataWidget(
+        texts, "Die Positionierung wird durch die Eingangsbeschaltung A/B = HIGH/HIGH ausgelöst.", parent)
     , m_ui(std::make_unique<Ui::PositioningDialog>())
     , m_modePanel(new OperationModePanel(PositioningMode, this))
 {
@@ -19,7 +19,7 @@ PositioningDialog::~PositioningDialog() = default;
 
 void PositioningDialog::initPage()
 {
-    m_modePanel->setTexts("DialogPositioning",
+    m_modePanel->setTexts(texts,
         "Zum Abfahren einer Strecke muß der Betriebsmodus 3/x oder x/3 parametrisiert sein. "
         "Um die Strecke in die Gegenrichtung zu fahren, sind die Betriebsmodi 3/6 oder 6/3 auszuwählen. "
         "Falls die Strecke in der Anwendung \"geteached\" werden soll, ist der zu wählende Modus 3/4 "

@@ -16,6 +16,8 @@ class PositioningDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogPositioning"};
+
     explicit PositioningDialog(QWidget *parent = nullptr);
     ~PositioningDialog() override;
 

@@ -14,6 +14,8 @@ class RemoteControlDialog : public EmptyDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogRemoteControl"};
+
     explicit RemoteControlDialog(QWidget *parent = nullptr);
     ~RemoteControlDialog() override;
 

@@ -7,15 +7,6 @@
 #include "pages/pagestyle.h"
 #include "ui_rs485dialog.h"
 
-namespace {
-
-QString rs485Text(const char *key, const char *defaultText)
-{
-    return languageText("DialogRS485", key, defaultText);
-}
-
-} // namespace
-
 RS485Dialog::RS485Dialog(QWidget *parent)
     : Z7DataWidget(parent)
     , m_ui(std::make_unique<Ui::RS485Dialog>())
@@ -30,14 +21,14 @@ RS485Dialog::~RS485Dialog() = default;
 void RS485Dialog::initPage()
 {
     PageStyle::setTextOrHide(m_ui->lFormDescription,
-        rs485Text("DialogDescription",
+        texts("DialogDescription",
             "Falls mehrere Antriebe gemeinsam an einer seriellen RS485-Schnittstelle betrieben werden "
             "sollen, muss jeder Antrieb unter einer individuellen Busadresse erreichbar sein. "
             "Hier kann hier die entsprechende Busadresse verändert werden."));
-    PageStyle::setTextOrHide(m_ui->lIntro, rs485Text("Introduction", ""));
-    m_ui->lDeviceAdress->setText(rs485Text("CurrentAdress", "Aktuelle Adresse:"));
-    m_ui->lNewAdress->setText(rs485Text("NewAdress", "Neue Adresse:"));
-    m_ui->BtnChangeAdress->setText(rs485Text("ChangeAdress", "Adresse ändern"));
+    PageStyle::setTextOrHide(m_ui->lIntro, texts("Introduction", ""));
+    m_ui->lDeviceAdress->setText(texts("CurrentAdress", "Aktuelle Adresse:"));
+    m_ui->lNewAdress->setText(texts("NewAdress", "Neue Adresse:"));
+    m_ui->BtnChangeAdress->setText(texts("ChangeAdress", "Adresse ändern"));
     // The page is shown many times, and one press is one change.
     connect(m_ui->BtnChangeAdress, SIGNAL(clicked()), this, SLOT(updateAdress()), Qt::UniqueConnection);
 
@@ -68,5 +59,5 @@ void RS485Dialog::updateAdress()
         emit sendChangeAdress(address);
     else
         Messages::showError(
-            this, rs485Text("InvalidAdressMessage", "Als Adresse ist nur der Bereich von 1...255 zulässig."));
+            this, texts("InvalidAdressMessage", "Als Adresse ist nur der Bereich von 1...255 zulässig."));
 }

@@ -15,6 +15,8 @@ class RS485Dialog : public Z7DataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogRS485"};
+
     explicit RS485Dialog(QWidget *parent = nullptr);
     ~RS485Dialog() override;
 

@@ -7,10 +7,7 @@
 
 namespace {
 
-QString passwordText(const char *key, const char *defaultText)
-{
-    return languageText("DialogSetPassword", key, defaultText);
-}
+constexpr TextSection passwordText("DialogSetPassword");
 
 /// A lone sign counts as 0.
 int numberIn(const QLineEdit *field)

@@ -3,7 +3,7 @@
 #include "ui_speedregulationdialog.h"
 
 SpeedRegulationDialog::SpeedRegulationDialog(QWidget *parent)
-    : LabelledDataWidget("DialogSpeedRegulation", "", parent)
+    : LabelledDataWidget(texts, "", parent)
     , m_ui(std::make_unique<Ui::SpeedRegulationDialog>())
 {
     m_ui->setupUi(this);

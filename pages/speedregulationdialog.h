@@ -14,6 +14,8 @@ class SpeedRegulationDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogSpeedRegulation"};
+
     explicit SpeedRegulationDialog(QWidget *parent = nullptr);
     ~SpeedRegulationDialog() override;
 

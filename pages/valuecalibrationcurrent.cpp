@@ -8,7 +8,7 @@
 namespace {
 
 constexpr CalibrationCurve currentCurve {
-    "DialogValueCalibrationCurrent",
+    ValueCalibrationCurrent::texts,
     {ParameterNumber::CurrentCurveX1, ParameterNumber::CurrentCurveX2, ParameterNumber::CurrentCurveX3},
     {ParameterNumber::CurrentCurveY0, ParameterNumber::CurrentCurveY1, ParameterNumber::CurrentCurveY2,
         ParameterNumber::CurrentCurveY3, ParameterNumber::CurrentCurveY4},
@@ -37,7 +37,7 @@ ValueCalibrationCurrent::ValueCalibrationCurrent(QWidget *parent)
 void ValueCalibrationCurrent::initPage()
 {
     CalibrationCurvePage::initPage();
-    m_modePanel->setTexts(currentCurve.section,
+    m_modePanel->setTexts(texts,
         "Die Parameter der Sollwertskalierung (Strom) kommen nur im Betriebsmodus 2/x oder x/2 zur "
         "Anwendung.");
 }

@@ -10,6 +10,8 @@ class ValueCalibrationCurrent : public CalibrationCurvePage
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogValueCalibrationCurrent"};
+
     explicit ValueCalibrationCurrent(QWidget *parent = nullptr);
 
     void initPage() override;

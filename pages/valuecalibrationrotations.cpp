@@ -5,7 +5,7 @@
 namespace {
 
 constexpr CalibrationCurve speedCurve {
-    "DialogValueCalibrationRotations",
+    ValueCalibrationRotations::texts,
     {ParameterNumber::SpeedCurveX1, ParameterNumber::SpeedCurveX2, ParameterNumber::SpeedCurveX3},
     {ParameterNumber::SpeedCurveY0, ParameterNumber::SpeedCurveY1, ParameterNumber::SpeedCurveY2,
         ParameterNumber::SpeedCurveY3, ParameterNumber::SpeedCurveY4},

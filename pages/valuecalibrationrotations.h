@@ -8,5 +8,7 @@ class ValueCalibrationRotations : public CalibrationCurvePage
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogValueCalibrationRotations"};
+
     explicit ValueCalibrationRotations(QWidget *parent = nullptr);
 };

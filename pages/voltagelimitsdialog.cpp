@@ -3,8 +3,8 @@
 #include "ui_voltagelimitsdialog.h"
 
 VoltageLimitsDialog::VoltageLimitsDialog(QWidget *parent)
-    : LabelledDataWidget("DialogVoltageLimits",
-        "Zum Schutz des DC-Netzes können hier Spannungsgrenzen vorgegeben werden.", parent)
+    : LabelledDataWidget(
+        texts, "Zum Schutz des DC-Netzes können hier Spannungsgrenzen vorgegeben werden.", parent)
     , m_ui(std::make_unique<Ui::VoltageLimitsDialog>())
 {
     m_ui->setupUi(this);

@@ -14,6 +14,8 @@ class VoltageLimitsDialog : public LabelledDataWidget
     Q_OBJECT
 
 public:
+    static constexpr TextSection texts {"DialogVoltageLimits"};
+
     explicit VoltageLimitsDialog(QWidget *parent = nullptr);
     ~VoltageLimitsDialog() override;
 

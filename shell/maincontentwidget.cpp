@@ -16,29 +16,11 @@ namespace {
 constexpr int pageRole = Qt::UserRole + 1;
 constexpr int deviceRole = Qt::UserRole + 2;
 
-/// The pages below a drive, from top to bottom.
-constexpr int drivePages[] = {
-    PageNumber::OperationsMode,
-    PageNumber::FixedResolutions,
-    PageNumber::Positioning,
-    PageNumber::CalibrationRotations,
-    PageNumber::CalibrationCurrent,
-    PageNumber::Accelerations,
-    PageNumber::SpeedRegulation,
-    PageNumber::CurrentLimits,
-    PageNumber::Output,
-    PageNumber::FixResistance,
-    PageNumber::VoltageLimits,
-    PageNumber::RS485,
-    PageNumber::ParameterTable,
-    PageNumber::FirmwareUpload,
-};
-
 /// The titles of the tree's pages, by page number.
 QVector<QString> pageTitles()
 {
-    QVector<QString> titles(PageNumber::Last + 1);
-    for (const int pageNumber : drivePages)
+    QVector<QString> titles(PageNumber::Count);
+    for (const int pageNumber : drivePages())
         titles[pageNumber] = pageTitle(pageNumber);
     return titles;
 }
@@ -279,7 +261,7 @@ QList<QTreeWidgetItem *> MainContentWidget::makeItems(const QList<int> &deviceId
     QList<QTreeWidgetItem *> drives;
     for (const int deviceId : deviceIds) {
         auto *drive = new PageItem(PageNumber::DeviceStatus, deviceId);
-        for (const int pageNumber : drivePages)
+        for (const int pageNumber : drivePages())
             drive->addChild(new PageItem(pageNumber, deviceId));
         refreshDrive(drive, titles);
         drives.append(drive);

@@ -55,7 +55,7 @@ MainWindow::MainWindow()
     auto *menuStyle = new MenuStyle;
     menuStyle->setParent(this);
     m_ui->menuHilfe->setStyle(menuStyle);
-    for (int number = 0; number <= PageNumber::Last; ++number)
+    for (int number = 0; number < PageNumber::Count; ++number)
         m_controller->createPage(number);
     createBands();
     createDialogs();

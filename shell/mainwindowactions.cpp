@@ -21,10 +21,7 @@
 
 namespace {
 
-QString fileText(const char *key, const char *defaultText)
-{
-    return languageText("Parameterfile", key, defaultText);
-}
+constexpr TextSection fileText("Parameterfile");
 
 QString parameterFileFilter()
 {

@@ -16,10 +16,7 @@ Z7Options *options()
     return Z7Services::instance()->options();
 }
 
-QString optionText(const char *key, const char *defaultText)
-{
-    return languageText("DialogOptions", key, defaultText);
-}
+constexpr TextSection optionText("DialogOptions");
 
 } // namespace
 

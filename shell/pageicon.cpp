@@ -55,7 +55,7 @@ const PageIcons &icons()
 QIcon pageIcon(int pageNumber, int deviceId, bool modified, bool active)
 {
     Q_UNUSED(deviceId)
-    if (pageNumber < PageNumber::Network || pageNumber > PageNumber::Last)
+    if (!PageNumber::isPage(pageNumber))
         return icons().none;
     if (pageNumber == PageNumber::Network)
         return icons().network;

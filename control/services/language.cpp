@@ -3,38 +3,6 @@
 #include "control/services/services.h"
 #include "control/services/settingsfile.h"
 
-#include <iterator>
-
-namespace {
-
-struct PageTitle
-{
-    const char *section;
-    const char *text;
-};
-
-constexpr PageTitle pageTitles[] = {
-    {"DialogNetworkStatus", "Z7-Netzwerk"},
-    {"DialogDeviceStatus", "Z7-Motorstatus"},
-    {"DialogSpeedRegulation", "Regelung"},
-    {"DialogAcceleration", "Dynamik"},
-    {"DialogCurrentLimits", "Stromgrenzen"},
-    {"DialogFixedResolutions", "Festdrehzahlen"},
-    {"DialogPositioning", "Positionierung"},
-    {"DialogOutput", "Digitale Ausgänge"},
-    {"DialogOperationsMode", "Betriebsmodus"},
-    {"DialogParamTable", "Parametertabelle"},
-    {"DialogFirmwareUpdate", "Firmware update"},
-    {"DialogValueCalibrationRotations", "Sollwertskalierung Drehzahl"},
-    {"DialogValueCalibrationCurrent", "Sollwertskalierung Strom"},
-    {"DialogFixResistance", "Ballastwiderstand"},
-    {"DialogVoltageLimits", "Spannungsgrenzen"},
-    {"DialogRS485", "RS485"},
-    {"DialogRemoteControl", "Fernsteuerung"},
-};
-
-} // namespace
-
 QString Z7Language::text(const QString &section, const QString &key, const QString &defaultText)
 {
     const QString path = section + QLatin1Char('/') + key;
@@ -70,11 +38,6 @@ QString languageText(const char *section, const char *key, const char *defaultTe
     return languageText(section, key, QString::fromUtf8(defaultText));
 }
 
-QString commonText(const char *key, const char *defaultText)
-{
-    return languageText("Common", key, defaultText);
-}
-
 QString languageText(const char *section, const char *key, const QString &defaultText)
 {
     return Z7Services::instance()->language()->text(QLatin1String(section), QLatin1String(key), defaultText);
@@ -83,12 +46,4 @@ QString languageText(const char *section, const char *key, const QString &defaul
 QString definitionText(const QString &text)
 {
     return Z7Services::instance()->language()->text(QStringLiteral("ParamDefinition"), text, text);
-}
-
-QString pageTitle(int number)
-{
-    if (number < 0 || number >= static_cast<int>(std::size(pageTitles)))
-        return QStringLiteral("n/a");
-    const PageTitle &title = pageTitles[number];
-    return languageText(title.section, "Title", title.text);
 }

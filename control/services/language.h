@@ -30,12 +30,32 @@ private:
 /// The text of `section`/`key` in the process's language table. The default is UTF-8.
 QString languageText(const char *section, const char *key, const char *defaultText);
 QString languageText(const char *section, const char *key, const QString &defaultText);
-/// The same in section `Common`.
-QString commonText(const char *key, const char *defaultText);
+
+/// One section of the process's language table, called as a function for each of its texts:
+///
+///     constexpr TextSection addressTexts("DialogRS485");
+///     label->setText(addressTexts("NewAdress", "Neue Adresse:"));
+class TextSection
+{
+public:
+    /// `name` has static lifetime.
+    constexpr explicit TextSection(const char *name)
+        : m_name(name)
+    {
+    }
+
+    /// The text of `key`. The default is UTF-8.
+    QString operator()(const char *key, const char *defaultText) const
+    {
+        return languageText(m_name, key, defaultText);
+    }
+
+private:
+    const char *m_name;
+};
+
+inline constexpr TextSection commonText("Common");
 
 /// The translation of a text of the parameter definitions (a name, a unit, an option), which is its own key
 /// and default. An empty one is looked up as well; the file keeps it outside of the sections.
 QString definitionText(const QString &text);
-
-/// Title of the page of that number, 0 to 16; "n/a", without a look-up, for any other.
-QString pageTitle(int number);

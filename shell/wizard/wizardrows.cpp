@@ -1,16 +1,9 @@
 #include "shell/wizard/wizardrows.h"
 
-#include "control/services/language.h"
-
 #include <QHBoxLayout>
 #include <QLabel>
 
 #include <memory>
-
-QString connectionText(const char *key, const char *defaultText)
-{
-    return languageText("DialogConnection", key, defaultText);
-}
 
 namespace WizardRows {
 

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "control/services/language.h"
+
 #include <QString>
 
 class QBoxLayout;
 class QHBoxLayout;
 class QLabel;
 
-/// A text of the wizard, in section `DialogConnection`.
-QString connectionText(const char *key, const char *defaultText);
+/// The texts of the wizard.
+inline constexpr TextSection connectionText("DialogConnection");
 
 /// The rows in which the wizard's pages list ports and drives.
 namespace WizardRows {

@@ -1,5 +1,7 @@
 #include "tests/control/testedcontroller.h"
 
+#include "pages/pagefactory.h"
+
 #include <QTest>
 
 namespace {
@@ -75,7 +77,7 @@ TestedController::TestedController()
     Z7Services::instance()->options()->setPollingInterval(0);
     controller.setMainContent(&mainContent);
     controller.setDeviceControl(&deviceControl);
-    for (int number = 0; number <= 16; ++number)
+    for (int number = 0; number < PageNumber::Count; ++number)
         controller.createPage(number);
     content.show();
 }

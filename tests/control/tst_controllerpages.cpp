@@ -1,5 +1,6 @@
 // Showing pages: which page stands in the content area, for which drive, and with what on it.
 
+#include "pages/pagefactory.h"
 #include "tests/control/testedcontroller.h"
 
 #include <QSignalSpy>
@@ -130,7 +131,7 @@ void TestControllerPages::pageCreatedTwiceReportsKeystrokeOnce()
 
 void TestControllerPages::eachOfSeventeenPagesCanBeShown()
 {
-    for (int number = 0; number <= 16; ++number) {
+    for (int number = 0; number < PageNumber::Count; ++number) {
         QVERIFY(tested->showPage(number, id3));
         QVERIFY(tested->shownPage()->isVisible());
     }

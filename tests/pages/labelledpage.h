@@ -19,7 +19,7 @@ class LabelledPage : public LabelledDataWidget
 
 public:
     LabelledPage()
-        : LabelledDataWidget("DialogTest", "", nullptr)
+        : LabelledDataWidget(TextSection("DialogTest"), "", nullptr)
     {
         addWidgets("Param0x03");
         addWidget<QLabel>("lParam0x03ParamName");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "control/maincontroller.h"
+#include "pages/pagefactory.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
 #include "tests/shell/shelltest.h"
@@ -16,7 +17,7 @@ template<typename Controller = Z7MainController>
 class ContentBand
 {
 public:
-    explicit ContentBand(int lastPage = 16)
+    explicit ContentBand(int lastPage = PageNumber::Last)
         : window(std::make_unique<QWidget>())
         , content(new MainContentWidget(&controller))
         , bar(new DeviceControlWidget)

@@ -1,6 +1,7 @@
 // The window itself: its start, its menus, its bands and its end.
 
 #include "pages/datawidget.h"
+#include "pages/pagefactory.h"
 #include "shell/aboutdialog.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
@@ -321,7 +322,7 @@ void TestMainWindow::noPageIsPolishedBeforeItIsShown()
     const QWidgetList tops = QApplication::topLevelWidgets();
     std::copy_if(tops.begin(), tops.end(), std::back_inserter(pages),
         [](const QWidget *widget) { return qobject_cast<const Z7DataWidget *>(widget) != nullptr; });
-    QCOMPARE(pages.size(), 17);
+    QCOMPARE(pages.size(), int(PageNumber::Count));
     for (const QWidget *page : qAsConst(pages))
         QVERIFY2(!page->testAttribute(Qt::WA_WState_Polished), page->metaObject()->className());
 }

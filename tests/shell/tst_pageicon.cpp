@@ -1,5 +1,6 @@
 // The icons by which a person tells drives, pages, access and unwritten changes apart.
 
+#include "pages/pagefactory.h"
 #include "shell/pageicon.h"
 #include "tests/shell/shelltest.h"
 
@@ -66,14 +67,14 @@ void TestPageIcon::eachPageHasItsIcon()
 void TestPageIcon::everyPageBelowDriveHasTableIcon()
 {
     const QImage table = image(":images/table-icon_24px_active.png");
-    for (int page = 2; page <= 16; ++page)
+    for (int page = 2; page <= PageNumber::Last; ++page)
         QVERIFY2(image(pageIcon(page, 1, false, true)) == table, QByteArray::number(page).constData());
 }
 
 void TestPageIcon::otherNumbersHaveNoIcon()
 {
-    QVERIFY(pageIcon(-1, 1, false, true).isNull());
-    QVERIFY(pageIcon(17, 1, false, true).isNull());
+    QVERIFY(pageIcon(PageNumber::none, 1, false, true).isNull());
+    QVERIFY(pageIcon(PageNumber::Count, 1, false, true).isNull());
 }
 
 void TestPageIcon::driveMakesNoDifference()
@@ -99,7 +100,7 @@ void TestPageIcon::noTwoStatesLookAlike()
 // A new icon leaves its pictures in the cache.
 void TestPageIcon::iconsAreMadeOnce()
 {
-    for (int page = -1; page <= 17; ++page) {
+    for (int page = PageNumber::none; page <= PageNumber::Count; ++page) {
         for (bool modified : {false, true}) {
             for (bool active : {false, true})
                 QCOMPARE(pageIcon(page, 1, modified, active).cacheKey(),

@@ -4,6 +4,7 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "pages/fixedresolutionsdialog.h"
+#include "pages/pagefactory.h"
 #include "tests/shell/contentband.h"
 #include "tests/support/listedports.h"
 
@@ -13,6 +14,7 @@
 
 #include <memory>
 
+using namespace PageNumber;
 using namespace ShellTest;
 
 namespace {
@@ -20,8 +22,6 @@ namespace {
 constexpr int pageRole = Qt::UserRole + 1;
 constexpr int deviceRole = Qt::UserRole + 2;
 constexpr int fixedSpeed = 0x17;
-
-enum Page { Network, DeviceStatus, FixedResolutions = 5, ParameterTable = 9, RemoteControl = 16 };
 
 const char table[] = ":images/table-icon_24px_active.png";
 const char modifiedTable[] = ":images/table-icon_24px_active_modified.png";

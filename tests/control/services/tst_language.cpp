@@ -52,11 +52,8 @@ private slots:
     void unitWithSlashKeepsItsTranslation();
     void emptyUnitStaysEmptyAndStandsOutsideOfSections();
 
-    void eachPageHasItsTitle_data();
-    void eachPageHasItsTitle();
-    void titleCanBeTranslated();
-    void anyOtherPageHasNoTitleAndMakesNoLookUp_data();
-    void anyOtherPageHasNoTitleAndMakesNoLookUp();
+    void sectionLooksUpItsOwnTexts();
+    void defaultOfSectionIsUtf8();
 };
 
 void TestLanguage::textWithoutFileIsItsDefaultAndIsWrittenAtEnd()
@@ -182,64 +179,19 @@ void TestLanguage::emptyUnitStaysEmptyAndStandsOutsideOfSections()
     QCOMPARE(fileAfterTheEnd(), QByteArray("[General]\nParamDefinition=\n"));
 }
 
-void TestLanguage::eachPageHasItsTitle_data()
+void TestLanguage::sectionLooksUpItsOwnTexts()
 {
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<QString>("title");
-
-    int page = 0;
-    const auto row = [&page](const char *section, const char *title) {
-        QTest::newRow(section) << page++ << QString::fromLatin1(section) << utf8(title);
-    };
-    row("DialogNetworkStatus", "Z7-Netzwerk");
-    row("DialogDeviceStatus", "Z7-Motorstatus");
-    row("DialogSpeedRegulation", "Regelung");
-    row("DialogAcceleration", "Dynamik");
-    row("DialogCurrentLimits", "Stromgrenzen");
-    row("DialogFixedResolutions", "Festdrehzahlen");
-    row("DialogPositioning", "Positionierung");
-    row("DialogOutput", "Digitale Ausgänge");
-    row("DialogOperationsMode", "Betriebsmodus");
-    row("DialogParamTable", "Parametertabelle");
-    row("DialogFirmwareUpdate", "Firmware update");
-    row("DialogValueCalibrationRotations", "Sollwertskalierung Drehzahl");
-    row("DialogValueCalibrationCurrent", "Sollwertskalierung Strom");
-    row("DialogFixResistance", "Ballastwiderstand");
-    row("DialogVoltageLimits", "Spannungsgrenzen");
-    row("DialogRS485", "RS485");
-    row("DialogRemoteControl", "Fernsteuerung");
+    writeFile("[DialogA]\nTitle=Speed\n");
+    constexpr TextSection texts("DialogA");
+    constexpr TextSection otherTexts("DialogB");
+    QCOMPARE(texts("Title", "Drehzahl"), QStringLiteral("Speed"));
+    QCOMPARE(otherTexts("Title", "Strom"), QStringLiteral("Strom"));
+    QCOMPARE(fileAfterTheEnd(), QByteArray("[DialogA]\nTitle=Speed\n\n[DialogB]\nTitle=Strom\n"));
 }
 
-void TestLanguage::eachPageHasItsTitle()
+void TestLanguage::defaultOfSectionIsUtf8()
 {
-    QFETCH(int, page);
-    QFETCH(QString, section);
-    QFETCH(QString, title);
-    QCOMPARE(pageTitle(page), title);
-    // The look-up has left the title under its key, so another default no longer counts.
-    QCOMPARE(languageText(qPrintable(section), "Title", QStringLiteral("x")), title);
-}
-
-void TestLanguage::titleCanBeTranslated()
-{
-    writeFile("[DialogNetworkStatus]\nTitle=Network\n");
-    QCOMPARE(pageTitle(0), QStringLiteral("Network"));
-}
-
-void TestLanguage::anyOtherPageHasNoTitleAndMakesNoLookUp_data()
-{
-    QTest::addColumn<int>("page");
-    QTest::newRow("behind the last one") << 17;
-    QTest::newRow("no page") << -1;
-}
-
-void TestLanguage::anyOtherPageHasNoTitleAndMakesNoLookUp()
-{
-    QFETCH(int, page);
-    QCOMPARE(pageTitle(page), QStringLiteral("n/a"));
-    Z7Services::shutdown();
-    QVERIFY(!QFile::exists(fileName));
+    QCOMPARE(TextSection("DialogA")("Save", "Öffnen"), utf8("Öffnen"));
 }
 
 QTEST_APPLESS_MAIN(TestLanguage)
