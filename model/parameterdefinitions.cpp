@@ -136,9 +136,9 @@ bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b)
     return fields(a) == fields(b);
 }
 
-Z7ParamDefinitions::Z7ParamDefinitions(const QString &version)
+Z7ParamDefinitions::Z7ParamDefinitions(const QString &version, const QString &folder)
     : m_softwareVersion(version)
-    , m_fileName(QStringLiteral("Z7ParamDef_") + version + QStringLiteral(".csv"))
+    , m_fileName(QDir(folder).filePath(QStringLiteral("Z7ParamDef_") + version + QStringLiteral(".csv")))
 {
     m_tables.push_back(std::make_unique<const Table>(version));
     m_table = m_tables.back().get();
@@ -148,7 +148,7 @@ Z7ParamDefinitions::~Z7ParamDefinitions() = default;
 
 bool Z7ParamDefinitions::load()
 {
-    const QFileInfo info(QDir::currentPath() + QLatin1Char('/') + m_fileName);
+    const QFileInfo info(m_fileName);
     // A pipe or a device could be read for ever; a folder is told as a file that cannot be opened.
     if (!info.isFile() && !info.isDir())
         return false;

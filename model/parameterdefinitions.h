@@ -33,7 +33,7 @@ struct Z7ParamDefinition
 
 bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b);
 
-/// The rows of the file "Z7ParamDef_<version>.csv" in the working folder: what the parameters of the drives
+/// The rows of the file "Z7ParamDef_<version>.csv": what the parameters of the drives
 /// of one software version mean.
 ///
 /// Any thread: a version that turns up in a reply makes a worker ask, while the main thread may be loading
@@ -43,7 +43,8 @@ bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b);
 class Z7ParamDefinitions
 {
 public:
-    explicit Z7ParamDefinitions(const QString &version);
+    /// The file lies in `folder`; in the current folder of each access if that is empty.
+    explicit Z7ParamDefinitions(const QString &version, const QString &folder = QString());
     ~Z7ParamDefinitions();
 
     /// Reads the file over the rows that exist. False if the file does not exist, or if no parameter is known

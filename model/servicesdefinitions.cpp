@@ -11,7 +11,7 @@ Z7ParamDefinitions *Z7Services::definitions(const QString &version)
     const QMutexLocker locker(&m_definitionsMutex);
     std::shared_ptr<Z7ParamDefinitions> &definitions = m_definitions[version];
     if (!definitions)
-        definitions = std::make_shared<Z7ParamDefinitions>(version);
+        definitions = std::make_shared<Z7ParamDefinitions>(version, m_folder);
     return definitions.get();
 }
 

@@ -1,7 +1,6 @@
 #include "shell/optionsdialog.h"
 
 #include "control/services/language.h"
-#include "control/services/options.h"
 #include "control/services/services.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
@@ -33,23 +32,30 @@ optionsdialog::optionsdialog(QWidget *parent)
     connect(m_ui->BtnOK, SIGNAL(clicked()), SLOT(saveAndCloseDialog()));
     connect(m_ui->BtnCancel, SIGNAL(clicked()), SLOT(close()));
     connect(m_ui->cbLanguage, SIGNAL(currentIndexChanged(int)), SLOT(languageChanged(int)));
-    for (QLineEdit *field : {m_ui->edTimeout, m_ui->edTimeoutScanning})
-        field->setValidator(new IntegerValidator(20, 1000, this));
-    for (QLineEdit *field : {m_ui->edPreselectVendorID, m_ui->edPollingCycle})
-        field->setValidator(new IntegerValidator(0, 10000, this));
+    prepareNumberFields();
 }
 
 optionsdialog::~optionsdialog() = default;
+
+void optionsdialog::prepareNumberFields()
+{
+    for (const Z7Options::Row &row : Z7Options::rows()) {
+        if (row.kind != Z7Options::Number)
+            continue;
+        auto *field = findChild<QLineEdit *>(QLatin1String(row.field));
+        Q_ASSERT_X(field, row.key, row.field);
+        field->setValidator(new IntegerValidator(row.lowest, row.highest, this));
+        m_numberFields.append({row.name, field});
+    }
+}
 
 void optionsdialog::refresh()
 {
     setTexts();
     listLanguages();
     m_ui->lRestartRequired->hide();
-    m_ui->edTimeout->setText(QString::number(options()->timeout()));
-    m_ui->edTimeoutScanning->setText(QString::number(options()->timeoutScanning()));
-    m_ui->edPreselectVendorID->setText(QString::number(options()->defaultVendorID()));
-    m_ui->edPollingCycle->setText(QString::number(options()->pollingInterval()));
+    for (const NumberField &shown : qAsConst(m_numberFields))
+        shown.field->setText(QString::number(options()->number(shown.option)));
 }
 
 void optionsdialog::setTexts()
@@ -75,7 +81,8 @@ void optionsdialog::listLanguages()
     m_ui->cbLanguage->clear();
     const QString inForce = options()->language();
     const QFileInfoList files =
-        QDir().entryInfoList({QLatin1Char('*') + Z7Language::fileSuffix()}, QDir::Files);
+        QDir(Z7Services::instance()->folder())
+            .entryInfoList({QLatin1Char('*') + Z7Language::fileSuffix()}, QDir::Files);
     for (const QFileInfo &file : files) {
         m_ui->cbLanguage->addItem(file.completeBaseName());
         if (file.completeBaseName() == inForce)
@@ -91,10 +98,8 @@ void optionsdialog::languageChanged(int index)
 
 void optionsdialog::saveAndCloseDialog()
 {
-    options()->setTimeout(m_ui->edTimeout->text().toInt());
-    options()->setTimeoutScanning(m_ui->edTimeoutScanning->text().toInt());
-    options()->setDefaultVendorID(m_ui->edPreselectVendorID->text().toInt());
-    options()->setPollingInterval(m_ui->edPollingCycle->text().toInt());
+    for (const NumberField &shown : qAsConst(m_numberFields))
+        options()->setNumber(shown.option, shown.field->text().toInt());
     options()->setLanguage(m_ui->cbLanguage->currentText());
     close();
 }

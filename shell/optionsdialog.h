@@ -1,8 +1,13 @@
 #pragma once
 
+#include "control/services/options.h"
+
 #include <QDialog>
+#include <QVector>
 
 #include <memory>
+
+class QLineEdit;
 
 namespace Ui {
 class optionsdialog;
@@ -27,8 +32,17 @@ public slots:
     void languageChanged(int index);
 
 private:
+    /// A setting that is a number, and its field of the form.
+    struct NumberField
+    {
+        Z7Options::Name option;
+        QLineEdit *field;
+    };
+
+    void prepareNumberFields();
     void setTexts();
     void listLanguages();
 
+    QVector<NumberField> m_numberFields;
     const std::unique_ptr<Ui::optionsdialog> m_ui;
 };

@@ -3,6 +3,8 @@
 #include "control/services/services.h"
 #include "control/services/settingsfile.h"
 
+#include <QDir>
+
 QString Z7Language::text(const QString &section, const QString &key, const QString &defaultText)
 {
     const QString path = section + QLatin1Char('/') + key;
@@ -15,9 +17,9 @@ QString Z7Language::text(const QString &section, const QString &key, const QStri
 void Z7Language::load(const QString &name)
 {
     m_language = name;
-    if (!SettingsFile::isUsable(name + fileSuffix()))
+    if (!SettingsFile::isUsable(fileName()))
         return;
-    QSettings settings(name + fileSuffix(), QSettings::IniFormat);
+    QSettings settings(fileName(), QSettings::IniFormat);
     const QStringList groups = settings.childGroups();
     for (const QString &group : groups) {
         settings.beginGroup(group);
@@ -28,9 +30,14 @@ void Z7Language::load(const QString &name)
     }
 }
 
+QString Z7Language::fileName() const
+{
+    return QDir(m_folder).filePath(m_language + fileSuffix());
+}
+
 void Z7Language::save() const
 {
-    SettingsFile::write(m_language + fileSuffix(), m_texts);
+    SettingsFile::write(fileName(), m_texts);
 }
 
 QString languageText(const char *section, const char *key, const char *defaultText)

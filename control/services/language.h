@@ -3,7 +3,7 @@
 #include <QMap>
 #include <QString>
 
-/// The texts of the language in force, kept in "<language>.z7lang" in the working folder.
+/// The texts of the language in force, kept in "<language>.z7lang".
 ///
 /// The table fills itself: a text that the file lacks is added with the default of the place that asks, and
 /// the whole table is written back at the end of a run. Copying and translating that file makes a new
@@ -11,6 +11,12 @@
 class Z7Language
 {
 public:
+    /// The files lie in `folder`; in the current folder of each access if that is empty.
+    explicit Z7Language(const QString &folder = QString())
+        : m_folder(folder)
+    {
+    }
+
     /// The text of `section`/`key`. The first default that a run meets for a key wins; an entry of the file,
     /// an empty one too, beats every default.
     QString text(const QString &section, const QString &key, const QString &defaultText);
@@ -23,6 +29,9 @@ public:
     static QString fileSuffix() { return QStringLiteral(".z7lang"); }
 
 private:
+    QString fileName() const;
+
+    QString m_folder;
     QString m_language;
     QMap<QString, QString> m_texts;
 };

@@ -2,74 +2,92 @@
 
 #include "control/services/settingsfile.h"
 
+#include <QDir>
+
 namespace {
 
-const QString fileName = QStringLiteral("Z7Properties.ini");
 const QString group = QStringLiteral("OPTIONS");
 
-const QString languageKey = QStringLiteral("language");
-const QString timeoutKey = QStringLiteral("timeout");
-const QString timeoutScanningKey = QStringLiteral("timeoutScanning");
-const QString defaultVendorIDKey = QStringLiteral("defaultVendorID");
-const QString pollingIntervalKey = QStringLiteral("pollingInterval");
+/// A text has no range.
+constexpr int none = 0;
+
+constexpr Z7Options::Rows optionRows {{
+    {Z7Options::Language, "language", Z7Options::Text, "deutsch", none, none, "cbLanguage"},
+    {Z7Options::Timeout, "timeout", Z7Options::Number, "140", 20, 1000, "edTimeout"},
+    {Z7Options::TimeoutScanning, "timeoutScanning", Z7Options::Number, "20", 20, 1000, "edTimeoutScanning"},
+    {Z7Options::DefaultVendorID, "defaultVendorID", Z7Options::Number, "1027", 0, 10000,
+        "edPreselectVendorID"},
+    {Z7Options::PollingInterval, "pollingInterval", Z7Options::Number, "1000", 0, 10000, "edPollingCycle"},
+}};
+
+constexpr bool rowsStandAtTheirNames()
+{
+    int name = 0;
+    for (const Z7Options::Row &row : optionRows) {
+        if (row.name != name++ || !row.key || !row.defaultText || !row.field)
+            return false;
+    }
+    return true;
+}
+
+static_assert(rowsStandAtTheirNames(), "each setting has one whole row, in the order of the names");
+
+constexpr bool numbersHaveRanges()
+{
+    for (const Z7Options::Row &row : optionRows) {
+        if (row.kind == Z7Options::Number && row.lowest >= row.highest)
+            return false;
+    }
+    return true;
+}
+
+static_assert(numbersHaveRanges(), "each setting that is a number has a range");
+
+QString keyOf(Z7Options::Name name)
+{
+    return QString::fromLatin1(optionRows[name].key);
+}
 
 } // namespace
 
-QString Z7Options::language()
+const Z7Options::Rows &Z7Options::rows()
 {
-    return text(languageKey, QStringLiteral("deutsch"));
+    return optionRows;
 }
 
-int Z7Options::timeout()
+Z7Options::Z7Options(const QString &folder)
+    : m_fileName(QDir(folder).filePath(QStringLiteral("Z7Properties.ini")))
 {
-    return number(timeoutKey, QStringLiteral("140"));
 }
 
-int Z7Options::timeoutScanning()
+QString Z7Options::text(Name name)
 {
-    return number(timeoutScanningKey, QStringLiteral("20"));
+    const QString key = keyOf(name);
+    if (!m_values.contains(key))
+        m_values[key] = QString::fromLatin1(optionRows[name].defaultText);
+    return m_values.value(key);
 }
 
-int Z7Options::defaultVendorID()
+int Z7Options::number(Name name)
 {
-    return number(defaultVendorIDKey, QStringLiteral("1027"));
+    return text(name).toInt();
 }
 
-int Z7Options::pollingInterval()
+void Z7Options::setText(Name name, const QString &text)
 {
-    return number(pollingIntervalKey, QStringLiteral("1000"));
+    m_values[keyOf(name)] = text;
 }
 
-void Z7Options::setLanguage(const QString &language)
+void Z7Options::setNumber(Name name, int value)
 {
-    m_values[languageKey] = language;
-}
-
-void Z7Options::setTimeout(int ms)
-{
-    m_values[timeoutKey] = QString::number(ms);
-}
-
-void Z7Options::setTimeoutScanning(int ms)
-{
-    m_values[timeoutScanningKey] = QString::number(ms);
-}
-
-void Z7Options::setDefaultVendorID(int vendorID)
-{
-    m_values[defaultVendorIDKey] = QString::number(vendorID);
-}
-
-void Z7Options::setPollingInterval(int ms)
-{
-    m_values[pollingIntervalKey] = QString::number(ms);
+    setText(name, QString::number(value));
 }
 
 void Z7Options::load()
 {
-    if (!SettingsFile::isUsable(fileName))
+    if (!SettingsFile::isUsable(m_fileName))
         return;
-    QSettings settings(fileName, QSettings::IniFormat);
+    QSettings settings(m_fileName, QSettings::IniFormat);
     settings.beginGroup(group);
     const QStringList keys = settings.childKeys();
     for (const QString &key : keys)
@@ -80,22 +98,10 @@ void Z7Options::load()
 void Z7Options::save() const
 {
     QMap<QString, QString> known;
-    for (const QString &key :
-        {languageKey, timeoutKey, timeoutScanningKey, defaultVendorIDKey, pollingIntervalKey}) {
+    for (const Row &row : optionRows) {
+        const QString key = keyOf(row.name);
         if (m_values.contains(key))
             known[group + QLatin1Char('/') + key] = m_values.value(key);
     }
-    SettingsFile::write(fileName, known);
-}
-
-QString Z7Options::text(const QString &key, const QString &defaultText)
-{
-    if (!m_values.contains(key))
-        m_values[key] = defaultText;
-    return m_values.value(key);
-}
-
-int Z7Options::number(const QString &key, const QString &defaultText)
-{
-    return text(key, defaultText).toInt();
+    SettingsFile::write(m_fileName, known);
 }

@@ -3,6 +3,8 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 
+#include <QDir>
+
 namespace {
 
 std::unique_ptr<Z7Services> &theServices()
@@ -33,10 +35,16 @@ void Z7Services::shutdown()
     theServices().reset();
 }
 
+void Z7Services::setFolder(const QString &folder)
+{
+    Q_ASSERT_X(!m_options && !m_language && m_definitions.isEmpty(), "Z7Services", "files are read already");
+    m_folder = folder.isEmpty() ? folder : QDir(folder).absolutePath();
+}
+
 Z7Options *Z7Services::options()
 {
     if (!m_options) {
-        m_options = std::make_unique<Z7Options>();
+        m_options = std::make_unique<Z7Options>(m_folder);
         m_options->load();
     }
     return m_options.get();
@@ -45,7 +53,7 @@ Z7Options *Z7Services::options()
 Z7Language *Z7Services::language()
 {
     if (!m_language) {
-        m_language = std::make_unique<Z7Language>();
+        m_language = std::make_unique<Z7Language>(m_folder);
         m_language->load(options()->language());
     }
     return m_language.get();

@@ -30,6 +30,13 @@ public:
 
     ~Z7Services();
 
+    /// Names the folder in which the files of options, languages and parameter definitions lie, for as long
+    /// as this object lives. Called before the first of them is read. Without it, or with an empty name, that
+    /// is the current folder of each access.
+    void setFolder(const QString &folder);
+    /// Absolute, or empty for the current folder. Any thread.
+    QString folder() const { return m_folder; }
+
     /// The options, read from their file at the first call.
     Z7Options *options();
     /// The language table, read from the file that the options name at the first call.
@@ -52,6 +59,7 @@ public:
 private:
     Z7Services();
 
+    QString m_folder;
     std::unique_ptr<Z7Language> m_language;
     std::unique_ptr<Z7Options> m_options;
 

@@ -4,7 +4,7 @@
 #include <QSettings>
 #include <QString>
 
-/// The INI files in the working folder that a person may edit: read with tolerance, written without loss.
+/// The INI files that a person may edit: read with tolerance, written without loss.
 namespace SettingsFile {
 
 /// False for a file of more than 16 MB, and for what is no file: a pipe, a folder, a device. Such a thing is

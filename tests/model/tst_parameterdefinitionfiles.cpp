@@ -41,6 +41,7 @@ class TestParameterDefinitionFiles : public IsolatedTest
 
 private slots:
     void fileOfVersionIsRead();
+    void fileIsReadFromFolderThatWasGiven();
     void unusualVersionIsPartOfNameAsItIs();
     void umlautsAreLatin1();
     void windowsLineEndsAreLineFeeds();
@@ -77,6 +78,17 @@ void TestParameterDefinitionFiles::fileOfVersionIsRead()
     QCOMPARE(numbersOf(definitions), QList<int>({7, 8}));
     QCOMPARE(definitions.paramName(7), QStringLiteral("Name"));
     QCOMPARE(definitions.paramOptionText(7, 0), QStringLiteral("\n"));
+}
+
+void TestParameterDefinitionFiles::fileIsReadFromFolderThatWasGiven()
+{
+    writeFile(row7);
+    QVERIFY(QDir().mkdir("elsewhere"));
+    WorkingFolder::write("elsewhere/" + fileName, row(8));
+    Z7Services::instance()->setFolder("elsewhere");
+    Z7ParamDefinitions *definitions = Z7Services::instance()->definitions(version);
+    QVERIFY(definitions->load());
+    QCOMPARE(numbersOf(*definitions), QList<int>({8}));
 }
 
 void TestParameterDefinitionFiles::unusualVersionIsPartOfNameAsItIs()

@@ -29,6 +29,7 @@ private slots:
     void buttonsHaveTheirIcons_data();
     void buttonsHaveTheirIcons();
     void optionsInForceStandInFields();
+    void everyOptionHasItsField();
     void fieldTakesItsRange_data();
     void fieldTakesItsRange();
     void numberFarOutOfRangeCannotBeTyped_data();
@@ -41,6 +42,7 @@ private slots:
     void undoBringsNothingBackOfEarlierShowing();
     void languageFilesAreOffered();
     void languageWithoutFileGivesWayToFirst();
+    void languageFilesOfGivenFolderAreOffered();
     void cancelKeepsLanguage();
     void noLanguageFileLeavesListEmptyAndSavesEmptyLanguage();
     void changedLanguageAsksForRestart();
@@ -135,6 +137,12 @@ void TestOptionsDialog::optionsInForceStandInFields()
     QCOMPARE(fieldText("edTimeoutScanning"), QStringLiteral("25"));
     QCOMPARE(fieldText("edPreselectVendorID"), QStringLiteral("1111"));
     QCOMPARE(fieldText("edPollingCycle"), QStringLiteral("0"));
+}
+
+void TestOptionsDialog::everyOptionHasItsField()
+{
+    for (const Z7Options::Row &row : Z7Options::rows())
+        QVERIFY2(dialog->findChild<QWidget *>(row.field), row.field);
 }
 
 void TestOptionsDialog::fieldTakesItsRange_data()
@@ -272,6 +280,17 @@ void TestOptionsDialog::languageWithoutFileGivesWayToFirst()
     QCOMPARE(languages().currentText(), QStringLiteral("english"));
     press(*dialog, "BtnOK");
     QCOMPARE(options()->language(), QStringLiteral("english"));
+}
+
+void TestOptionsDialog::languageFilesOfGivenFolderAreOffered()
+{
+    folder->writeText("deutsch.z7lang", "");
+    QVERIFY(QDir().mkdir("given"));
+    folder->writeText("given/english.z7lang", "");
+    Z7Services::instance()->setFolder("given");
+    open();
+    QCOMPARE(languages().count(), 1);
+    QCOMPARE(languages().itemText(0), QStringLiteral("english"));
 }
 
 void TestOptionsDialog::cancelKeepsLanguage()

@@ -52,6 +52,9 @@ private slots:
     void loadingReplacesOnlyWhatFileHolds();
     void unknownKeysStayInFile();
     void savingNothingMakesNoFile();
+    void everyOptionThatIsKnownIsSaved();
+    void defaultLiesInRangeOfItsOption();
+    void fileLiesInFolderThatWasGiven();
 };
 
 void TestOptions::optionWithoutFileHasItsDefault_data()
@@ -189,6 +192,41 @@ void TestOptions::savingNothingMakesNoFile()
 {
     Z7Options().save();
     QVERIFY(!QFile::exists(fileName));
+}
+
+void TestOptions::everyOptionThatIsKnownIsSaved()
+{
+    QByteArray content = "[OPTIONS]\n";
+    for (const char *key : {"defaultVendorID", "language", "pollingInterval", "timeout", "timeoutScanning"})
+        content += QByteArray(key) + "=7\n";
+    writeFile(content);
+    const Z7Options options = loadedOptions();
+    QVERIFY(QFile::remove(fileName));
+    options.save();
+    QCOMPARE(WorkingFolder::read(fileName), content);
+    QCOMPARE(content.count('='), int(Z7Options::Count));
+}
+
+void TestOptions::defaultLiesInRangeOfItsOption()
+{
+    for (const Z7Options::Row &row : Z7Options::rows()) {
+        const int number = QByteArray(row.defaultText).toInt();
+        QVERIFY2(row.kind == Z7Options::Text || (number >= row.lowest && number <= row.highest), row.key);
+    }
+}
+
+void TestOptions::fileLiesInFolderThatWasGiven()
+{
+    QVERIFY(QDir().mkdir("elsewhere"));
+    writeFile("[OPTIONS]\ntimeout=1\n");
+    WorkingFolder::write("elsewhere/Z7Properties.ini", "[OPTIONS]\ntimeout=2\n");
+    Z7Options options(QStringLiteral("elsewhere"));
+    options.load();
+    QCOMPARE(options.timeout(), 2);
+    options.setTimeout(3);
+    options.save();
+    QCOMPARE(WorkingFolder::read("elsewhere/Z7Properties.ini"), QByteArray("[OPTIONS]\ntimeout=3\n"));
+    QCOMPARE(WorkingFolder::read(fileName), QByteArray("[OPTIONS]\ntimeout=1\n"));
 }
 
 QTEST_APPLESS_MAIN(TestOptions)

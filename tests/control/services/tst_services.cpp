@@ -62,6 +62,10 @@ private slots:
     void endWithoutBeginningIsHarmless();
     void nextRunReadsWhatLastOneWrote();
     void newLanguageWaitsForNextRun();
+
+    void filesLieInFolderThatWasGiven();
+    void givenFolderStaysWhenCurrentOneChanges();
+    void folderIsForgottenAtEnd();
 };
 
 void TestServices::thereIsOneObjectOfEachKind()
@@ -128,6 +132,44 @@ void TestServices::newLanguageWaitsForNextRun()
     Z7Services::shutdown();
     QCOMPARE(WorkingFolder::read(languageFile), QByteArray("[Common]\nYes=Ja\n"));
     QCOMPARE(languageText("Common", "Yes", QStringLiteral("Ja")), QStringLiteral("Yes"));
+}
+
+void TestServices::filesLieInFolderThatWasGiven()
+{
+    const QTemporaryDir folder;
+    WorkingFolder::write(folder.filePath(optionsFile), "[OPTIONS]\nlanguage=english\n");
+    WorkingFolder::write(folder.filePath("english.z7lang"), "[Common]\nYes=Yes\n");
+    Z7Services::instance()->setFolder(folder.path());
+    QCOMPARE(commonText("Yes", "Ja"), QStringLiteral("Yes"));
+    QCOMPARE(commonText("No", "Nein"), QStringLiteral("Nein"));
+    Z7Services::instance()->options()->setTimeout(200);
+    Z7Services::shutdown();
+    QCOMPARE(
+        WorkingFolder::read(folder.filePath("english.z7lang")), QByteArray("[Common]\nNo=Nein\nYes=Yes\n"));
+    QCOMPARE(WorkingFolder::read(folder.filePath(optionsFile)),
+        QByteArray("[OPTIONS]\nlanguage=english\ntimeout=200\n"));
+    QCOMPARE(WorkingFolder::files(), QStringList());
+}
+
+void TestServices::givenFolderStaysWhenCurrentOneChanges()
+{
+    QVERIFY(QDir().mkdir("given"));
+    Z7Services::instance()->setFolder("given");
+    QVERIFY(QDir::setCurrent("given"));
+    QCOMPARE(Z7Services::instance()->folder(), QDir::currentPath());
+    Z7Services::instance()->options()->timeout();
+    Z7Services::shutdown();
+    QCOMPARE(WorkingFolder::files(), QStringList(optionsFile));
+}
+
+void TestServices::folderIsForgottenAtEnd()
+{
+    QVERIFY(QDir().mkdir("given"));
+    WorkingFolder::write("given/Z7Properties.ini", "[OPTIONS]\ntimeout=2\n");
+    Z7Services::instance()->setFolder("given");
+    QCOMPARE(Z7Services::instance()->options()->timeout(), 2);
+    Z7Services::shutdown();
+    QCOMPARE(Z7Services::instance()->options()->timeout(), 140);
 }
 
 QTEST_APPLESS_MAIN(TestServices)
