@@ -54,22 +54,22 @@ private slots:
     void init();
     void cleanup();
 
-    void stackIsWalkedToItsEndWithinTheCall();
+    void stackIsWalkedToItsEndWithinCall();
     void telegramTellsItsBytesAndThoseOfItsReply();
-    void firstByteIsToldBeforeTheRestIsGathered();
-    void telegramInTroubleTellsItsErrorAndEndsTheWalk_data();
-    void telegramInTroubleTellsItsErrorAndEndsTheWalk();
+    void firstByteIsToldBeforeRestIsGathered();
+    void telegramInTroubleTellsItsErrorAndEndsWalk_data();
+    void telegramInTroubleTellsItsErrorAndEndsWalk();
     void portThatIsNotOpenGivesError2();
-    void errorThatTheStackForgivesIsToldAndTheWalkGoesOn();
-    void errorThatOnlyTheStackFindsIsNoneOfTheTelegram();
-    void stopBeforeTheWalkSendsNothing();
-    void stopAtAFirstByteLetsThatTelegramEnd();
-    void recordWithAnErrorSendsNothing();
-    void nextStackIsWalkedOnTheSamePort();
-    void probeEndsAtTheFirstAnswerOfADrive();
-    void probeGoesOnPastAnErrorOfTheRecord();
-    void probeEndsAtATelegramWithoutAnswer();
-    void stopBeforeAProbeSendsNothing();
+    void errorThatStackForgivesIsToldAndWalkGoesOn();
+    void errorThatOnlyStackFindsIsNoneOfTelegram();
+    void stopBeforeWalkSendsNothing();
+    void stopAtFirstByteLetsThatTelegramEnd();
+    void recordWithErrorSendsNothing();
+    void nextStackIsWalkedOnSamePort();
+    void probeEndsAtFirstAnswerOfDrive();
+    void probeGoesOnPastErrorOfRecord();
+    void probeEndsAtTelegramWithoutAnswer();
+    void stopBeforeProbeSendsNothing();
 
 private:
     Z7Exchange exchange() { return Z7Exchange(*port, timeoutMs, stop, *witness); }
@@ -96,7 +96,7 @@ void TestExchange::cleanup()
     bus.reset();
 }
 
-void TestExchange::stackIsWalkedToItsEndWithinTheCall()
+void TestExchange::stackIsWalkedToItsEndWithinCall()
 {
     Status stack(DriveBus::drive3());
     walk(stack);
@@ -123,7 +123,7 @@ void TestExchange::telegramTellsItsBytesAndThoseOfItsReply()
     QVERIFY(access.isAnswered);
 }
 
-void TestExchange::firstByteIsToldBeforeTheRestIsGathered()
+void TestExchange::firstByteIsToldBeforeRestIsGathered()
 {
     witness->atFirstByte = [this] { bus->command("fault * babble byte=0x2A count=1"); };
     Probe stack(DriveBus::drive3());
@@ -134,7 +134,7 @@ void TestExchange::firstByteIsToldBeforeTheRestIsGathered()
     QCOMPARE(witness->outcomes.first().reply.toHex(' '), QByteArray("89 03 00 d9 2a"));
 }
 
-void TestExchange::telegramInTroubleTellsItsErrorAndEndsTheWalk_data()
+void TestExchange::telegramInTroubleTellsItsErrorAndEndsWalk_data()
 {
     QTest::addColumn<QByteArray>("fault");
     QTest::addColumn<QByteArrayList>("events");
@@ -146,7 +146,7 @@ void TestExchange::telegramInTroubleTellsItsErrorAndEndsTheWalk_data()
     QTest::newRow("flipped bit") << QByteArray("flip byte=2 bit=5") << QByteArrayList {"began", "ended 8"};
 }
 
-void TestExchange::telegramInTroubleTellsItsErrorAndEndsTheWalk()
+void TestExchange::telegramInTroubleTellsItsErrorAndEndsWalk()
 {
     QFETCH(QByteArray, fault);
     bus->command("fault 3 " + fault);
@@ -170,7 +170,7 @@ void TestExchange::portThatIsNotOpenGivesError2()
     QCOMPARE(witness->outcomes.first().request.toHex(' '), QByteArray(AccessWith3));
 }
 
-void TestExchange::errorThatTheStackForgivesIsToldAndTheWalkGoesOn()
+void TestExchange::errorThatStackForgivesIsToldAndWalkGoesOn()
 {
     bus->command("set 3 password 4711"); // so the first access, with the address, is refused
     Status stack(DriveBus::drive(3, 4711));
@@ -180,7 +180,7 @@ void TestExchange::errorThatTheStackForgivesIsToldAndTheWalkGoesOn()
     QCOMPARE(bus->requests().size(), 14);
 }
 
-void TestExchange::errorThatOnlyTheStackFindsIsNoneOfTheTelegram()
+void TestExchange::errorThatOnlyStackFindsIsNoneOfTelegram()
 {
     Z7Device device = DriveBus::drive3();
     device.setSoftwareVersion(QStringLiteral("V200"));
@@ -190,7 +190,7 @@ void TestExchange::errorThatOnlyTheStackFindsIsNoneOfTheTelegram()
     QCOMPARE(stack.device().error, int(TelegramError::VersionNotCompatible));
 }
 
-void TestExchange::stopBeforeTheWalkSendsNothing()
+void TestExchange::stopBeforeWalkSendsNothing()
 {
     stop = true;
     Status stack(DriveBus::drive3());
@@ -201,7 +201,7 @@ void TestExchange::stopBeforeTheWalkSendsNothing()
     QCOMPARE(witness->events, QByteArrayList());
 }
 
-void TestExchange::stopAtAFirstByteLetsThatTelegramEnd()
+void TestExchange::stopAtFirstByteLetsThatTelegramEnd()
 {
     witness->atFirstByte = [this] { stop = true; };
     Status stack(DriveBus::drive3());
@@ -213,7 +213,7 @@ void TestExchange::stopAtAFirstByteLetsThatTelegramEnd()
     QCOMPARE(bus->requests().size(), 1);
 }
 
-void TestExchange::recordWithAnErrorSendsNothing()
+void TestExchange::recordWithErrorSendsNothing()
 {
     Status stack(DriveBus::drive3());
     stack.setError(TelegramError::PortNotOpened);
@@ -222,7 +222,7 @@ void TestExchange::recordWithAnErrorSendsNothing()
     QCOMPARE(stack.device().error, int(TelegramError::PortNotOpened));
 }
 
-void TestExchange::nextStackIsWalkedOnTheSamePort()
+void TestExchange::nextStackIsWalkedOnSamePort()
 {
     bus->command("fault 3 no-answer count=1");
     Z7Exchange both = exchange();
@@ -234,7 +234,7 @@ void TestExchange::nextStackIsWalkedOnTheSamePort()
     QVERIFY(answered.device().isConnected());
 }
 
-void TestExchange::probeEndsAtTheFirstAnswerOfADrive()
+void TestExchange::probeEndsAtFirstAnswerOfDrive()
 {
     Status stack(DriveBus::drive3());
     exchange().probe(stack);
@@ -242,7 +242,7 @@ void TestExchange::probeEndsAtTheFirstAnswerOfADrive()
     QCOMPARE(bus->requests(), QByteArrayList {AccessWith3});
 }
 
-void TestExchange::probeGoesOnPastAnErrorOfTheRecord()
+void TestExchange::probeGoesOnPastErrorOfRecord()
 {
     bus->command("fault 3 flip byte=2 bit=5 count=1");
     Status stack(DriveBus::drive3());
@@ -252,7 +252,7 @@ void TestExchange::probeGoesOnPastAnErrorOfTheRecord()
     QVERIFY(stack.device().isConnected());
 }
 
-void TestExchange::probeEndsAtATelegramWithoutAnswer()
+void TestExchange::probeEndsAtTelegramWithoutAnswer()
 {
     bus->command("fault 3 no-answer");
     Status stack(DriveBus::drive3());
@@ -261,7 +261,7 @@ void TestExchange::probeEndsAtATelegramWithoutAnswer()
     QCOMPARE(stack.pendingCount(), 14);
 }
 
-void TestExchange::stopBeforeAProbeSendsNothing()
+void TestExchange::stopBeforeProbeSendsNothing()
 {
     stop = true;
     Probe stack(DriveBus::drive3());
