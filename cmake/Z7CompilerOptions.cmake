@@ -1,4 +1,4 @@
-# Warnings and sanitizers, the same for every target of the project.
+# Warnings, sanitizers and the linker, the same for every target of the project.
 
 set(Z7_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize takes them: address,undefined or thread")
 option(Z7_COVERAGE "Build with coverage counters" OFF)
@@ -9,12 +9,19 @@ if(Z7_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_C_COMPILER_LAUNCHER ${Z7_CCACHE})
 endif()
 
+# Some 140 programs with debug information: lld links one in a fifth of the time that GNU's linker takes. What is
+# shipped is linked by the distribution's own.
+find_program(Z7_LLD ld.lld)
+
 function(z7_compiler_options target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
     target_compile_definitions(${target} PRIVATE
         QT_DEPRECATED_WARNINGS
         QT_NO_CAST_TO_ASCII
     )
+    if(Z7_LLD)
+        target_link_options(${target} PRIVATE $<$<CONFIG:Debug>:-fuse-ld=lld>)
+    endif()
     if(Z7_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${Z7_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
         target_link_options(${target} PRIVATE -fsanitize=${Z7_SANITIZE})

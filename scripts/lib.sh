@@ -6,7 +6,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
 # The packages of Debian 12 that the project needs, by what they are for.
-build_packages=(g++ cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev libqwt-qt5-dev)
+build_packages=(g++ lld cmake ninja-build ccache qtbase5-dev libqt5serialport5-dev libqwt-qt5-dev)
 test_packages=(umockdev fonts-dejavu-core)
 display_packages=(xvfb)
 format_packages=(clang-format-14 git)
