@@ -70,8 +70,8 @@ private slots:
     void rowThatIsHeldStaysAsItWas();
 
     void onlyNumbersOfRowsAreKnown();
-    void limitsBelongToTheAllowedValues_data();
-    void limitsBelongToTheAllowedValues();
+    void limitsBelongToAllowedValues_data();
+    void limitsBelongToAllowedValues();
     void factoryValuesAreThoseOfWritableParametersOfDrive();
     void factoryValueKeepsWhatRecordTellsOfItsParameter();
 };
@@ -369,7 +369,7 @@ void TestParameterDefinitions::onlyNumbersOfRowsAreKnown()
     QVERIFY(!definitions->contains(0));
 }
 
-void TestParameterDefinitions::limitsBelongToTheAllowedValues_data()
+void TestParameterDefinitions::limitsBelongToAllowedValues_data()
 {
     QTest::addColumn<int>("value");
     QTest::addColumn<bool>("isAllowed");
@@ -379,7 +379,7 @@ void TestParameterDefinitions::limitsBelongToTheAllowedValues_data()
     QTest::newRow("above the greatest") << 11 << false;
 }
 
-void TestParameterDefinitions::limitsBelongToTheAllowedValues()
+void TestParameterDefinitions::limitsBelongToAllowedValues()
 {
     QFETCH(int, value);
     const auto definitions = definitionsOf("11;Name;rpm;0;-5;10;Signed;1;rw;0;");
