@@ -1,118 +1,47 @@
-// The layers of the program know those below them and no others; the simulator knows none of them.
+// The layers of the program know those below them and no others; the simulator knows none of them. Which
+// they are stands in ARCHITECTURE.md.
 
-#include <QDirIterator>
+#include "tests/architecture/layertable.h"
+#include "tests/architecture/sources.h"
+
+#include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
 
-struct Layer
-{
-    QString folder; ///< folder of its sources, or a file at the root
-    QStringList uses; ///< folders of the layers whose headers it may include, besides its own
-};
+const QString tableTitles = QStringLiteral("| layer | folder | what it is | may include | may link |\n"
+                                           "|---|---|---|---|---|\n");
 
-QStringList words(const char *text)
+const LayerTable &table()
 {
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-/// From below to above; a layer may use only what stands before it. Forms stand for the ui_ headers made of
-/// them.
-const QVector<Layer> layers {
-    {"protocol", {}},
-    {"control/services", {}},
-    {"model", words("protocol control/services")},
-    {"comm", words("protocol model control/services")},
-    {"forms", {}},
-    {"pages", words("forms model control/services")},
-    {"control", words("pages comm model control/services protocol")},
-    {"shell", words("forms control pages comm model control/services protocol")},
-    {"shell/main.cpp", words("shell")},
-    {"simulator", {}},
-};
-
-struct Include
-{
-    QString path;
-    bool isQuoted;
-};
-
-bool isInside(const QString &path, const QString &folder)
-{
-    return path == folder || path.startsWith(folder + QLatin1Char('/'));
-}
-
-/// The layer that a source or an included path belongs to; the innermost folder counts. Null if there is
-/// none.
-const Layer *layerOf(const QString &path)
-{
-    const QString inFolder = path.startsWith(QLatin1String("ui_")) ? QStringLiteral("forms/") + path : path;
-    const Layer *innermost = nullptr;
-    for (const Layer &layer : layers) {
-        if (isInside(inFolder, layer.folder)
-            && (!innermost || layer.folder.size() > innermost->folder.size()))
-            innermost = &layer;
-    }
-    return innermost;
-}
-
-QString contentOf(const QString &fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-/// The sources and forms of all layers, relative to the root.
-QStringList sourcesUnder(const QString &root)
-{
-    QStringList sources;
-    const QStringList names {"*.cpp", "*.h", "*.c", "*.ui"};
-    for (const Layer &layer : layers) {
-        QDirIterator it(
-            root + QLatin1Char('/') + layer.folder, names, QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext())
-            sources.append(QDir(root).relativeFilePath(it.next()));
-        if (layer.folder.endsWith(QLatin1String(".cpp")) && QFile::exists(root + '/' + layer.folder))
-            sources.append(layer.folder);
-    }
-    sources.removeDuplicates();
-    return sources;
-}
-
-/// What a source includes, and what a form makes its ui_ header include.
-QList<Include> includesOf(const QString &fileName)
-{
-    static const QRegularExpression pattern(
-        QStringLiteral(R"((?:^\s*#\s*include\s*|<header[^>]*>)([<"]?)([^<>"\n]+))"),
-        QRegularExpression::MultilineOption);
-    QList<Include> includes;
-    auto matches = pattern.globalMatch(contentOf(fileName));
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        includes.append({match.captured(2), match.captured(1) == QLatin1String("\"")});
-    }
-    return includes;
+    static const LayerTable table(contentOf(QStringLiteral(Z7_SOURCE_DIR "/ARCHITECTURE.md")));
+    return table;
 }
 
 bool mayInclude(const Layer &layer, const Include &include)
 {
-    const Layer *included = layerOf(include.path);
+    const Layer *included = table().layerOf(include.path);
     if (!included) // a library's header, or one of ours that is not named by its folder
         return !include.isQuoted;
-    return included == &layer || layer.uses.contains(included->folder);
+    return included == &layer || layer.includes.contains(included->name);
+}
+
+QStringList sourcesOfLayers(const QString &root)
+{
+    return sourcesUnder(root, table().folders());
 }
 
 /// "file includes path" for each include that the order of the layers forbids.
 QStringList wrongIncludes(const QString &root)
 {
     QStringList wrong;
-    const QStringList sources = sourcesUnder(root);
+    const QStringList sources = sourcesOfLayers(root);
     for (const QString &source : sources) {
         const QList<Include> includes = includesOf(root + QLatin1Char('/') + source);
         for (const Include &include : includes) {
-            if (!mayInclude(*layerOf(source), include))
+            if (!mayInclude(*table().layerOf(source), include))
                 wrong.append(source + QStringLiteral(" includes ") + include.path);
         }
     }
@@ -124,7 +53,7 @@ QStringList linksOf(const QString &target)
     const QStringList lines = contentOf(QStringLiteral(Z7_LINKS_FILE)).split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         if (line.section(QLatin1Char('='), 0, 0) == target)
-            return words(qPrintable(line.section(QLatin1Char('='), 1)));
+            return line.section(QLatin1Char('='), 1).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     }
     return {QStringLiteral("(no such target)")};
 }
@@ -136,7 +65,12 @@ class TestLayers : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
+    void tableThatDoesNotHoldSaysWhy_data();
+    void tableThatDoesNotHoldSaysWhy();
+    void documentWithoutTableSaysSo();
     void layerUsesOnlyLayersBelowIt();
+    void everyFolderWithSourcesIsLayer();
     void everyLayerIsLookedThrough_data();
     void everyLayerIsLookedThrough();
     void noSourceIncludesHigherLayer();
@@ -152,29 +86,85 @@ private:
     static QStringList findingsOf(const QString &source, const QByteArray &line);
 };
 
+void TestLayers::initTestCase()
+{
+    QVERIFY2(table().error().isEmpty(), qPrintable("ARCHITECTURE.md: " + table().error()));
+}
+
+void TestLayers::tableThatDoesNotHoldSaysWhy_data()
+{
+    QTest::addColumn<QString>("rows");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *name, const char *rows, const char *error) {
+        QTest::newRow(name) << QString::fromUtf8(rows) << QString::fromUtf8(error);
+    };
+    row("whole", "| `comm` | `comm/` | stacks | `protocol` | `protocol`, `Qt5::SerialPort` |", "");
+    row("layer that CMake does not build", "| `forms` | `forms/` | forms | – | no target |", "");
+    row("other table behind", "\n| a | b |", "");
+    row("cell too few", "| `comm` | `comm/` | `protocol` | `protocol` |",
+        "4 cells in the place of 5: | `comm`");
+    row("name without quotes", "| comm | `comm/` | stacks | – | – |", "a cell is no list of names: | comm");
+    row("list without commas", "| `comm` | `comm/` | stacks | `protocol` `protocol` | – |",
+        "a cell is no list of names");
+    row("empty cell", "| `comm` | `comm/` | stacks | | – |", "a cell is no list of names");
+    row("no name", "| – | `comm/` | stacks | – | – |", "a layer has one name and one folder");
+    row("two folders", "| `comm` | `comm/`, `net/` | stacks | – | – |",
+        "a layer has one name and one folder");
+    row("layer twice", "| `protocol` | `net/` | frames | – | – |", "a second layer of this name");
+    row("layer above", "| `comm` | `comm/` | stacks | `pages` | – |",
+        "no layer pages stands above: | `comm`");
+}
+
+void TestLayers::tableThatDoesNotHoldSaysWhy()
+{
+    QFETCH(QString, rows);
+    QFETCH(QString, error);
+    const QString firstRow(QStringLiteral(u"| `protocol` | `protocol/` | frames | – | `Qt5::Core` |\n"));
+    const QString found = LayerTable("# Layers\n\n" + tableTitles + firstRow + rows).error();
+    QVERIFY2(error.isEmpty() ? found.isEmpty() : found.startsWith(error), qPrintable(found));
+}
+
+void TestLayers::documentWithoutTableSaysSo()
+{
+    QCOMPARE(LayerTable("# Layers\n\n| layer | folder |\n|---|---|\n").error(),
+        QStringLiteral("no table with the columns layer, folder, what it is, may include, may link"));
+    QCOMPARE(LayerTable(tableTitles).error(), QStringLiteral("the table of layers has no rows"));
+}
+
 void TestLayers::layerUsesOnlyLayersBelowIt()
 {
     QStringList below;
-    for (const Layer &layer : layers) {
-        for (const QString &used : layer.uses)
-            QVERIFY2(below.contains(used), qPrintable(layer.folder + " uses " + used));
-        below.append(layer.folder);
+    for (const Layer &layer : table().layers()) {
+        for (const QString &used : layer.includes)
+            QVERIFY2(below.contains(used), qPrintable(layer.name + " uses " + used));
+        below.append(layer.name);
     }
+}
+
+void TestLayers::everyFolderWithSourcesIsLayer()
+{
+    const QDir root(Z7_SOURCE_DIR);
+    QStringList folders = root.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString besideTheProgram : {"tests", "benchmarks", "build", "out"})
+        folders.removeAll(besideTheProgram);
+    const QStringList sources = sourcesUnder(root.path(), folders);
+    for (const QString &source : sources)
+        QVERIFY2(table().layerOf(source), qPrintable(source));
 }
 
 void TestLayers::everyLayerIsLookedThrough_data()
 {
-    QTest::addColumn<QString>("folder");
-    for (const Layer &layer : layers)
-        QTest::newRow(qPrintable(layer.folder)) << layer.folder;
+    QTest::addColumn<QString>("name");
+    for (const Layer &layer : table().layers())
+        QTest::newRow(qPrintable(layer.name)) << layer.name;
 }
 
 void TestLayers::everyLayerIsLookedThrough()
 {
-    QFETCH(QString, folder);
-    const QStringList sources = sourcesUnder(QStringLiteral(Z7_SOURCE_DIR));
+    QFETCH(QString, name);
+    const QStringList sources = sourcesOfLayers(QStringLiteral(Z7_SOURCE_DIR));
     QVERIFY(std::any_of(sources.cbegin(), sources.cend(),
-        [&folder](const QString &source) { return layerOf(source)->folder == folder; }));
+        [&name](const QString &source) { return table().layerOf(source)->name == name; }));
 }
 
 void TestLayers::noSourceIncludesHigherLayer()
@@ -261,17 +251,10 @@ void TestLayers::targetLinksNoMoreThanItsLayerMay_data()
 {
     QTest::addColumn<QStringList>("allowed");
 
-    const auto row = [](const char *target, const char *allowed) { QTest::newRow(target) << words(allowed); };
-    row("protocol", "Qt5::Core");
-    row("services", "Qt5::Core");
-    row("model", "protocol services Qt5::SerialPort");
-    row("comm", "protocol model services Qt5::SerialPort");
-    row("pages", "model services Qt5::Widgets Qwt::Qwt");
-    row("maincontrol", "pages comm");
-    row("shell", "maincontrol pages");
-    row("Z7ConfigTool", "shell z7resources");
-    row("simulator", "Qt5::Core Threads::Threads");
-    row("z7sim", "simulator");
+    for (const Layer &layer : table().layers()) {
+        if (layer.hasTarget)
+            QTest::newRow(qPrintable(layer.name)) << layer.links;
+    }
 }
 
 void TestLayers::targetLinksNoMoreThanItsLayerMay()
@@ -290,7 +273,7 @@ void TestLayers::servicesAreDefinedInTheirLayerButForOneFile()
         QStringLiteral(R"(^\w.*\bZ7Services::~?\w+\()"), QRegularExpression::MultilineOption);
     const QString root = QStringLiteral(Z7_SOURCE_DIR "/");
     QStringList elsewhere;
-    const QStringList sources = sourcesUnder(root);
+    const QStringList sources = sourcesOfLayers(root);
     for (const QString &source : sources) {
         if (!isInside(source, QStringLiteral("control/services"))
             && contentOf(root + source).contains(definition))
