@@ -275,9 +275,9 @@ void Z7CommunicationInterface::cancelCommunication()
         stopThread(m_currentThread);
 }
 
-bool Z7CommunicationInterface::isRequestWaiting() const
+bool Z7CommunicationInterface::isPassCutShort() const
 {
-    return m_currentThread == TransferTelegramStack || m_nextThread != noThread;
+    return m_busLent || m_currentThread == TransferTelegramStack || m_nextThread != noThread;
 }
 
 void Z7CommunicationInterface::stopAndWait()

@@ -39,8 +39,8 @@ public:
     void cancelCommunication();
 
     /// True while a transfer runs, or any request waits for the thread in charge to end: then the record of a
-    /// polling pass that ends now is that of a pass cut short.
-    bool isRequestWaiting() const;
+    /// polling pass that ends now is that of a pass cut short. On a lent bus no pass runs at all.
+    bool isPassCutShort() const;
 
     /// Lends the bus to another program, or takes it back. Whatever uses the bus now goes on to its end, so
     /// who lends it cancels all communication first.

@@ -300,8 +300,8 @@ void Z7MainController::replaceDevice(const Z7Device &device)
         stored.parameterSet = storedParameters;
     stored.fullReadPending = wasFullRead;
     // A pass that was cut short for a request has not read everything. The request goes first, and
-    // the full read after it. While the bus is lent, no pass runs at all.
-    if (!wasFullRead || m_commInterface.isRequestWaiting() || m_busIsLent)
+    // the full read after it.
+    if (!wasFullRead || m_commInterface.isPassCutShort())
         return;
     stored.fullReadPending = false;
     stored.parametersComplete = true;
@@ -398,7 +398,6 @@ void Z7MainController::cancelCommunication()
 
 void Z7MainController::lendBus(bool toProgrammer)
 {
-    m_busIsLent = toProgrammer;
     m_commInterface.setBusLent(toProgrammer);
 }
 

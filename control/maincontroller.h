@@ -137,7 +137,6 @@ private:
     IDeviceDataCallback *m_bootloaderListener = nullptr;
     IDeviceDataCallback *m_deviceControl = nullptr;
     IMainContent *m_mainContent; ///< never null
-    bool m_busIsLent = false;
     /// Behind the pages, so that it goes, with its threads, before the listeners do.
     Z7CommunicationInterface m_commInterface;
 };
