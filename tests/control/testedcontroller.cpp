@@ -70,10 +70,15 @@ void NotingListener::note(const QString &text)
         m_journal->append(m_name + QStringLiteral(": ") + text);
 }
 
+void writeDefinitionsV123()
+{
+    WorkingFolder::writeText(QStringLiteral("Z7ParamDef_V123.csv"), QString::fromUtf8(definitionsV123));
+}
+
 TestedController::TestedController()
     : layout(&content)
 {
-    folder.writeText(QStringLiteral("Z7ParamDef_V123.csv"), QString::fromUtf8(definitionsV123));
+    writeDefinitionsV123();
     Z7Services::instance()->options()->setPollingInterval(0);
     controller.setMainContent(&mainContent);
     controller.setDeviceControl(&deviceControl);

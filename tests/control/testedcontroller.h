@@ -54,11 +54,12 @@ private:
     QStringList *const m_journal;
 };
 
-/// A controller with its 17 pages between a main content and a control bar that take notes.
-///
-/// The working folder knows the version V123: parameters 11, 12 and 13 (the support points of the speed
-/// curve), 30, 31 (signed), 50 (writable only while the inputs A and B are low) and 83 (read-only). Polling
-/// is off unless a test turns it on.
+/// Makes the working folder know the version V123: parameters 11, 12 and 13 (the support points of the speed
+/// curve), 30, 31 (signed), 50 (writable only while the inputs A and B are low) and 83 (read-only).
+void writeDefinitionsV123();
+
+/// A controller with its 17 pages between a main content and a control bar that take notes. The working
+/// folder knows the version V123. Polling is off unless a test turns it on.
 class TestedController
 {
 public:
