@@ -17,3 +17,6 @@ public:
     virtual void disableDataButtons() = 0;
     virtual void setConflictLine(const QString &text) = 0;
 };
+
+/// Stands in where there is no window: nobody is told anything. Never null, not owned.
+IMainContent *noMainContent();

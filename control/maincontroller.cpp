@@ -1,56 +1,13 @@
 #include "control/maincontroller.h"
 
 #include "comm/telegramstackcatalogue.h"
-#include "control/imaincontent.h"
 #include "control/services/language.h"
-#include "control/services/services.h"
-#include "model/parameterconflicts.h"
-#include "model/parameterdefinitions.h"
 #include "pages/datawidget.h"
-#include "pages/pagefactory.h"
-#include "pages/pagestyle.h"
-
-#include <QLayout>
-#include <QMessageBox>
-
-#include <utility>
+#include "pages/messages.h"
 
 using namespace Z7CommInterface;
 
-namespace {
-
-Z7ParamDefinitions *definitionsOf(const Z7Device &device)
-{
-    return Z7Services::instance()->definitions(device.softwareVersion);
-}
-
-/// Stands in where there is no window.
-class NoMainContent : public IMainContent
-{
-public:
-    void rebuildTree(const QList<int> &deviceIds) override { Q_UNUSED(deviceIds) }
-    void enableDataButtons() override { }
-    void disableDataButtons() override { }
-    void setConflictLine(const QString &text) override { Q_UNUSED(text) }
-};
-
-IMainContent *noMainContent()
-{
-    static NoMainContent content;
-    return &content;
-}
-
-/// True for a page that keeps the record of the selected drive alone.
-bool keepsToOneDrive(const IDeviceDataCallback *listener)
-{
-    const auto *page = dynamic_cast<const Z7DataWidget *>(listener);
-    return page && !page->multiDevice;
-}
-
-} // namespace
-
 Z7MainController::Z7MainController()
-    : m_mainContent(noMainContent())
 {
     registerDeviceTypes();
     connect(&m_commInterface, SIGNAL(DeviceUpdate(Z7CommInterface::ThreadID, Z7Device)),
@@ -66,126 +23,55 @@ Z7MainController::Z7MainController()
 
 Z7MainController::~Z7MainController() = default;
 
+// --- drives and pages ---
+
 void Z7MainController::createPage(int number)
 {
-    if (!page(number)) {
-        if (std::unique_ptr<Z7DataWidget> created = createDataPage(number))
-            m_pages[number] = std::move(created);
-    }
-    Z7DataWidget *source = page(number);
-    if (!source)
+    const Z7DataWidget *page = m_pages.create(number);
+    if (!page)
         return;
-    connect(source, SIGNAL(parameterModified(Z7DeviceParam)), this,
-        SLOT(postUserModifiedParameter(Z7DeviceParam)), Qt::UniqueConnection);
-    connect(source, SIGNAL(parameterDeleted(Z7DeviceParam)), this,
-        SLOT(postUserDeletedParameter(Z7DeviceParam)), Qt::UniqueConnection);
-    connect(source, SIGNAL(stopAllDeviceCommunication()), this, SLOT(cancelCommunication()),
-        Qt::UniqueConnection);
-    connect(source, SIGNAL(sendBootloaderInitCommand()), this, SLOT(sendBootloaderInitCommand()),
-        Qt::UniqueConnection);
-    connect(source, SIGNAL(sendChangeAdress(int)), this, SLOT(sendChangeAdress(int)), Qt::UniqueConnection);
-    connect(source, SIGNAL(programmerUsesBus(bool)), this, SLOT(lendBus(bool)), Qt::UniqueConnection);
+    constexpr auto once = Qt::UniqueConnection;
+    connect(
+        page, SIGNAL(parameterModified(Z7DeviceParam)), SLOT(postUserModifiedParameter(Z7DeviceParam)), once);
+    connect(
+        page, SIGNAL(parameterDeleted(Z7DeviceParam)), SLOT(postUserDeletedParameter(Z7DeviceParam)), once);
+    connect(page, SIGNAL(stopAllDeviceCommunication()), SLOT(cancelCommunication()), once);
+    connect(page, SIGNAL(sendBootloaderInitCommand()), SLOT(sendBootloaderInitCommand()), once);
+    connect(page, SIGNAL(sendChangeAdress(int)), SLOT(sendChangeAdress(int)), once);
+    connect(page, SIGNAL(programmerUsesBus(bool)), SLOT(lendBus(bool)), once);
 }
-
-void Z7MainController::setMainContent(IMainContent *mainContent)
-{
-    m_mainContent = mainContent ? mainContent : noMainContent();
-}
-
-Z7DataWidget *Z7MainController::page(int number) const
-{
-    const auto entry = m_pages.find(number);
-    return entry == m_pages.end() ? nullptr : entry->second.get();
-}
-
-// --- the device list ---
 
 void Z7MainController::setDevices(const QList<Z7Device> &list)
 {
     m_devices.clear();
-    m_currentDevice = -1;
     for (const Z7Device &device : list) {
-        if (definitionsOf(device)->load())
-            addDevice(device);
-        else
-            refuseDevice(device);
+        const QString refusal = m_devices.add(device);
+        if (!refusal.isEmpty())
+            Messages::showError(nullptr, refusal);
     }
     rebuildTree();
-    if (Z7DataWidget *shown = currentPage()) {
-        takeOutPage(shown);
+    if (m_pages.takeOut(m_currentPage)) {
         m_currentPage = PageNumber::none;
         m_mainContent->disableDataButtons();
     }
     emit NoDeviceSelected();
 }
 
-void Z7MainController::addDevice(const Z7Device &device)
-{
-    Z7Device added = device;
-    added.setParameterSet(definitionsOf(device)->emptyParameterSet());
-    // The drive may have been away or exchanged: its first pass reads everything.
-    added.parametersComplete = false;
-    added.fullReadPending = false;
-    m_devices.insert(added.deviceId(), added);
-}
-
-void Z7MainController::refuseDevice(const Z7Device &device)
-{
-    const QString reason = commonText("ParamDefFileNotFound",
-        "Zur Versionnummer %1 im Motor %2 ist keine Parameter-Definition verfügbar. Bitte fordern Sie die "
-        "Datei "
-        "mit den Parameter-Definitionen zur Z7-Version %1 an.")
-                               .arg(device.softwareVersion, deviceName(device));
-    QMessageBox::critical(nullptr, commonText("ApplicationTitle", "Z7ConfigTool"),
-        commonText("UnableToAddDevice", "Der Motor kann nicht hinzugefügt werden:") + QStringLiteral("\n\n")
-            + reason,
-        QMessageBox::Ok);
-}
-
-const Z7Device *Z7MainController::findDevice(int id) const
-{
-    const auto device = m_devices.constFind(id);
-    return device == m_devices.constEnd() ? nullptr : &device.value();
-}
-
-bool Z7MainController::isAccessGranted(int deviceId) const
-{
-    const Z7Device *device = findDevice(deviceId);
-    return device && device->accessGranted;
-}
-
-bool Z7MainController::currentUserParams(Z7DeviceParamSet &out) const
-{
-    const auto changes = m_userParams.constFind(m_currentDevice);
-    if (changes == m_userParams.constEnd())
-        return false;
-    out = changes.value();
-    return true;
-}
-
-// --- showing pages ---
-
 bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget, QLayout *layout)
 {
-    Z7DataWidget *shown = page(number);
+    Z7DataWidget *shown = m_pages.place(number, m_currentPage, contentWidget, layout);
     if (!shown)
         return false;
-    if (number != m_currentPage || !shown->parentWidget()) {
-        takeOutPage(currentPage());
-        shown->setParent(contentWidget);
-        if (layout)
-            layout->addWidget(shown);
-        m_currentPage = number;
-    }
+    m_currentPage = number;
     if (m_devices.contains(deviceId)) {
-        fillPage(shown, deviceId);
+        selectDevice(deviceId);
     } else {
-        m_currentDevice = -1;
+        m_devices.select(DeviceList::none);
         emit NoDeviceSelected();
     }
     shown->clearUserValues();
-    if (m_userParams.contains(m_currentDevice))
-        shown->applyUserParams(m_userParams.value(m_currentDevice));
+    if (m_userParams.contains(m_devices.currentId()))
+        shown->applyUserParams(m_userParams.value(m_devices.currentId()));
     else
         m_mainContent->setConflictLine(QString());
     shown->show();
@@ -193,183 +79,64 @@ bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget
     return true;
 }
 
-void Z7MainController::takeOutPage(Z7DataWidget *page)
+void Z7MainController::selectDevice(int deviceId)
 {
-    if (page)
-        PageStyle::takeOut(page);
-}
-
-void Z7MainController::fillPage(Z7DataWidget *page, int deviceId)
-{
-    forgetAllCallbacks();
+    m_callbacks.removeAll();
+    // The control bar will not hear the end of what it was watching.
+    if (m_deviceControl)
+        m_deviceControl->transactionTerminated();
     const Z7Device record = m_devices.value(deviceId);
-    page->softwareVersion = record.softwareVersion;
-    page->initPage();
-    if (page->multiDevice) {
-        for (const Z7Device &device : qAsConst(m_devices))
-            page->DeviceUpdate(device);
-        page->deviceUpdateFinished();
-    } else {
-        page->DeviceUpdate(record);
-    }
-    if (deviceId != m_currentDevice) {
-        if (page->multiDevice)
+    Z7DataWidget *shown = currentPage();
+    DataPages::fill(*shown, record, m_devices.records());
+    if (deviceId != m_devices.currentId()) {
+        if (shown->multiDevice)
             emit NoDeviceSelected();
         else
             emit NewDeviceSelected(record);
     }
-    m_currentDevice = deviceId;
+    m_devices.select(deviceId);
 }
 
 bool Z7MainController::hasModifiedParams(int pageNumber, int deviceId) const
 {
-    const Z7DataWidget *asked = page(pageNumber);
-    const auto changes = m_userParams.constFind(deviceId);
-    const auto device = m_devices.constFind(deviceId);
-    if (!asked || changes == m_userParams.constEnd() || device == m_devices.constEnd())
-        return false;
-    for (const Z7DeviceParam &change : changes->params) {
-        if (change.hasValue && asked->hasParam(change.number)
-            && change.value != device->parameterSet.value(change.number).value)
-            return true;
-    }
-    return false;
-}
-
-/// What the live update reads: after connecting everything, once; from then on the parameters of the shown
-/// page.
-void Z7MainController::updatePolling()
-{
-    const Z7DataWidget *shown = currentPage();
-    if (!hasCurrentDevice() || !shown)
-        return;
-    addCallback(DevicePolling, m_deviceControl);
-    addCallback(DevicePolling, currentPage());
-    const Z7Device record = currentDeviceRecord();
-    const bool readsAll = shown->allParameters || !record.parametersComplete;
-    const Z7DeviceParamSet polled =
-        readsAll ? record.parameterSet : Z7DeviceParamSet(record.softwareVersion, shown->paramIds());
-    m_commInterface.setPollingStack(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, polled));
-    if (!record.parametersComplete)
-        m_devices[m_currentDevice].fullReadPending = true;
+    const Z7DataWidget *asked = m_pages.page(pageNumber);
+    const Z7Device *device = findDevice(deviceId);
+    const auto isAsked = [asked](int parameter) { return asked->hasParam(parameter); };
+    return asked && device && m_userParams.isModified(deviceId, *device, isAsked);
 }
 
 // --- news from the bus ---
 
 void Z7MainController::PostDeviceUpdate(ThreadID threadID, Z7Device device)
 {
-    if (threadID == TransferTelegramStack)
-        addCallback(threadID, std::exchange(m_bootloaderListener, nullptr));
-    const bool isListed = m_devices.contains(device.deviceId());
-    const bool hasMoved = !isListed && device.addressChanged && m_devices.contains(device.previousDeviceId());
-    if (isListed)
-        replaceDevice(device);
-    else if (hasMoved)
-        moveToNewAddress(device);
-    tellListeners(threadID, device, hasMoved);
-    m_callbacks.passReported(threadID);
+    const DeviceList::Change change = m_devices.take(device, m_commInterface.isPassCutShort());
+    const bool hasMoved = change == DeviceList::NewAddress;
+    if (hasMoved)
+        rebuildTree();
+    if (hasMoved || change == DeviceList::CompleteRead)
+        updatePolling();
+    m_callbacks.deviceUpdate(
+        threadID, device, [&] { return !hasMoved && m_devices.isAnother(device.deviceId()); });
     rebuildTree();
 }
 
-/// A page that was shown for another drive while the pass was under way must not take this record for that
-/// of its own drive: its values would be edited there, and written to it.
-void Z7MainController::tellListeners(ThreadID threadID, const Z7Device &device, bool hasMoved)
+void Z7MainController::updatePolling()
 {
-    m_callbacks.call(threadID, [&](IDeviceDataCallback *listener) {
-        const bool isForeign = !hasMoved && isRecordOfAnotherDrive(device) && keepsToOneDrive(listener)
-            && m_callbacks.joinedLate(threadID, listener);
-        if (!isForeign)
-            listener->DeviceUpdate(device);
-    });
-}
-
-bool Z7MainController::isRecordOfAnotherDrive(const Z7Device &device) const
-{
-    const int id = device.deviceId();
-    return id != m_currentDevice && m_devices.contains(id);
-}
-
-void Z7MainController::replaceDevice(const Z7Device &device)
-{
-    Z7Device &stored = m_devices[device.deviceId()];
-    const bool wasFullRead = stored.fullReadPending;
-    const Z7DeviceParamSet storedParameters = stored.parameterSet;
-    stored = device;
-    // The wizard's log-on to a drive that is already listed brings a record without parameters.
-    if (stored.parameterSet.params.isEmpty())
-        stored.parameterSet = storedParameters;
-    stored.fullReadPending = wasFullRead;
-    // A pass that was cut short for a request has not read everything. The request goes first, and
-    // the full read after it.
-    if (!wasFullRead || m_commInterface.isPassCutShort())
+    if (!isPageOfDriveShown())
         return;
-    stored.fullReadPending = false;
-    stored.parametersComplete = true;
-    updatePolling();
-}
-
-void Z7MainController::moveToNewAddress(const Z7Device &device)
-{
-    const int id = device.deviceId();
-    m_devices.remove(device.previousDeviceId());
-    // The user may have gone to another drive meanwhile, and works on that one.
-    if (!hasCurrentDevice())
-        m_currentDevice = id;
-    m_devices.insert(id, device);
-    // From now on the old address may be another drive's.
-    m_devices[id].addressChanged = false;
-    rebuildTree();
-    updatePolling();
-}
-
-void Z7MainController::PostTransactionStarted(ThreadID threadID, int maxProgress, Z7Device device)
-{
-    m_callbacks.passStarted(threadID);
-    m_callbacks.call(threadID, [maxProgress, &device](IDeviceDataCallback *listener) {
-        listener->transactionStarted(maxProgress, device);
-    });
-}
-
-void Z7MainController::PostTransactionTerminated(ThreadID threadID)
-{
-    m_callbacks.call(threadID, [](IDeviceDataCallback *listener) { listener->transactionTerminated(); });
-    m_callbacks.transactionTerminated(threadID);
-}
-
-void Z7MainController::PostTransactionProgress(ThreadID threadID)
-{
-    m_callbacks.call(threadID, [](IDeviceDataCallback *listener) { listener->transactionProgress(); });
-}
-
-void Z7MainController::allCommunicationStopped()
-{
-    for (const auto &entry : m_pages)
-        entry.second->AllDeviceCommunicationStopped();
-}
-
-void Z7MainController::addCallback(ThreadID threadID, IDeviceDataCallback *callback)
-{
-    m_callbacks.add(threadID, callback, m_commInterface.isPassUnderWay(threadID));
-}
-
-void Z7MainController::removeCallback(IDeviceDataCallback *callback)
-{
-    m_callbacks.remove(callback);
-}
-
-void Z7MainController::forgetAllCallbacks()
-{
-    m_callbacks.removeAll();
-    // The control bar will not hear the end of what it was watching.
-    if (m_deviceControl)
-        m_deviceControl->transactionTerminated();
+    m_callbacks.add(DevicePolling, barAndPage());
+    const Z7Device record = currentDeviceRecord();
+    const Z7DeviceParamSet polled =
+        m_devices.polledParameters(DataPages::parametersFor(*currentPage(), record));
+    m_commInterface.setPollingStack(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, polled));
+    m_devices.pollingStarted();
 }
 
 // --- operations on the bus ---
 
 void Z7MainController::scanDevice(const Z7Device &device, IDeviceDataCallback *callback)
 {
-    addCallback(ScanDevice, callback);
+    m_callbacks.add(ScanDevice, {callback});
     m_commInterface.scanDevice(device);
 }
 
@@ -379,159 +146,119 @@ void Z7MainController::readDeviceStatus(const Z7Device &device, IDeviceDataCallb
 }
 
 void Z7MainController::transfer(
-    std::unique_ptr<Z7TelegramStack> stack, const QList<IDeviceDataCallback *> &listeners)
+    std::unique_ptr<Z7TelegramStack> stack, const QList<TransactionListener> &listeners)
 {
-    for (IDeviceDataCallback *listener : listeners)
-        addCallback(TransferTelegramStack, listener);
+    m_callbacks.add(TransferTelegramStack, listeners);
     m_commInterface.transferTelegramStack(std::move(stack));
 }
 
 void Z7MainController::cancelCommunication()
 {
     // The record of a cancelled pass must not bring polling back. Showing a page begins the full read anew.
-    for (Z7Device &device : m_devices)
-        device.fullReadPending = false;
+    m_devices.cancelFullReads();
     m_commInterface.cancelCommunication();
     // No record may come that would make the tree take clicks again.
     rebuildTree();
 }
 
-void Z7MainController::lendBus(bool toProgrammer)
-{
-    m_commInterface.setBusLent(toProgrammer);
-}
-
 void Z7MainController::DownloadData()
 {
-    Z7DataWidget *shown = currentPage();
-    if (!shown || !hasCurrentDevice())
-        return;
-    const Z7Device record = currentDeviceRecord();
-    const Z7DeviceParamSet wanted = shown->allParameters
-        ? record.parameterSet
-        : Z7DeviceParamSet(record.softwareVersion, shown->paramIds());
-    transfer(std::make_unique<Z7UpdateParameterSetTelegramStack>(record, wanted), {m_deviceControl, shown});
-}
-
-bool Z7MainController::hasUserChanges() const
-{
-    return !m_userParams.value(m_currentDevice).params.isEmpty();
+    if (isPageOfDriveShown())
+        transfer<Z7UpdateParameterSetTelegramStack>(
+            barAndPage(), DataPages::parametersFor(*currentPage(), currentDeviceRecord()));
 }
 
 bool Z7MainController::confirmConflicts() const
 {
     const QString conflicts = calcConflicts();
-    if (conflicts.isEmpty())
-        return true;
-    QMessageBox question;
-    question.setIcon(QMessageBox::Warning);
-    question.setText(
-        commonText("ConflictingParameterMessage", "Die Parameterwerte enthalten einen Konflikt:\n\n")
-        + conflicts);
-    question.setInformativeText(commonText("WriteAnyway", "Trotzdem schreiben?"));
-    question.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    question.setDefaultButton(QMessageBox::No);
-    return question.exec() == QMessageBox::Yes;
+    return conflicts.isEmpty()
+        || Messages::isConfirmed(nullptr, QMessageBox::Warning,
+            commonText("ConflictingParameterMessage", "Die Parameterwerte enthalten einen Konflikt:\n\n")
+                + conflicts,
+            commonText("WriteAnyway", "Trotzdem schreiben?"));
 }
 
-void Z7MainController::UploadData()
+template<typename Stack>
+void Z7MainController::writeUserParams(AfterWriting afterWriting)
 {
-    if (!currentPage() || !hasCurrentDevice() || !hasUserChanges())
-        return;
-    m_mainContent->disableDataButtons();
-    if (confirmConflicts())
-        transfer(std::make_unique<Z7TelegramstackWriteParameterSet>(
-                     currentDeviceRecord(), m_userParams.value(m_currentDevice)),
-            {m_deviceControl, currentPage()});
-    m_mainContent->enableDataButtons();
-}
-
-void Z7MainController::WriteAndStoreData()
-{
-    if (!currentPage() || !hasCurrentDevice() || !hasUserChanges())
+    if (!isPageOfDriveShown() || !m_userParams.contains(m_devices.currentId()))
         return;
     m_mainContent->disableDataButtons();
     if (confirmConflicts()) {
-        transfer(std::make_unique<Z7TelegramstackWriteAndStoreParameterSet>(
-                     currentDeviceRecord(), m_userParams.value(m_currentDevice)),
-            {m_deviceControl, currentPage()});
-        rebuildTree();
-        showConflicts();
+        transfer<Stack>(barAndPage(), m_userParams.value(m_devices.currentId()));
+        if (afterWriting == AfterWriting::RefreshWindow)
+            refreshWindow();
     }
     m_mainContent->enableDataButtons();
 }
 
+void Z7MainController::UploadData()
+{
+    writeUserParams<Z7TelegramstackWriteParameterSet>(AfterWriting::LeaveWindow);
+}
+
+void Z7MainController::WriteAndStoreData()
+{
+    writeUserParams<Z7TelegramstackWriteAndStoreParameterSet>(AfterWriting::RefreshWindow);
+}
+
 void Z7MainController::StoreData()
 {
-    if (!currentPage() || !hasCurrentDevice())
+    if (!isPageOfDriveShown())
         return;
-    transfer(std::make_unique<Z7TelegramstackStoreParameter>(currentDeviceRecord()),
-        {m_deviceControl, currentPage()});
-    rebuildTree();
-    showConflicts();
+    transfer<Z7TelegramstackStoreParameter>(barAndPage());
+    refreshWindow();
 }
 
 void Z7MainController::SetFactorySettingsData()
 {
     if (hasCurrentDevice())
-        transfer(std::make_unique<Z7TelegramstackFactoryReset>(currentDeviceRecord()), {m_deviceControl});
+        transfer<Z7TelegramstackFactoryReset>({m_deviceControl});
 }
 
 void Z7MainController::SetNewPasswordData(int newPassword)
 {
     if (hasCurrentDevice())
-        transfer(std::make_unique<Z7TelegramstackPasswordReset>(currentDeviceRecord(), newPassword),
-            {m_deviceControl});
+        transfer<Z7TelegramstackPasswordReset>({m_deviceControl}, newPassword);
 }
 
 void Z7MainController::sendBootloaderInitCommand()
 {
-    if (!currentPage() || !hasCurrentDevice())
+    if (!isPageOfDriveShown())
         return;
     // The page waits for the outcome and cannot go on without it, but its place among the listeners may be
     // taken away: when another page is shown, and at once if the traffic that ended for this was a transfer.
     auto *asking = qobject_cast<Z7DataWidget *>(sender());
-    m_bootloaderListener = asking ? asking : currentPage();
-    transfer(std::make_unique<Z7TelegramstackBootloaderInit>(currentDeviceRecord()), {m_bootloaderListener});
+    const TransactionListener waiting(asking ? asking : currentPage());
+    m_callbacks.awaitTransfer(waiting);
+    transfer<Z7TelegramstackBootloaderInit>({waiting});
 }
 
 void Z7MainController::sendChangeAdress(int NewAdress)
 {
-    if (currentPage() && hasCurrentDevice())
-        transfer(std::make_unique<Z7TelegramstackChangeAdress>(currentDeviceRecord(), NewAdress),
-            {m_deviceControl, currentPage()});
+    if (isPageOfDriveShown())
+        transfer<Z7TelegramstackChangeAdress>(barAndPage(), NewAdress);
 }
 
 // --- the user's changes ---
 
 void Z7MainController::postUserModifiedParameter(Z7DeviceParam param)
 {
-    auto changes = m_userParams.find(m_currentDevice);
-    if (changes == m_userParams.end())
-        changes =
-            m_userParams.insert(m_currentDevice, Z7DeviceParamSet(currentDeviceRecord().softwareVersion));
-    changes->insert(param);
-    rebuildTree();
-    showConflicts();
+    m_userParams.insert(m_devices.currentId(), currentDeviceRecord().softwareVersion, param);
+    refreshWindow();
 }
 
 void Z7MainController::postUserDeletedParameter(Z7DeviceParam param)
 {
-    const auto changes = m_userParams.find(m_currentDevice);
-    if (changes != m_userParams.end()) {
-        changes->remove(param);
-        if (changes->params.isEmpty())
-            m_userParams.erase(changes);
-    }
-    rebuildTree();
-    showConflicts();
+    m_userParams.withdraw(m_devices.currentId(), param);
+    refreshWindow();
 }
 
 void Z7MainController::setUserParams(int deviceId, const Z7DeviceParamSet &set)
 {
     if (set.params.isEmpty())
         return;
-    m_userParams.insert(deviceId, set);
+    m_userParams.replace(deviceId, set);
     if (Z7DataWidget *shown = currentPage())
         shown->applyUserParams(set);
     showConflicts();
@@ -541,51 +268,29 @@ void Z7MainController::setUserParams(int deviceId, const Z7DeviceParamSet &set)
 
 void Z7MainController::resetChanges(int deviceId)
 {
-    m_userParams.remove(deviceId);
-    rebuildTree();
-    showConflicts();
+    m_userParams.discard(deviceId);
+    refreshWindow();
     if (Z7DataWidget *shown = currentPage())
         shown->clearUserValues();
     showOwnUserParams(deviceId);
 }
 
-/// What was done to another drive's changes has gone through the fields of the shown page.
 void Z7MainController::showOwnUserParams(int changedDeviceId)
 {
     Z7DataWidget *shown = currentPage();
-    if (shown && changedDeviceId != m_currentDevice)
-        shown->showUserValues(m_userParams.value(m_currentDevice));
+    if (shown && changedDeviceId != m_devices.currentId())
+        shown->showUserValues(m_userParams.value(m_devices.currentId()));
 }
 
 void Z7MainController::setDefaults(int deviceId)
 {
-    if (const Z7Device *device = findDevice(deviceId)) {
-        const Z7DeviceParamSet values = definitionsOf(*device)->factoryValues(device->parameterSet);
-        Z7DeviceParamSet changes = m_userParams.value(deviceId, values);
-        changes.insertAll(values);
-        if (!changes.params.isEmpty())
-            m_userParams.insert(deviceId, changes);
-    }
+    if (const Z7Device *device = findDevice(deviceId))
+        m_userParams.insertFactoryValues(deviceId, *device);
     rebuildTree();
 }
 
 QString Z7MainController::calcConflicts() const
 {
-    const auto device = m_devices.constFind(m_currentDevice);
-    const auto changes = m_userParams.constFind(m_currentDevice);
-    if (device == m_devices.constEnd() || changes == m_userParams.constEnd())
-        return QString();
-    return writeConflicts(*device, *changes);
-}
-
-// --- the middle band of the window ---
-
-void Z7MainController::rebuildTree()
-{
-    m_mainContent->rebuildTree(m_devices.keys());
-}
-
-void Z7MainController::showConflicts()
-{
-    m_mainContent->setConflictLine(calcConflicts());
+    const Z7Device *device = m_devices.findCurrent();
+    return device ? m_userParams.conflicts(m_devices.currentId(), *device) : QString();
 }

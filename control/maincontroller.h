@@ -1,18 +1,20 @@
 #pragma once
 
 #include "comm/communicationinterface.h"
+#include "control/datapages.h"
+#include "control/devicelist.h"
+#include "control/imaincontent.h"
+#include "control/pendingchanges.h"
 #include "control/transactionlisteners.h"
 #include "model/device.h"
+#include "pages/pagefactory.h"
 
 #include <QList>
-#include <QMap>
 #include <QObject>
 
-#include <map>
 #include <memory>
 
 class IDeviceDataCallback;
-class IMainContent;
 class QLayout;
 class QWidget;
 class Z7DataWidget;
@@ -36,25 +38,28 @@ public:
     void createPage(int number);
     /// Neither is owned; both outlive the last record. Without one, nobody hears what it would be told.
     void setDeviceControl(IDeviceDataCallback *deviceControl) { m_deviceControl = deviceControl; }
-    void setMainContent(IMainContent *mainContent);
+    void setMainContent(IMainContent *content) { m_mainContent = content ? content : noMainContent(); }
 
     /// Takes over the drives that the wizard has connected. A drive without parameter definitions is refused
     /// with a message. The user's changes stay, so those of a drive that comes back are still there.
     void setDevices(const QList<Z7Device> &list);
-    QList<Z7Device> connectedDevices() const { return m_devices.values(); }
-    QList<int> deviceIds() const { return m_devices.keys(); }
+    QList<Z7Device> connectedDevices() const { return m_devices.records(); }
+    QList<int> deviceIds() const { return m_devices.ids(); }
     Z7Device device(int id) const { return m_devices.value(id); }
     /// The record in the list, valid until the next record or list comes; null if the drive is not listed.
-    const Z7Device *findDevice(int id) const;
-    Z7Device currentDeviceRecord() const { return m_devices.value(m_currentDevice); }
+    const Z7Device *findDevice(int id) const { return m_devices.find(id); }
+    Z7Device currentDeviceRecord() const { return m_devices.current(); }
     /// True while a drive of the list is selected.
-    bool hasCurrentDevice() const { return m_devices.contains(m_currentDevice); }
+    bool hasCurrentDevice() const { return m_devices.hasCurrent(); }
     /// False, with `out` as it was, if the user has changed nothing on the current drive.
-    bool currentUserParams(Z7DeviceParamSet &out) const;
+    bool currentUserParams(Z7DeviceParamSet &out) const
+    {
+        return m_userParams.read(m_devices.currentId(), out);
+    }
 
     /// Shows a page for a drive: as child of `contentWidget`, in `layout`. False if there is no such page.
     bool showPage(int number, int deviceId, QWidget *contentWidget, QLayout *layout);
-    bool isAccessGranted(int deviceId) const;
+    bool isAccessGranted(int deviceId) const { return m_devices.isAccessGranted(deviceId); }
     /// True if a change of this drive that the page is about differs from the drive's value.
     bool hasModifiedParams(int pageNumber, int deviceId) const;
 
@@ -63,7 +68,7 @@ public:
     /// Logs on and reads status and live values; the control bar and `callback` hear of it.
     void readDeviceStatus(const Z7Device &device, IDeviceDataCallback *callback);
     /// Forgets a listener that goes away before its transaction has ended.
-    void removeCallback(IDeviceDataCallback *callback);
+    void removeCallback(IDeviceDataCallback *callback) { m_callbacks.remove(callback); }
 
     /// Replaces the pending changes of a drive; an empty set does nothing. The shown page ends up with those
     /// of its own drive, here as in resetChanges().
@@ -84,13 +89,22 @@ signals:
 
 public slots:
     void PostDeviceUpdate(Z7CommInterface::ThreadID threadID, Z7Device device);
-    void PostTransactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device);
-    void PostTransactionTerminated(Z7CommInterface::ThreadID threadID);
-    void PostTransactionProgress(Z7CommInterface::ThreadID threadID);
+    void PostTransactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device)
+    {
+        m_callbacks.transactionStarted(threadID, maxProgress, device);
+    }
+    void PostTransactionTerminated(Z7CommInterface::ThreadID threadID)
+    {
+        m_callbacks.transactionTerminated(threadID);
+    }
+    void PostTransactionProgress(Z7CommInterface::ThreadID threadID)
+    {
+        m_callbacks.transactionProgress(threadID);
+    }
     void cancelCommunication();
     void sendBootloaderInitCommand();
     void sendChangeAdress(int NewAdress);
-    void allCommunicationStopped();
+    void allCommunicationStopped() { m_pages.tellThatCommunicationStopped(); }
     void UploadData();
     void DownloadData();
     void StoreData();
@@ -101,42 +115,50 @@ public slots:
     void postUserDeletedParameter(Z7DeviceParam param);
     /// While an external programmer has the bus, nothing else goes on it: the live update waits, and what is
     /// asked for ends at once with error 19.
-    void lendBus(bool toProgrammer);
+    void lendBus(bool toProgrammer) { m_commInterface.setBusLent(toProgrammer); }
 
 private:
-    Z7DataWidget *page(int number) const;
-    Z7DataWidget *currentPage() const { return page(m_currentPage); }
-    bool hasUserChanges() const;
-    bool confirmConflicts() const;
-    void transfer(std::unique_ptr<Z7TelegramStack> stack, const QList<IDeviceDataCallback *> &listeners);
-
-    void addCallback(Z7CommInterface::ThreadID threadID, IDeviceDataCallback *callback);
-    void forgetAllCallbacks();
-    void tellListeners(Z7CommInterface::ThreadID threadID, const Z7Device &device, bool hasMoved);
-    bool isRecordOfAnotherDrive(const Z7Device &device) const;
-
-    void addDevice(const Z7Device &device);
-    void refuseDevice(const Z7Device &device);
-    void moveToNewAddress(const Z7Device &device);
-    void replaceDevice(const Z7Device &device);
+    Z7DataWidget *currentPage() const { return m_pages.page(m_currentPage); }
+    bool isPageOfDriveShown() const { return currentPage() && hasCurrentDevice(); }
+    void selectDevice(int deviceId);
+    /// What the live update reads: after connecting everything, once; from then on the parameters of the
+    /// shown page.
     void updatePolling();
-    void takeOutPage(Z7DataWidget *page);
-    void fillPage(Z7DataWidget *page, int deviceId);
+
+    /// Those who hear of most that happens to the selected drive.
+    QList<TransactionListener> barAndPage() const { return {m_deviceControl, currentPage()}; }
+    void transfer(std::unique_ptr<Z7TelegramStack> stack, const QList<TransactionListener> &listeners);
+    /// The same with a stack that is built on a copy of the selected drive's record.
+    template<typename Stack, typename... Arguments>
+    void transfer(const QList<TransactionListener> &listeners, const Arguments &...arguments)
+    {
+        transfer(std::make_unique<Stack>(currentDeviceRecord(), arguments...), listeners);
+    }
+
+    enum class AfterWriting { LeaveWindow, RefreshWindow };
+    /// Writes the user's changes of the selected drive, if there are any and the user stands by them.
+    template<typename Stack>
+    void writeUserParams(AfterWriting afterWriting);
+    bool confirmConflicts() const;
+    /// What was done to another drive's changes has gone through the fields of the shown page.
     void showOwnUserParams(int changedDeviceId);
 
-    void rebuildTree();
-    void showConflicts();
+    void rebuildTree() { m_mainContent->rebuildTree(m_devices.ids()); }
+    void showConflicts() { m_mainContent->setConflictLine(calcConflicts()); }
+    void refreshWindow()
+    {
+        rebuildTree();
+        showConflicts();
+    }
 
-    int m_currentPage = -1;
-    int m_currentDevice = -1;
-    std::map<int, std::unique_ptr<Z7DataWidget>> m_pages;
-    QMap<int, Z7Device> m_devices; ///< by device id
-    QMap<int, Z7DeviceParamSet> m_userParams; ///< by device id
-    TransactionListeners m_callbacks;
-    /// Hears the record of the bootloader command, whatever page is shown by then.
-    IDeviceDataCallback *m_bootloaderListener = nullptr;
+    int m_currentPage = PageNumber::none;
+    DataPages m_pages;
+    DeviceList m_devices;
+    PendingChanges m_userParams;
+    TransactionListeners m_callbacks {
+        [this](Z7CommInterface::ThreadID threadID) { return m_commInterface.isPassUnderWay(threadID); }};
     IDeviceDataCallback *m_deviceControl = nullptr;
-    IMainContent *m_mainContent; ///< never null
+    IMainContent *m_mainContent = noMainContent(); ///< never null
     /// Behind the pages, so that it goes, with its threads, before the listeners do.
     Z7CommunicationInterface m_commInterface;
 };

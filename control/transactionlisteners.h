@@ -5,7 +5,24 @@
 #include <QList>
 #include <QMap>
 
+#include <functional>
+
 class IDeviceDataCallback;
+class Z7DataWidget;
+
+/// Someone who wants to hear from a thread.
+struct TransactionListener
+{
+    TransactionListener(IDeviceDataCallback *listener = nullptr)
+        : callback(listener)
+    {
+    }
+    /// A page keeps to the selected drive, unless it is about all.
+    TransactionListener(Z7DataWidget *page);
+
+    IDeviceDataCallback *callback; ///< not owned; null hears nothing
+    bool keepsToOneDrive = false;
+};
 
 /// Who hears from each worker thread. A listener signs up for one transaction and is forgotten when that
 /// ends; while it is listed, it keeps in mind which passes had begun before it came. Owns no listener. Main
@@ -13,37 +30,35 @@ class IDeviceDataCallback;
 class TransactionListeners
 {
 public:
-    /// Adds a listener at the end of the thread's list, unless it is null or there already. `busy` tells that
-    /// the thread is in a pass, whose start may not have been heard of yet.
-    void add(Z7CommInterface::ThreadID threadID, IDeviceDataCallback *listener, bool busy);
-    /// Forgets a listener of all threads.
-    void remove(IDeviceDataCallback *listener);
+    /// `isPassUnderWay` tells whether a thread is in a pass, whose start may not have been heard of yet.
+    explicit TransactionListeners(std::function<bool(Z7CommInterface::ThreadID)> isPassUnderWay);
+
+    /// Adds listeners at the end of the thread's list, but none that is there already.
+    void add(Z7CommInterface::ThreadID threadID, const QList<TransactionListener> &listeners);
+    /// The next record of a transfer reaches this listener, even if the list is emptied before. There is one
+    /// such listener, the last that was named.
+    void awaitTransfer(const TransactionListener &listener) { m_awaiting = listener; }
+    /// Forgets a listener altogether.
+    void remove(IDeviceDataCallback *callback);
+    /// Empties all lists; the listener that awaits a transfer stays.
     void removeAll() { m_entries.clear(); }
 
-    /// The news of a pass, in the order in which they come: its start, its record, and the end of the
-    /// transaction, which forgets the thread's listeners.
-    void passStarted(Z7CommInterface::ThreadID threadID);
-    void passReported(Z7CommInterface::ThreadID threadID) { m_passes[threadID].underWay = false; }
+    /// The news of a thread, in the order in which they come. Each is passed on to the thread's listeners, in
+    /// their order; one that is called may remove the next.
+    void transactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, const Z7Device &device);
+    void transactionProgress(Z7CommInterface::ThreadID threadID);
+    /// A listener that keeps to one drive is not told of another drive by a pass that had begun before it
+    /// signed up: it would take the values for those of its own drive. `isOfAnotherDrive` is asked for each
+    /// listener anew, since the user may select a drive in a dialog of the one before.
+    void deviceUpdate(Z7CommInterface::ThreadID threadID, const Z7Device &device,
+        const std::function<bool()> &isOfAnotherDrive);
+    /// Forgets the thread's listeners afterwards.
     void transactionTerminated(Z7CommInterface::ThreadID threadID);
-
-    /// True if the thread's pass had begun before this listener signed up.
-    bool joinedLate(Z7CommInterface::ThreadID threadID, IDeviceDataCallback *listener) const;
-
-    /// Calls the thread's listeners in their order. One that was called before may have removed the next.
-    template<typename Call>
-    void call(Z7CommInterface::ThreadID threadID, Call call) const
-    {
-        const QList<Entry> entries = m_entries.value(threadID);
-        for (const Entry &entry : entries) {
-            if (find(threadID, entry.listener))
-                call(entry.listener);
-        }
-    }
 
 private:
     struct Entry
     {
-        IDeviceDataCallback *listener;
+        TransactionListener listener;
         int lastPassBefore; ///< number of the last pass that had begun when the listener signed up
     };
     struct Pass
@@ -52,8 +67,14 @@ private:
         bool underWay = false;
     };
 
-    const Entry *find(Z7CommInterface::ThreadID threadID, IDeviceDataCallback *listener) const;
+    void addOne(Z7CommInterface::ThreadID threadID, const TransactionListener &listener);
+    const Entry *find(Z7CommInterface::ThreadID threadID, const IDeviceDataCallback *callback) const;
+    bool joinedLate(Z7CommInterface::ThreadID threadID, const Entry &entry) const;
+    template<typename Call>
+    void forEach(Z7CommInterface::ThreadID threadID, Call call) const;
 
+    const std::function<bool(Z7CommInterface::ThreadID)> m_isPassUnderWay;
     QMap<Z7CommInterface::ThreadID, QList<Entry>> m_entries;
     QMap<Z7CommInterface::ThreadID, Pass> m_passes;
+    TransactionListener m_awaiting;
 };
