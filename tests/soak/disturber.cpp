@@ -44,7 +44,7 @@ QByteArray Disturber::fault(const QByteArray &kind, int address)
         return kind + ' ' + drive;
     const QByteArray name = kind.mid(kind.indexOf(' ') + 1);
     QByteArray command = "fault " + (m_random.bounded(2) ? drive : QByteArray("*")) + ' ' + name;
-    if (name == z7sim::BabbleFault)
+    if (name == z7sim::babbleFault)
         command += " count=" + QByteArray::number(m_random.bounded(1, mostBabble));
     else if (m_random.bounded(3))
         command += " count=" + QByteArray::number(m_random.bounded(1, mostExchanges));
