@@ -6,7 +6,7 @@
 #include "tests/soak/drives.h"
 #include "tests/soak/figures.h"
 #include "tests/soak/pageitems.h"
-#include "tests/soak/pendingchanges.h"
+#include "tests/soak/typedchanges.h"
 #include "tests/soak/witness.h"
 
 #include <QElapsedTimer>
@@ -96,7 +96,7 @@ private:
     Journey m_journey;
     Disturber m_disturber;
     const QVector<SoakDrive> m_drives;
-    PendingChanges m_pending;
+    TypedChanges m_pending;
 
     QVector<Duty> m_duties;
     QElapsedTimer m_clock;

@@ -1,21 +1,21 @@
-#include "tests/soak/pendingchanges.h"
+#include "tests/soak/typedchanges.h"
 
 #include <algorithm>
 
-void PendingChanges::type(int drive, int number, int value)
+void TypedChanges::type(int drive, int number, int value)
 {
     m_pending[drive].insert(number, value);
     m_typed.append({drive, number, value});
 }
 
-QString PendingChanges::text(int drive, int number) const
+QString TypedChanges::text(int drive, int number) const
 {
     const QMap<int, int> changes = of(drive);
     const auto change = changes.constFind(number);
     return change == changes.constEnd() ? QString() : QString::number(change.value());
 }
 
-int PendingChanges::count() const
+int TypedChanges::count() const
 {
     int all = 0;
     for (const QMap<int, int> &changes : m_pending)
@@ -23,7 +23,7 @@ int PendingChanges::count() const
     return all;
 }
 
-bool PendingChanges::wasTyped(int drive, int number, int value) const
+bool TypedChanges::wasTyped(int drive, int number, int value) const
 {
     return std::any_of(m_typed.begin(), m_typed.end(), [&](const Typed &typed) {
         return typed.drive == drive && typed.number == number && typed.value == value;

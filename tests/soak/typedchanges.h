@@ -5,11 +5,11 @@
 #include <QVector>
 
 /// What the person has typed and not withdrawn, drive by drive: so the fields of the program have to look.
-class PendingChanges
+class TypedChanges
 {
 public:
     /// Takes the room for so many edits at once, so that keeping count of them is no growth of the process.
-    explicit PendingChanges(int edits) { m_typed.reserve(edits); }
+    explicit TypedChanges(int edits) { m_typed.reserve(edits); }
 
     void type(int drive, int number, int value);
     void empty(int drive, int number) { m_pending[drive].remove(number); }
