@@ -80,9 +80,8 @@ void ParameterTableDialog::initPage()
     }
     m_ui->ParameterTable->setColumnWidth(DeviceColumn, valueColumnWidth);
     m_ui->ParameterTable->setColumnWidth(UserColumn, valueColumnWidth);
-    m_ui->ParameterTable->setRowCount(0);
+    removeRows();
     m_paramRows.clear();
-    m_rows.clear();
     m_fittedWidths.clear();
     delete m_mapper;
     m_mapper = new QSignalMapper(this);
@@ -135,6 +134,18 @@ QLineEdit *ParameterTableDialog::addUserField(int row, const Z7ParamDefinition &
     connect(field, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
     m_mapper->setMapping(field, row);
     return field;
+}
+
+/// A field whose row goes under it is deleted, but the view keeps a note of it to the end; one that is taken
+/// out first leaves none.
+void ParameterTableDialog::removeRows()
+{
+    for (int row = 0; row < m_rows.size(); ++row) {
+        m_rows.at(row).user->hide();
+        m_ui->ParameterTable->removeCellWidget(row, UserColumn);
+    }
+    m_ui->ParameterTable->setRowCount(0);
+    m_rows.clear();
 }
 
 void ParameterTableDialog::newDeviceParam(const Z7DeviceParam &param)

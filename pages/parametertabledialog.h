@@ -60,6 +60,7 @@ private:
         Wish painted = Wish::Unknown; ///< Unknown until the row has been painted
     };
 
+    void removeRows();
     int rowForParam(int number);
     bool isForeignRow(const Row &row, const Z7DeviceParamSet &own) const;
     void addCells(int row);

@@ -6,7 +6,10 @@
 #include <QHeaderView>
 #include <QLabel>
 
+#include <deque>
 #include <functional>
+#include <malloc.h>
+#include <memory>
 
 Q_DECLARE_METATYPE(std::function<void(ShownParameterTable &)>)
 
@@ -36,6 +39,7 @@ private slots:
     void rowStaysWhenLaterRecordLacksItsParameter();
     void laterRecordUpdatesRowInItsPlace();
     void newShowingBuildsTableFromNothing();
+    void formerShowingsLeaveNothingInMemory();
 
     void rowIs22PixelsHigh();
     void numberIsCentredAndValueStandsRight();
@@ -46,7 +50,6 @@ private slots:
     void limitsAreThoseOfMomentRowWasMade();
     void readOnlyParameterShowsDisabledField();
 
-private:
 private:
     void prepare() override;
 };
@@ -249,6 +252,31 @@ void TestParameterTable::newShowingBuildsTableFromNothing()
     shown.showFor(tableDrive({readParam(11, 2), readParam(83, 3)}));
     QCOMPARE(shown.column(Number), (QStringList {"11", "83"}));
     QCOMPARE(shown.column(DeviceValue), (QStringList {"2", "3"}));
+}
+
+/// What 2,000 showings may leave is a tenth of one small block for each of their fields.
+void TestParameterTable::formerShowingsLeaveNothingInMemory()
+{
+    const Z7Device drive =
+        tableDrive({readParam(11, 1), readParam(30, 2), readParam(50, 3), readParam(83, 4)});
+    ShownParameterTable shown(drive);
+    const auto heapAfter = [&](int showings) {
+        // Take the places of former fields, as other objects do in the program.
+        std::deque<std::unique_ptr<char[]>> others;
+        for (int i = 0; i < showings; ++i) {
+            shown.showFor(drive);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            for (int field = 0; field < 8; ++field)
+                others.push_back(std::make_unique<char[]>(sizeof(QLineEdit)));
+        }
+        others.clear();
+        return mallinfo2().uordblks;
+    };
+    const size_t before = heapAfter(200);
+    if (before == 0)
+        QSKIP("The sanitizer's allocator keeps no account.");
+    const size_t after = heapAfter(2000);
+    QVERIFY2(after < before + 2000 * 4 * 32 / 10, qPrintable(QString::number(after - before)));
 }
 
 void TestParameterTable::rowIs22PixelsHigh()
