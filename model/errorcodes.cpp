@@ -1,6 +1,7 @@
 #include "model/errorcodes.h"
 
 #include "control/services/language.h"
+#include "control/services/rows.h"
 #include "protocol/telegram.h"
 
 namespace {
@@ -35,16 +36,8 @@ constexpr ErrorText errorTexts[] = {
     {TelegramError::MotorNotInFreeRun, "Der Motor ist nicht im Freilauf"},
 };
 
-constexpr bool hasEachNumberInItsPlace()
-{
-    int place = 0;
-    for (const ErrorText &pair : errorTexts) {
-        if (pair.number != place++)
-            return false;
-    }
-    return place == TelegramError::Count;
-}
-static_assert(hasEachNumberInItsPlace(), "a number of TelegramError lacks its pair, or stands elsewhere");
+static_assert(eachHasItsRow(errorTexts, &ErrorText::number, TelegramError::Count),
+    "a number of TelegramError lacks its pair, or stands elsewhere");
 
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "pages/pagefactory.h"
 
+#include "control/services/rows.h"
 #include "pages/accelerationsdialog.h"
 #include "pages/currentlimitsdialog.h"
 #include "pages/devicestatusdialog.h"
@@ -68,17 +69,7 @@ constexpr PageRow pageRows[] = {
     row<RemoteControlDialog>(PageNumber::RemoteControl, "Fernsteuerung", notBelowDrives),
 };
 
-constexpr bool rowsStandAtTheirNumbers()
-{
-    int number = 0;
-    for (const PageRow &page : pageRows) {
-        if (page.number != number++)
-            return false;
-    }
-    return number == PageNumber::Count;
-}
-
-static_assert(rowsStandAtTheirNumbers(), "each page has one row, in the order of the numbers");
+static_assert(eachHasItsRow(pageRows, &PageRow::number, PageNumber::Count), "a page lacks its row");
 
 constexpr int countPagesBelowDrives()
 {

@@ -1,5 +1,6 @@
 #include "control/services/options.h"
 
+#include "control/services/rows.h"
 #include "control/services/settingsfile.h"
 
 #include <QDir>
@@ -20,28 +21,19 @@ constexpr Z7Options::Rows optionRows {{
     {Z7Options::PollingInterval, "pollingInterval", Z7Options::Number, "1000", 0, 10000, "edPollingCycle"},
 }};
 
-constexpr bool rowsStandAtTheirNames()
+static_assert(eachHasItsRow(optionRows, &Z7Options::Row::name, Z7Options::Count), "a setting lacks its row");
+
+constexpr bool rowsAreWhole()
 {
-    int name = 0;
     for (const Z7Options::Row &row : optionRows) {
-        if (row.name != name++ || !row.key || !row.defaultText || !row.field)
+        const bool hasRange = row.kind == Z7Options::Text || row.lowest < row.highest;
+        if (!row.key || !row.defaultText || !row.field || !hasRange)
             return false;
     }
     return true;
 }
 
-static_assert(rowsStandAtTheirNames(), "each setting has one whole row, in the order of the names");
-
-constexpr bool numbersHaveRanges()
-{
-    for (const Z7Options::Row &row : optionRows) {
-        if (row.kind == Z7Options::Number && row.lowest >= row.highest)
-            return false;
-    }
-    return true;
-}
-
-static_assert(numbersHaveRanges(), "each setting that is a number has a range");
+static_assert(rowsAreWhole(), "a setting lacks a part of its row");
 
 QString keyOf(Z7Options::Name name)
 {

@@ -37,7 +37,7 @@ void Z7Services::shutdown()
 
 void Z7Services::setFolder(const QString &folder)
 {
-    Q_ASSERT_X(!m_options && !m_language && m_definitions.isEmpty(), "Z7Services", "files are read already");
+    Q_ASSERT_X(!m_options && !m_language && m_definitions.isEmpty(), Q_FUNC_INFO, "files are read already");
     m_folder = folder.isEmpty() ? folder : QDir(folder).absolutePath();
 }
 
