@@ -1,19 +1,13 @@
 #pragma once
 
-#include "control/services/language.h"
+#include <QString>
 
 /// What the window says of the program and its maker.
 namespace Maker {
 
-inline QString programVersion()
-{
-    return QStringLiteral("1.0.6");
-}
-
+/// The version of the project.
+QString programVersion();
 /// The address of the maker's home page; a setting of the language file.
-inline QString homePage()
-{
-    return commonText("URLHome", "https://www.norvik-tessel.example");
-}
+QString homePage();
 
 } // namespace Maker
