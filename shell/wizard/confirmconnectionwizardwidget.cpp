@@ -12,23 +12,13 @@
 #include <QHideEvent>
 #include <QLabel>
 
-namespace {
-
-constexpr int pauseBetweenDrivesMs = 200;
-constexpr int stretch = 100;
-
-} // namespace
-
-ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(bool quickConnect, ConnectionsDialog *dialog)
+ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(Way way, ConnectionsDialog *dialog)
     : IWizardWidget(this, dialog)
-    , m_quickConnect(quickConnect)
+    , m_way(way)
     , m_ui(std::make_unique<Ui::ConfirmConnectionWizardWidget>())
 {
     m_ui->setupUi(this);
-    m_pause.setSingleShot(true);
-    m_pause.setTimerType(Qt::PreciseTimer);
-    m_pause.setInterval(pauseBetweenDrivesMs);
-    connect(&m_pause, SIGNAL(timeout()), SLOT(SendConnectCurrentDevice()));
+    preparePause(&m_pause, SLOT(SendConnectCurrentDevice()));
 }
 
 ConfirmConnectionWizardWidget::~ConfirmConnectionWizardWidget()
@@ -53,7 +43,7 @@ void ConfirmConnectionWizardWidget::enterPage()
     forgetLogOn();
     WizardRows::removeRows(m_ui->verticalLayout_3);
     m_rows.clear();
-    if (m_quickConnect)
+    if (m_way == QuickConnect)
         m_devices = m_devices.mid(0, 1);
     if (m_devices.isEmpty()) {
         WizardRows::addLabel(WizardRows::addRow(m_ui->verticalLayout_3),
@@ -79,7 +69,7 @@ void ConfirmConnectionWizardWidget::addRow(const Z7Device &device)
     row.status->hide();
     row.text = WizardRows::addLabel(layout, QString());
     row.text->setFixedHeight(WizardRows::statusHeight);
-    layout->addStretch(stretch);
+    WizardRows::endRow(layout);
     m_rows.append(row);
 }
 
@@ -132,8 +122,7 @@ void ConfirmConnectionWizardWidget::showOutcome(const Z7Device &device)
     row.check->setEnabled(device.isAccessGranted());
     row.check->setChecked(device.isAccessGranted());
     row.status->show();
-    row.status->setPixmap(PageStyle::smallPixmap(
-        device.isAccessGranted() ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
+    WizardRows::showOutcome(row.status, device.isAccessGranted());
 }
 
 void ConfirmConnectionWizardWidget::transactionTerminated()

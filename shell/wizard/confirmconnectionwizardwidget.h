@@ -17,13 +17,17 @@ class ConfirmConnectionWizardWidget;
 }
 
 /// Logs on to the drives of the list, one after the other, and lets the user tick those to be taken over.
-/// The quick way tries the first drive only.
 class ConfirmConnectionWizardWidget : public QWidget, public IDeviceDataCallback, public IWizardWidget
 {
     Q_OBJECT
 
 public:
-    ConfirmConnectionWizardWidget(bool quickConnect, ConnectionsDialog *dialog);
+    enum Way {
+        QuickConnect, ///< tries the first drive of the list only
+        EachDrive,
+    };
+
+    ConfirmConnectionWizardWidget(Way way, ConnectionsDialog *dialog);
     ~ConfirmConnectionWizardWidget() override;
 
     void enterPage() override;
@@ -59,7 +63,7 @@ private:
     bool isAboutCurrentDevice(const Z7Device &device) const;
     void showOutcome(const Z7Device &device);
 
-    const bool m_quickConnect;
+    const Way m_way;
     QVector<Row> m_rows; ///< one per drive; the widgets belong to the form
     int m_currentDevice = 0;
     /// The log-on to the current drive has begun. A log-on of an earlier page may still hold the bus.

@@ -129,37 +129,40 @@ void ConnectionsDialog::reject()
 void ConnectionsDialog::initQuickConnectWizard()
 {
     Pages pages;
-    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(true, this));
+    pages.push_back(
+        std::make_unique<ConfirmConnectionWizardWidget>(ConfirmConnectionWizardWidget::QuickConnect, this));
     startWizard(std::move(pages));
 }
 
 void ConnectionsDialog::initConnectDeviceManualWizard()
 {
     Pages pages;
-    pages.push_back(std::make_unique<ScanPortWizardWidget>(true, this));
-    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(false, this));
+    pages.push_back(std::make_unique<ScanPortWizardWidget>(ScanPortWizardWidget::Manual, this));
+    pages.push_back(
+        std::make_unique<ConfirmConnectionWizardWidget>(ConfirmConnectionWizardWidget::EachDrive, this));
     startWizard(std::move(pages));
 }
 
 void ConnectionsDialog::initScanPortWizard()
 {
-    Pages pages;
-    pages.push_back(std::make_unique<ScanPortWizardWidget>(false, this));
-    pages.push_back(std::make_unique<ScanningWizardWidget>(this));
-    pages.push_back(std::make_unique<SetPasswordWizardWidget>(this));
-    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(false, this));
-    startWizard(std::move(pages));
+    startScanWizard(std::make_unique<ScanPortWizardWidget>(ScanPortWizardWidget::PortOnly, this));
 }
 
 void ConnectionsDialog::initAllPortsWizard()
 {
-    Pages pages;
-    pages.push_back(std::make_unique<IntroductionWizardWidget>(
+    startScanWizard(std::make_unique<IntroductionWizardWidget>(
         connectionText("ScanAllPortsIntroduction", "Mit <Weiter> werden alle verfügbaren Ports gescannt."),
         this));
+}
+
+void ConnectionsDialog::startScanWizard(std::unique_ptr<IWizardWidget> firstPage)
+{
+    Pages pages;
+    pages.push_back(std::move(firstPage));
     pages.push_back(std::make_unique<ScanningWizardWidget>(this));
     pages.push_back(std::make_unique<SetPasswordWizardWidget>(this));
-    pages.push_back(std::make_unique<ConfirmConnectionWizardWidget>(false, this));
+    pages.push_back(
+        std::make_unique<ConfirmConnectionWizardWidget>(ConfirmConnectionWizardWidget::EachDrive, this));
     startWizard(std::move(pages));
 }
 

@@ -57,6 +57,8 @@ private:
 
     void setTexts();
     void connectButtons();
+    /// Starts a way that scans ports, as its first page says.
+    void startScanWizard(std::unique_ptr<IWizardWidget> firstPage);
     void startWizard(Pages pages);
     bool hasCurrentPage() const;
     IWizardWidget &currentPage() const { return *m_pages.at(m_pageIndex); }

@@ -3,6 +3,15 @@
 #include "control/maincontroller.h"
 #include "shell/wizard/connectionsdialog.h"
 
+#include <QTimer>
+#include <QWidget>
+
+namespace {
+
+constexpr int pauseMs = 200;
+
+} // namespace
+
 IWizardWidget::IWizardWidget(QWidget *widget, ConnectionsDialog *dialog)
     : m_widget(widget)
     , m_dialog(dialog)
@@ -19,6 +28,14 @@ bool IWizardWidget::leavePage()
 void IWizardWidget::setNavigationEnabled(bool enabled, bool okOnly)
 {
     m_dialog->setNavigationEnabled(enabled, okOnly);
+}
+
+void IWizardWidget::preparePause(QTimer *pause, const char *slot)
+{
+    pause->setSingleShot(true);
+    pause->setTimerType(Qt::PreciseTimer);
+    pause->setInterval(pauseMs);
+    QObject::connect(pause, SIGNAL(timeout()), m_widget, slot);
 }
 
 void IWizardWidget::stopListening(IDeviceDataCallback *page)

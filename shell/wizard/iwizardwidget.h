@@ -6,6 +6,7 @@
 
 class ConnectionsDialog;
 class IDeviceDataCallback;
+class QTimer;
 class QWidget;
 
 /// One page of a way to connect drives. The list of drives it works on moves from page to page.
@@ -33,6 +34,9 @@ protected:
     /// Neither is owned: `widget` is the page itself, and the dialog owns the page.
     IWizardWidget(QWidget *widget, ConnectionsDialog *dialog);
 
+    /// Makes a timer the pause that the bus gets before the page asks for the next port or drive, with a slot
+    /// of the page.
+    void preparePause(QTimer *pause, const char *slot);
     /// The page wants no more news of the transaction that it has asked for.
     void stopListening(IDeviceDataCallback *page);
 

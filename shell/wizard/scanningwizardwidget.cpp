@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr int pauseBetweenPortsMs = 200;
-constexpr int stretch = 100;
 constexpr int textIndent = 4;
 
 } // namespace
@@ -28,10 +26,7 @@ ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
     , m_ui(std::make_unique<Ui::ScanningWizardWidget>())
 {
     m_ui->setupUi(this);
-    m_pause.setSingleShot(true);
-    m_pause.setTimerType(Qt::PreciseTimer);
-    m_pause.setInterval(pauseBetweenPortsMs);
-    connect(&m_pause, SIGNAL(timeout()), SLOT(scanDevice()));
+    preparePause(&m_pause, SLOT(scanDevice()));
 }
 
 ScanningWizardWidget::~ScanningWizardWidget()
@@ -92,7 +87,7 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
     row.abort->hide();
     connect(row.abort, SIGNAL(clicked()), SLOT(abortScanning()));
     layout->addWidget(row.abort);
-    layout->addStretch(stretch);
+    WizardRows::endRow(layout);
     m_rows.append(row);
 }
 
@@ -148,8 +143,7 @@ void ScanningWizardWidget::DeviceUpdate(const Z7Device &device)
     const int found = countFoundOnPort(device.portInfo.portName());
     const Row &row = m_rows.at(m_currentPort);
     row.text->setText(connectionText("NDevicesFound", "%1 Gerät(e) erkannt").arg(found));
-    row.status->setPixmap(
-        PageStyle::smallPixmap(found > 0 ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
+    WizardRows::showOutcome(row.status, found > 0);
 }
 
 int ScanningWizardWidget::countFoundOnPort(const QString &portName) const

@@ -24,9 +24,9 @@ QString portText(const QSerialPortInfo &port)
 
 } // namespace
 
-ScanPortWizardWidget::ScanPortWizardWidget(bool manual, ConnectionsDialog *dialog)
+ScanPortWizardWidget::ScanPortWizardWidget(Way way, ConnectionsDialog *dialog)
     : IWizardWidget(this, dialog)
-    , m_manual(manual)
+    , m_way(way)
     , m_ui(std::make_unique<Ui::ScanPortWizardWidget>())
 {
     m_ui->setupUi(this);
@@ -41,7 +41,7 @@ ScanPortWizardWidget::ScanPortWizardWidget(bool manual, ConnectionsDialog *dialo
     m_ui->EdPassword->setText(QStringLiteral("0"));
     for (QWidget *widget : {static_cast<QWidget *>(m_ui->LAdress), static_cast<QWidget *>(m_ui->EdAdress),
              static_cast<QWidget *>(m_ui->LPassword), static_cast<QWidget *>(m_ui->EdPassword)})
-        widget->setVisible(manual);
+        widget->setVisible(m_way == Manual);
 }
 
 ScanPortWizardWidget::~ScanPortWizardWidget() = default;
@@ -63,7 +63,7 @@ bool ScanPortWizardWidget::leavePage()
     if (m_ui->cbPorts->currentIndex() < 0)
         return false;
     Z7Device device(m_ui->cbPorts->currentData().value<QSerialPortInfo>());
-    if (m_manual) {
+    if (m_way == Manual) {
         device.assignAddress(m_ui->EdAdress->text().toInt());
         device.setPassword(m_ui->EdPassword->text().toInt());
     }

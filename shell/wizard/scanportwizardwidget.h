@@ -17,7 +17,12 @@ class ScanPortWizardWidget : public QWidget, public IWizardWidget
     Q_OBJECT
 
 public:
-    ScanPortWizardWidget(bool manual, ConnectionsDialog *dialog);
+    enum Way {
+        PortOnly,
+        Manual, ///< asks for address and password too
+    };
+
+    ScanPortWizardWidget(Way way, ConnectionsDialog *dialog);
     ~ScanPortWizardWidget() override;
 
     void enterPage() override;
@@ -29,6 +34,6 @@ public slots:
     void updatePorts();
 
 private:
-    const bool m_manual;
+    const Way m_way;
     const std::unique_ptr<Ui::ScanPortWizardWidget> m_ui;
 };

@@ -1,5 +1,7 @@
 #include "shell/wizard/wizardrows.h"
 
+#include "pages/pagestyle.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -10,6 +12,7 @@ namespace WizardRows {
 namespace {
 
 constexpr int rowMargin = 2;
+constexpr int stretch = 100;
 
 } // namespace
 
@@ -27,6 +30,17 @@ void removeRows(QBoxLayout *rows)
 {
     while (const std::unique_ptr<QLayoutItem> item {rows->takeAt(0)})
         delete item->widget();
+}
+
+void endRow(QHBoxLayout *row)
+{
+    row->addStretch(stretch);
+}
+
+void showOutcome(QLabel *status, bool isGood)
+{
+    status->setPixmap(
+        PageStyle::smallPixmap(isGood ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
 }
 
 QLabel *addLabel(QHBoxLayout *row, const QString &text)

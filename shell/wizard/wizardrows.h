@@ -20,6 +20,10 @@ constexpr int statusHeight = 16;
 QHBoxLayout *addRow(QBoxLayout *rows);
 /// Takes all rows out and deletes them.
 void removeRows(QBoxLayout *rows);
+/// Ends a row: what is in it keeps to the left.
+void endRow(QHBoxLayout *row);
+/// Shows in a row's label whether its port or drive has answered as it should.
+void showOutcome(QLabel *status, bool isGood);
 /// Adds a label of one line to a row. Its text is shown as it stands, whatever a port calls itself.
 QLabel *addLabel(QHBoxLayout *row, const QString &text);
 

@@ -133,7 +133,9 @@ std::unique_ptr<Page> TestWizardOutOfTurn::show(
 std::unique_ptr<ConfirmConnectionWizardWidget> TestWizardOutOfTurn::confirmPage(
     const QList<Z7Device> &devices) const
 {
-    return show(std::make_unique<ConfirmConnectionWizardWidget>(false, bench->dialog), devices);
+    return show(std::make_unique<ConfirmConnectionWizardWidget>(
+                    ConfirmConnectionWizardWidget::EachDrive, bench->dialog),
+        devices);
 }
 
 std::unique_ptr<ScanningWizardWidget> TestWizardOutOfTurn::scanningPage(const QList<Z7Device> &devices) const
@@ -197,7 +199,7 @@ void TestWizardOutOfTurn::pageWithoutRowsTakesAnyNews_data()
 void TestWizardOutOfTurn::pageWithoutRowsTakesAnyNews()
 {
     QFETCH(bool, isEntered);
-    ConfirmConnectionWizardWidget confirm(false, bench->dialog);
+    ConfirmConnectionWizardWidget confirm(ConfirmConnectionWizardWidget::EachDrive, bench->dialog);
     ScanningWizardWidget scanning(bench->dialog);
     const QList<IWizardWidget *> pages {&confirm, &scanning};
     for (IWizardWidget *page : pages) {
@@ -299,7 +301,7 @@ void TestWizardOutOfTurn::abortBetweenTwoPortsEndsScan()
 // A coarse timer may come 5 % early or late.
 void TestWizardOutOfTurn::pauseIsPrecise()
 {
-    const ConfirmConnectionWizardWidget confirm(false, bench->dialog);
+    const ConfirmConnectionWizardWidget confirm(ConfirmConnectionWizardWidget::EachDrive, bench->dialog);
     const ScanningWizardWidget scanning(bench->dialog);
     for (const QWidget *page :
         {static_cast<const QWidget *>(&confirm), static_cast<const QWidget *>(&scanning)}) {
