@@ -106,10 +106,10 @@ void MainWindow::SaveFileAs()
         this, commonText("SaveFile", "Datei speichern"), QDir::currentPath(), parameterFileFilter());
     if (path.isNull())
         return;
-    Z7DeviceParamSet changes;
-    m_controller->currentUserParams(changes);
+    m_fileParams = Z7DeviceParamSet();
+    m_controller->currentUserParams(m_fileParams);
     showFileError(Z7Services::instance()->saveParameterFile(
-        withSuffix(path), m_controller->currentDeviceRecord(), changes));
+        withSuffix(path), m_controller->currentDeviceRecord(), m_fileParams));
 }
 
 void MainWindow::SaveFile()
@@ -125,6 +125,7 @@ void MainWindow::OpenFile()
         return;
     Z7ParameterFile *file = Z7Services::instance()->newParameterFile();
     showFileError(file->load(path));
+    m_fileParams = file->userParams();
 
     // A dialog for each file. One that was used before stays a child of the window.
     m_deviceSelectionDialog = new DeviceSelectionDialog(this);
@@ -139,8 +140,7 @@ void MainWindow::OpenFile()
 
 void MainWindow::setParameterFileToDevice(int deviceID)
 {
-    if (const Z7ParameterFile *file = Z7Services::instance()->parameterFile())
-        m_controller->setUserParams(deviceID, file->userParams());
+    m_controller->setUserParams(deviceID, m_fileParams);
 }
 
 // --- actions on several drives ---

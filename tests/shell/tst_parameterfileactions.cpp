@@ -83,6 +83,7 @@ private slots:
     void nothingIsSentToDrives();
     void eachOpeningHasItsOwnDialog();
     void dialogOfFileServesLaterActionsToo();
+    void savedChangesTakePlaceOfOpenedFile();
     void brokenFileShowsReadersErrorAndStaysUsable();
     void fileThatCannotBeReadGetsBox();
 
@@ -375,6 +376,23 @@ void TestParameterFileActions::dialogOfFileServesLaterActionsToo()
     ui->pick({0});
     // Only the file's values are put into the field, the defaults come after them.
     QCOMPARE(ui->userValue(), QStringLiteral("777"));
+    QCOMPARE(ui->pendingValue(3), QStringLiteral("1200"));
+}
+
+void TestParameterFileActions::savedChangesTakePlaceOfOpenedFile()
+{
+    WorkingFolder::write("a.z7param", parameterFile("V123"));
+    open("a.z7param");
+    press(ui->selection(), "BtnAbort");
+    ui->change("555");
+    {
+        const FileDialogUser user(QStringLiteral("b.z7param"));
+        ui->press("BtnSaveAs");
+    }
+    // The dialog of the file serves this action too, and no control leads to it.
+    QMetaObject::invokeMethod(ui->window.get(), "SetDefaultValues");
+    ui->pick({0});
+    QCOMPARE(ui->userValue(), QStringLiteral("555"));
     QCOMPARE(ui->pendingValue(3), QStringLiteral("1200"));
 }
 
