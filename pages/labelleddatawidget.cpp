@@ -13,9 +13,10 @@
 
 namespace {
 
-/// Each record connects the field to the mapper once more, so that one keystroke may be reported more than
-/// once, with the same result. Twice shows all that a thousand times would; a page that is watched for a
-/// working day must not grow slower by every record.
+/// The first record of a showing connects a field to the mapper and the second does so again, so that a
+/// keystroke is reported twice from then on. That is meant: a report says what the field holds, and whoever
+/// hears it has to take it any number of times. Each further record would go on like this; the line is drawn
+/// at two, since a page that is watched for a working day must not grow slower by every record.
 constexpr int mostConnections = 2;
 
 QString paramStem(int number)
