@@ -1,8 +1,8 @@
 #include "tests/control/testedcontroller.h"
 
 #include "pages/pagefactory.h"
-
-#include <QTest>
+#include "tests/support/person.h"
+#include "tests/support/tablerows.h"
 
 namespace {
 
@@ -106,33 +106,25 @@ QTableWidget *TestedController::table() const
     return content.findChild<QTableWidget *>(QStringLiteral("ParameterTable"));
 }
 
-int TestedController::tableRow(int number) const
-{
-    const QList<QTableWidgetItem *> found = table()->findItems(QString::number(number), Qt::MatchExactly);
-    return found.isEmpty() || found.first()->column() != 0 ? -1 : found.first()->row();
-}
-
 QString TestedController::tableText(int number, int column) const
 {
-    const QTableWidgetItem *item = table()->item(tableRow(number), column);
+    const QTableWidgetItem *item = table()->item(tableRow(*table(), number), column);
     return item ? item->text() : QString();
 }
 
 QLineEdit *TestedController::tableField(int number) const
 {
-    constexpr int userColumn = 4;
-    return qobject_cast<QLineEdit *>(table()->cellWidget(tableRow(number), userColumn));
+    return ::tableField(*table(), number);
 }
 
-void TestedController::typeInTable(int number, const QString &text) const
+bool TestedController::typeInTable(int number, const QString &text) const
 {
-    QTest::keyClicks(tableField(number), text);
+    return Person::typeAtEnd(tableField(number), text);
 }
 
-void TestedController::emptyInTable(int number) const
+bool TestedController::emptyInTable(int number) const
 {
-    QTest::keyClick(tableField(number), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(tableField(number), Qt::Key_Delete);
+    return Person::empty(tableField(number));
 }
 
 QString TestedController::userChanges() const

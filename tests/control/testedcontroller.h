@@ -78,8 +78,8 @@ public:
     QString tableText(int number, int column) const;
     /// The user's field in the shown parameter table; null without such a row.
     QLineEdit *tableField(int number) const;
-    void typeInTable(int number, const QString &text) const;
-    void emptyInTable(int number) const;
+    bool typeInTable(int number, const QString &text) const;
+    bool emptyInTable(int number) const;
 
     /// The user's changes of the current drive as "11=5 30=7"; "none" if there are none.
     QString userChanges() const;
@@ -98,7 +98,6 @@ public:
 
 private:
     QTableWidget *table() const;
-    int tableRow(int number) const;
 };
 
 /// A drive of version V123 at this address, connected and open, its address being its password.

@@ -2,6 +2,7 @@
 
 #include "tests/control/testedcontroller.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <optional>
 
@@ -107,7 +108,7 @@ void TestConflictQuestion::buttonsAreOffWhileQuestionStands()
     bool workedDuringTheQuestion = true;
     const MessageBoxAnswerer user([&](QMessageBox *box) {
         workedDuringTheQuestion = tested->mainContent.buttonsWork;
-        QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+        Person::press(box->button(QMessageBox::No));
     });
     write();
     QCOMPARE(user.count(), 1);

@@ -1,6 +1,7 @@
 // Two drives in the list, one of them shown: what is true of the one never stands on the page of the other.
 
 #include "tests/control/testedcontroller.h"
+#include "tests/support/person.h"
 
 #include <QTest>
 
@@ -178,7 +179,7 @@ void TestTwoDrives::fileForOtherDriveLeavesNoRowInTable()
 void TestTwoDrives::fileForOtherDriveLeavesCurveFields()
 {
     tested->showPage(curve, id3);
-    QTest::keyClicks(field("edValX1_User"), "7");
+    QVERIFY(Person::type(field("edValX1_User"), "7"));
     controller().setUserParams(id4, changes({userChange(11, 99), userChange(12, 100)}));
     QCOMPARE(field("edValX1_User")->text(), QStringLiteral("7"));
     QCOMPARE(field("edValX2_User")->text(), QString());
@@ -197,7 +198,7 @@ void TestTwoDrives::discardOnOtherDriveLeavesFieldsOfShownOne()
 void TestTwoDrives::addressTypedForShownDriveSurvivesFileForOther()
 {
     tested->showPage(busAddress, id3);
-    QTest::keyClicks(field("edParam0x52User"), "77");
+    QVERIFY(Person::type(field("edParam0x52User"), "77"));
     controller().setUserParams(id4, changes({userChange(11, 99)}));
     QCOMPARE(field("edParam0x52User")->text(), QStringLiteral("77"));
 }

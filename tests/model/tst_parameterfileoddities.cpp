@@ -3,11 +3,9 @@
 
 #include "model/parameterfile.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 using Kind = ParameterFileOddity::Kind;
 Q_DECLARE_METATYPE(ParameterFileOddity)
@@ -63,14 +61,11 @@ QByteArray parameter(const QByteArray &number, const QByteArray &value)
 
 } // namespace
 
-class TestParameterFileOddities : public QObject
+class TestParameterFileOddities : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { m_folder.reset(); }
-
     void fileOfThisProgramHasNone();
     void oddParameterIsListedWithItsLine_data();
     void oddParameterIsListedWithItsLine();
@@ -88,12 +83,11 @@ private slots:
     void openingFileLooksUpNoSentence();
 
 private:
-    std::optional<WorkingFolder> m_folder;
+    void prepare() override;
 };
 
-void TestParameterFileOddities::init()
+void TestParameterFileOddities::prepare()
 {
-    m_folder.emplace();
     defineParameters();
 }
 

@@ -87,7 +87,6 @@ private slots:
     void sentenceOnInputsComesFromLanguageFile();
 
 private:
-private:
     void prepare() override;
 };
 

@@ -9,7 +9,7 @@
 #include <QStringList>
 #include <QTest>
 
-// What the tests of the pages share: definitions, records of drives, and a person at the keyboard.
+// What the tests of the pages share: definitions, records of drives, and what a person gets back.
 
 /// Makes parameters known in a version, each as its line in a definition file.
 inline void defineParameters(const QString &version, const QStringList &lines)
@@ -39,19 +39,6 @@ inline Z7Device deviceWith(const QList<Z7DeviceParam> &params)
     Z7Device device;
     device.setParameterSet(paramSet(params));
     return device;
-}
-
-/// Marks all that stands in a field and deletes it.
-inline void emptyByHand(QLineEdit *field)
-{
-    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(field, Qt::Key_Delete);
-}
-
-/// Types a text into a field after its last character.
-inline void type(QLineEdit *field, const QString &text)
-{
-    QTest::keyClicks(field, text);
 }
 
 /// What stands in a field once a person has pressed the keys for undo and redo: another text than before if

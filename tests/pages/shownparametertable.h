@@ -2,13 +2,10 @@
 
 #include "pages/parametertabledialog.h"
 #include "tests/pages/pagetests.h"
+#include "tests/support/tablerows.h"
 
 #include <QIntValidator>
 #include <QTableWidget>
-
-namespace TableColumn {
-enum { Number, Name, DeviceValue, Unit, UserValue, Remark, Count };
-}
 
 /// The parameter table as the controller shows it for a drive, and what a person sees in it.
 class ShownParameterTable
@@ -30,15 +27,12 @@ public:
     }
 
     /// The row of a parameter; -1 if the table has none.
-    int row(int number) const { return column(TableColumn::Number).indexOf(QString::number(number)); }
+    int row(int number) const { return tableRow(*table, number); }
     QTableWidgetItem *cell(int number, int column) const { return table->item(row(number), column); }
     QString text(int number, int column) const { return cell(number, column)->text(); }
     QString remark(int number) const { return text(number, TableColumn::Remark); }
     QColor ground(int number, int column) const { return cell(number, column)->background().color(); }
-    QLineEdit *field(int number) const
-    {
-        return qobject_cast<QLineEdit *>(table->cellWidget(row(number), TableColumn::UserValue));
-    }
+    QLineEdit *field(int number) const { return tableField(*table, number); }
     QColor fieldGround(int number) const { return field(number)->palette().color(QPalette::Base); }
     QString header(int column) const { return table->horizontalHeaderItem(column)->text(); }
 

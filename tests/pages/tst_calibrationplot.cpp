@@ -2,6 +2,7 @@
 
 #include "tests/pages/curvepage.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QLayout>
 
@@ -221,19 +222,19 @@ void TestCalibrationPlot::verticalAxisLeavesOneTenth()
 void TestCalibrationPlot::verticalAxisReachesOverBothCurves()
 {
     curve->showFor(curve->drive({200, 500, 800, 20, 20, 20, 20, 30}));
-    type(curve->field("Y1"), "90");
+    QVERIFY(Person::type(curve->field("Y1"), "90"));
     QCOMPARE(verticalAxis(), QwtInterval(18, 99));
-    type(curve->field("Y0"), "10");
+    QVERIFY(Person::type(curve->field("Y0"), "10"));
     QCOMPARE(verticalAxis(), QwtInterval(9, 99));
-    emptyByHand(curve->field("Y1"));
-    type(curve->field("Y4"), "20");
+    QVERIFY(Person::empty(curve->field("Y1")));
+    QVERIFY(Person::type(curve->field("Y4"), "20"));
     QCOMPARE(verticalAxis(), QwtInterval(9, 33));
 }
 
 void TestCalibrationPlot::horizontalAxisIsRangeOfInput()
 {
     curve->showFor(curve->drive({1200, 1500, 1800, 1, 2, 3, 4, 5}));
-    type(curve->field("X1"), "900");
+    QVERIFY(Person::type(curve->field("X1"), "900"));
     QCOMPARE(plot->axisInterval(QwtPlot::xBottom), QwtInterval(0, 1023));
 }
 
@@ -272,7 +273,7 @@ void TestCalibrationPlot::typingMovesOnlyUsersCurve()
     Points wanted = devicePoints;
     QPointF &moved = wanted[QString(place.at(1)).toInt()];
     (place.startsWith('X') ? moved.rx() : moved.ry()) = 42;
-    type(curve->field(place), "42");
+    QVERIFY(Person::type(curve->field(place), "42"));
     QCOMPARE(pointsOf(userCurve()), wanted);
     QCOMPARE(pointsOf(deviceCurve()), devicePoints);
 }
@@ -280,15 +281,15 @@ void TestCalibrationPlot::typingMovesOnlyUsersCurve()
 void TestCalibrationPlot::emptiedFieldIsBackOnDevicesCurve()
 {
     curve->showFor(curve->drive());
-    type(curve->field("Y3"), "42");
-    emptyByHand(curve->field("Y3"));
+    QVERIFY(Person::type(curve->field("Y3"), "42"));
+    QVERIFY(Person::empty(curve->field("Y3")));
     QCOMPARE(pointsOf(userCurve()), pointsOf(deviceCurve()));
 }
 
 void TestCalibrationPlot::loneSignIsDrawnAsZero()
 {
     curve->showFor(curve->drive());
-    type(curve->field("Y3"), curve->data.lowestY < 0 ? "-" : "+");
+    QVERIFY(Person::type(curve->field("Y3"), curve->data.lowestY < 0 ? "-" : "+"));
     QCOMPARE(pointsOf(userCurve()).at(3), QPointF(800, 0));
     QCOMPARE(curve->reports(), 0);
 }
@@ -306,7 +307,7 @@ void TestCalibrationPlot::keystrokeIsSeenInDrawing()
     curve->showFor(curve->drive());
     QVERIFY(QTest::qWaitForWindowExposed(curve->page.get()));
     const QImage before = plot->canvas()->grab().toImage();
-    type(curve->field("X2"), "9");
+    QVERIFY(Person::type(curve->field("X2"), "9"));
     QVERIFY(plot->canvas()->grab().toImage() != before);
 }
 
@@ -322,7 +323,7 @@ void TestCalibrationPlot::restoredUserValuesAreDrawnAtNextUpdate()
 void TestCalibrationPlot::clearedUserValuesAreDrawnUntilNextUpdate()
 {
     curve->showFor(curve->drive());
-    type(curve->field("Y2"), "42");
+    QVERIFY(Person::type(curve->field("Y2"), "42"));
     curve->page->clearUserValues();
     QCOMPARE(pointsOf(userCurve()).at(2), QPointF(500, 42));
     curve->page->DeviceUpdate(curve->drive());
@@ -337,7 +338,7 @@ void TestCalibrationPlot::curvesReadSamplesWhereTheyLie()
     const auto userArrays = arraysOf(userCurve());
     QVERIFY(deviceArrays.first && deviceArrays.first != userArrays.first);
     QVERIFY(userArrays.second && deviceArrays.second != userArrays.second);
-    type(curve->field("Y2"), "42");
+    QVERIFY(Person::type(curve->field("Y2"), "42"));
     curve->page->DeviceUpdate(curve->drive());
     curve->showFor(curve->drive());
     QCOMPARE(arraysOf(deviceCurve()), deviceArrays);

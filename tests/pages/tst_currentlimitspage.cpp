@@ -2,6 +2,7 @@
 
 #include "tests/pages/shownpage.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <optional>
 
@@ -64,7 +65,7 @@ void TestCurrentLimitsPage::typingInOneFieldFillsOther()
 {
     QFETCH(QString, typedInto);
     QFETCH(QString, other);
-    type(shown->field(typedInto), "12");
+    QVERIFY(Person::type(shown->field(typedInto), "12"));
     QCOMPARE(shown->field(other)->text(), QStringLiteral("12"));
     QCOMPARE(lastReported(shown->modified).number, 0x36);
     QCOMPARE(lastReported(shown->modified).value, 12);
@@ -82,9 +83,9 @@ void TestCurrentLimitsPage::noReportBearsPrivateNumber()
     QFETCH(int, laterRecords);
     for (int record = 0; record < laterRecords; ++record)
         shown->page->DeviceUpdate(driveWith({readParam(0x36, record)}));
-    type(upper, "1");
-    type(lower, "2");
-    emptyByHand(lower);
+    QVERIFY(Person::type(upper, "1"));
+    QVERIFY(Person::type(lower, "2"));
+    QVERIFY(Person::empty(lower));
     for (const QSignalSpy *spy : {&shown->modified, &shown->deleted}) {
         QVERIFY(!spy->isEmpty());
         for (const auto &report : *spy)
@@ -94,8 +95,8 @@ void TestCurrentLimitsPage::noReportBearsPrivateNumber()
 
 void TestCurrentLimitsPage::emptyingOneFieldEmptiesOtherAndWithdrawsChange()
 {
-    type(upper, "12");
-    emptyByHand(lower);
+    QVERIFY(Person::type(upper, "12"));
+    QVERIFY(Person::empty(lower));
     QCOMPARE(upper->text(), QString());
     QCOMPARE(lastReported(shown->deleted).number, 0x36);
 }
@@ -110,7 +111,7 @@ void TestCurrentLimitsPage::userValueComesBackIntoBothFields()
 
 void TestCurrentLimitsPage::clearingEmptiesBothFields()
 {
-    type(upper, "12");
+    QVERIFY(Person::type(upper, "12"));
     shown->page->clearUserValues();
     QCOMPARE(upper->text() + lower->text(), QString());
     QCOMPARE(shown->deleted.count(), 0);
@@ -118,7 +119,7 @@ void TestCurrentLimitsPage::clearingEmptiesBothFields()
 
 void TestCurrentLimitsPage::loneSignInOneFieldReportsNothing()
 {
-    type(lower, "-");
+    QVERIFY(Person::type(lower, "-"));
     QCOMPARE(upper->text(), QStringLiteral("-"));
     QCOMPARE(shown->modified.count() + shown->deleted.count(), 0);
 }

@@ -1,6 +1,8 @@
 // The firmware update up to the programmer: its texts, its checks, its question and its stages.
 
 #include "tests/pages/firmwarepage.h"
+#include "tests/support/looks.h"
+#include "tests/support/person.h"
 
 #include <optional>
 #include <sys/stat.h>
@@ -138,11 +140,9 @@ void TestFirmwarePage::emptyIntroductionIsNotHidden()
 
 void TestFirmwarePage::buttonsBearTheirIcons()
 {
-    const auto picture = [](const QIcon &icon) { return icon.pixmap(24, 24).toImage(); };
-    QCOMPARE(picture(user().fileButton()->icon()),
-        picture(QIcon(QStringLiteral(":/images/open-file-icon_24px.png"))));
-    QCOMPARE(picture(user().startButton()->icon()),
-        picture(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png"))));
+    QCOMPARE(Looks::image(user().fileButton()->icon()), Looks::image(":/images/open-file-icon_24px.png"));
+    QCOMPARE(
+        Looks::image(user().startButton()->icon()), Looks::image(":/images/Files-Upload-File-icon_24px.png"));
     QVERIFY(!user().fileButton()->icon().isNull() && !user().startButton()->icon().isNull());
 }
 
@@ -176,7 +176,7 @@ void TestFirmwarePage::fileIsPickedInDialog()
     page->folder.write("image.bin", "firmware");
     page->showWithDrives(1);
     const FileDialogUser dialog("image.bin");
-    QTest::mouseClick(user().fileButton(), Qt::LeftButton);
+    QVERIFY(Person::press(user().fileButton()));
     QCOMPARE(dialog.count(), 1);
     QCOMPARE(dialog.title(), QStringLiteral("Datei öffnen"));
     QCOMPARE(dialog.folder(), QDir::currentPath());
@@ -371,9 +371,9 @@ void TestFirmwarePage::outputIsClearedBeforeQuestion()
     QString logAtTheQuestion = "no question";
     const MessageBoxAnswerer answerer([&](QMessageBox *box) {
         logAtTheQuestion = user().log();
-        QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+        Person::press(box->button(QMessageBox::No));
     });
-    QTest::mouseClick(user().startButton(), Qt::LeftButton);
+    QVERIFY(Person::press(user().startButton()));
     QCOMPARE(logAtTheQuestion, QString());
 }
 
@@ -391,7 +391,7 @@ void TestFirmwarePage::anotherAnswerThanYesLeavesAllButOutputAsItWas()
     page->showWithDrives(1);
     user().choose("image.bin");
     const MessageBoxAnswerer answerer([key](QMessageBox *box) { QTest::keyClick(box, Qt::Key(key)); });
-    QTest::mouseClick(user().startButton(), Qt::LeftButton);
+    QVERIFY(Person::press(user().startButton()));
     QCOMPARE(answerer.count(), 1);
     QCOMPARE(user().log(), QString());
     QCOMPARE(user().stage(), Stage::idle);

@@ -1,6 +1,7 @@
 // The stages of a firmware update as the page shows them, up to the moment that the programmer is to start.
 
 #include "tests/pages/firmwarepage.h"
+#include "tests/support/person.h"
 
 #include <optional>
 
@@ -249,7 +250,7 @@ void TestFirmwareStages::everyTextIsInUsersLanguage()
     QCOMPARE(user().start(QMessageBox::Ok).text, QStringLiteral("<UnableToOpenFirmwareFile>"));
     page->folder.write("image.bin", "firmware");
     const FileDialogUser dialog("image.bin");
-    QTest::mouseClick(user().fileButton(), Qt::LeftButton);
+    QVERIFY(Person::press(user().fileButton()));
     QCOMPARE(dialog.title(), QStringLiteral("<OpenFile>"));
     QCOMPARE(dialog.filters(), QStringList("<Z7FirmwareFile> (*.bin)"));
     const SeenMessageBox refusal = user().start(QMessageBox::Ok);

@@ -2,6 +2,7 @@
 
 #include "tests/pages/labelledpage.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <optional>
 
@@ -72,7 +73,7 @@ void TestLabelledPage::tidyUp()
 
 void TestLabelledPage::typedNumberIsReportedAsChange()
 {
-    type(page->field("Param0x03"), "200");
+    QVERIFY(Person::type(page->field("Param0x03"), "200"));
     QCOMPARE(lastReported(*modified).number, 3);
     QCOMPARE(lastReported(*modified).value, 200);
     QVERIFY(lastReported(*modified).hasValue);
@@ -85,7 +86,7 @@ void TestLabelledPage::reportBearsNothingButNumberAndValue()
     failed.error = 6;
     failed.conflict = failed.writeFailed = failed.accessDenied = true;
     page->newDeviceParam(failed);
-    type(page->field("Param0x03"), "9");
+    QVERIFY(Person::type(page->field("Param0x03"), "9"));
     const Z7DeviceParam reported = lastReported(*modified);
     QCOMPARE(reported.error, 0);
     QVERIFY(!reported.valid && !reported.conflict && !reported.writeFailed && !reported.accessDenied);
@@ -93,16 +94,16 @@ void TestLabelledPage::reportBearsNothingButNumberAndValue()
 
 void TestLabelledPage::reportTellsSignOfDefinition()
 {
-    type(page->field("Param0x03"), "200");
+    QVERIFY(Person::type(page->field("Param0x03"), "200"));
     QCOMPARE(lastReported(*modified).isUnsigned, 1);
-    type(page->field("Param0x1E"), "-200");
+    QVERIFY(Person::type(page->field("Param0x1E"), "-200"));
     QCOMPARE(lastReported(*modified).isUnsigned, 0);
     QCOMPARE(lastReported(*modified).value, -200);
 }
 
 void TestLabelledPage::eachKeystrokeReportsNumberSoFar()
 {
-    type(page->field("Param0x03"), "123");
+    QVERIFY(Person::type(page->field("Param0x03"), "123"));
     QList<int> values;
     for (const QList<QVariant> &report : qAsConst(*modified))
         values.append(report.first().value<Z7DeviceParam>().value);
@@ -111,9 +112,9 @@ void TestLabelledPage::eachKeystrokeReportsNumberSoFar()
 
 void TestLabelledPage::emptiedFieldWithdrawsChange()
 {
-    type(page->field("Param0x1E"), "200");
+    QVERIFY(Person::type(page->field("Param0x1E"), "200"));
     modified->clear();
-    emptyByHand(page->field("Param0x1E"));
+    QVERIFY(Person::empty(page->field("Param0x1E")));
     QCOMPARE(modified->count(), 0);
     QCOMPARE(deleted->count(), 1);
     QCOMPARE(lastReported(*deleted).number, 0x1E);
@@ -124,7 +125,7 @@ void TestLabelledPage::emptiedFieldWithdrawsChange()
 
 void TestLabelledPage::loneMinusSignReportsNothing()
 {
-    type(page->field("Param0x1E"), "-");
+    QVERIFY(Person::type(page->field("Param0x1E"), "-"));
     QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("-"));
     QCOMPARE(modified->count(), 0);
     QCOMPARE(deleted->count(), 0);
@@ -132,20 +133,20 @@ void TestLabelledPage::loneMinusSignReportsNothing()
 
 void TestLabelledPage::numberBelowMinimumIsStillReported()
 {
-    type(page->field("Param0x03"), "5");
+    QVERIFY(Person::type(page->field("Param0x03"), "5"));
     QCOMPARE(lastReported(*modified).value, 5);
 }
 
 void TestLabelledPage::letterIsNotTaken()
 {
-    type(page->field("Param0x03"), "x");
+    QVERIFY(!Person::type(page->field("Param0x03"), "x"));
     QCOMPARE(page->field("Param0x03")->text(), QString());
     QCOMPARE(modified->count(), 0);
 }
 
 void TestLabelledPage::fieldOfAnotherNameReportsItsParameter()
 {
-    type(page->field("Revolution"), "42");
+    QVERIFY(Person::type(page->field("Revolution"), "42"));
     QCOMPARE(lastReported(*modified).number, 0x3C);
     QCOMPARE(lastReported(*modified).value, 42);
 }
@@ -160,21 +161,21 @@ void TestLabelledPage::numberThatIsNoneOfPagesReportsNothing()
 void TestLabelledPage::keystrokeBeforeFirstDeviceValueReportsNothing()
 {
     page->initPage();
-    type(page->field("Param0x03"), "200");
+    QVERIFY(Person::type(page->field("Param0x03"), "200"));
     QCOMPARE(page->field("Param0x03")->text(), QStringLiteral("200"));
     QCOMPARE(modified->count(), 0);
 }
 
 void TestLabelledPage::oneRecordReportsKeystrokeOnce()
 {
-    type(page->field("Param0x03"), "7");
+    QVERIFY(Person::type(page->field("Param0x03"), "7"));
     QCOMPARE(modified->count(), 1);
 }
 
 void TestLabelledPage::laterRecordsRepeatSameReport()
 {
     page->DeviceUpdate(pageDrive());
-    type(page->field("Param0x03"), "7");
+    QVERIFY(Person::type(page->field("Param0x03"), "7"));
     QCOMPARE(modified->count(), 2);
     for (const QList<QVariant> &report : qAsConst(*modified))
         QCOMPARE(report.first().value<Z7DeviceParam>().value, 7);
@@ -184,7 +185,7 @@ void TestLabelledPage::dayOfRecordsReportsKeystrokeNoMoreThanTwice()
 {
     for (int record = 0; record < 1000; ++record)
         page->DeviceUpdate(pageDrive());
-    type(page->field("Param0x03"), "7");
+    QVERIFY(Person::type(page->field("Param0x03"), "7"));
     QCOMPARE(modified->count(), 2);
 }
 
@@ -192,7 +193,7 @@ void TestLabelledPage::newShowingReportsKeystrokeOnceAgain()
 {
     page->DeviceUpdate(pageDrive());
     page->showFor(pageDrive());
-    type(page->field("Param0x03"), "7");
+    QVERIFY(Person::type(page->field("Param0x03"), "7"));
     QCOMPARE(modified->count(), 1);
 }
 
@@ -221,7 +222,7 @@ void TestLabelledPage::userValueOfAnotherPageLeavesFields()
 void TestLabelledPage::typingIntoRestoredFieldIsReported()
 {
     page->newUserParam(readParam(3, 20));
-    type(page->field("Param0x03"), "1");
+    QVERIFY(Person::typeAtEnd(page->field("Param0x03"), "1"));
     QCOMPARE(lastReported(*modified).value, 201);
 }
 
@@ -245,9 +246,9 @@ void TestLabelledPage::pendingValueOfAnotherDriveCannotBeBroughtBack()
     QFETCH(QList<int>, own);
     QFETCH(QString, shown);
     QLineEdit *field = page->field("Param0x1E");
-    type(field, typed);
+    QVERIFY(Person::type(field, typed));
     if (emptied)
-        emptyByHand(field);
+        QVERIFY(Person::empty(field));
     page->showFor(pageDrive());
     for (const int value : own)
         page->newUserParam(readParam(30, value));
@@ -301,7 +302,7 @@ void TestLabelledPage::clearingReachesHiddenFieldOfReadOnlyParameter()
 
 void TestLabelledPage::userValueStaysWhileDeviceValuesChange()
 {
-    type(page->field("Param0x03"), "200");
+    QVERIFY(Person::type(page->field("Param0x03"), "200"));
     page->DeviceUpdate(deviceWith({readParam(3, 200)}));
     page->DeviceUpdate(deviceWith({readParam(3, 201)}));
     QCOMPARE(page->field("Param0x03")->text(), QStringLiteral("200"));
@@ -311,19 +312,19 @@ void TestLabelledPage::userValueStaysWhileDeviceValuesChange()
 
 void TestLabelledPage::textOfOneFieldAppearsInSecond()
 {
-    type(page->field("Param0x1E"), "-20");
+    QVERIFY(Person::type(page->field("Param0x1E"), "-20"));
     QCOMPARE(page->field("Param0x1E", "_2")->text(), QStringLiteral("-20"));
 }
 
 void TestLabelledPage::textOfSecondFieldAppearsInFirst()
 {
-    type(page->field("Param0x1E", "_2"), "-20");
+    QVERIFY(Person::type(page->field("Param0x1E", "_2"), "-20"));
     QCOMPARE(page->field("Param0x1E")->text(), QStringLiteral("-20"));
 }
 
 void TestLabelledPage::secondFieldReportsParameterOnce()
 {
-    type(page->field("Param0x1E", "_2"), "8");
+    QVERIFY(Person::type(page->field("Param0x1E", "_2"), "8"));
     QCOMPARE(modified->count(), 1);
     QCOMPARE(lastReported(*modified).number, 0x1E);
     QCOMPARE(lastReported(*modified).value, 8);
@@ -332,7 +333,7 @@ void TestLabelledPage::secondFieldReportsParameterOnce()
 void TestLabelledPage::emptiedSecondFieldWithdrawsChange()
 {
     page->newUserParam(readParam(30, 8));
-    emptyByHand(page->field("Param0x1E", "_2"));
+    QVERIFY(Person::empty(page->field("Param0x1E", "_2")));
     QCOMPARE(page->field("Param0x1E")->text(), QString());
     QCOMPARE(lastReported(*deleted).number, 0x1E);
     QCOMPARE(modified->count(), 0);

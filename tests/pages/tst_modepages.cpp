@@ -2,6 +2,7 @@
 
 #include "tests/pages/shownpage.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <limits>
 
@@ -286,7 +287,7 @@ void TestModePages::wordsFollowDriveAndNotUser()
 {
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
-    type(shown.field("edRevolutionN1User"), "1");
+    QVERIFY(Person::type(shown.field("edRevolutionN1User"), "1"));
     QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Position 1)"));
     shown.page->DeviceUpdate(driveWith({readParam(1, 1)}));
     QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Fest 1)"));
@@ -322,9 +323,7 @@ void TestModePages::fieldTakesAnyNumberBeforeFirstValue()
     shown.showFor(driveWith({}));
     QLineEdit *field = shown.field("ed" + widgets + "User");
     for (const int number : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        emptyByHand(field);
-        type(field, QString::number(number));
-        QCOMPARE(field->text(), QString::number(number));
+        QVERIFY(Person::type(field, QString::number(number)));
         QVERIFY(field->hasAcceptableInput());
     }
 }
@@ -334,11 +333,11 @@ void TestModePages::fieldTakesLimitsOfDefinition()
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
     QLineEdit *field = shown.field("edRevolutionN3User");
-    type(field, "-");
+    QVERIFY(!Person::type(field, "-"));
     QCOMPARE(field->text(), QString());
-    type(field, "2");
+    QVERIFY(Person::type(field, "2"));
     QVERIFY(field->hasAcceptableInput());
-    type(field, "5");
+    QVERIFY(!Person::typeAtEnd(field, "5"));
     QCOMPARE(field->text(), QStringLiteral("2"));
 }
 
@@ -348,10 +347,10 @@ void TestModePages::typedModeIsReported()
     ShownPage shown(OperationsMode);
     shown.showFor(modeDrive());
     QLineEdit *field = shown.field("ed" + widgets + "User");
-    type(field, "1");
+    QVERIFY(Person::type(field, "1"));
     QTEST(lastReported(shown.modified).number, "number");
     QCOMPARE(lastReported(shown.modified).value, 1);
-    emptyByHand(field);
+    QVERIFY(Person::empty(field));
     QTEST(lastReported(shown.deleted).number, "number");
 }
 
@@ -393,7 +392,7 @@ void TestModePages::clearedModeCannotBeBroughtBack()
     shown.showFor(modeDrive());
     QLineEdit *field = shown.field("ed" + widgets + "User");
     QCOMPARE(textAfterUndo(field), QString());
-    type(field, "2");
+    QVERIFY(Person::type(field, "2"));
     shown.showFor(modeDrive());
     QCOMPARE(textAfterUndo(field), QString());
 }

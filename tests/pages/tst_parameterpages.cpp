@@ -2,6 +2,7 @@
 
 #include "tests/pages/shownpage.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 using namespace PageNumber;
 
@@ -275,7 +276,7 @@ void TestParameterPages::typedValueIsReportedForItsParameter()
     ShownPage shown(page);
     defineAll(shown.page->paramIds());
     shown.showFor(driveWith({readParam(number, 5)}));
-    type(shown.field("ed" + stemOf(page, number) + "User"), "7");
+    QVERIFY(Person::type(shown.field("ed" + stemOf(page, number) + "User"), "7"));
     QCOMPARE(lastReported(shown.modified).number, number);
     QCOMPARE(lastReported(shown.modified).value, 7);
 }
@@ -313,7 +314,7 @@ void TestParameterPages::valueOfAnotherDriveCannotBeBroughtBack()
     defineAll(shown.page->paramIds());
     shown.showFor(driveWith({readParam(number, 5)}));
     QLineEdit *field = shown.field("ed" + stemOf(page, number) + "User");
-    type(field, "77");
+    QVERIFY(Person::type(field, "77"));
     shown.showFor(driveWith({readParam(number, 5)}));
     shown.modified.clear();
     QCOMPARE(textAfterUndo(field), QString());
@@ -387,7 +388,7 @@ void TestParameterPages::parameterThatDriveDoesNotReportProducesNoChange()
     ShownPage shown(Accelerations);
     defineAll(shown.page->paramIds());
     shown.showFor(driveWith({readParam(0x1A, 100)}));
-    type(shown.field("edParam0x1BUser"), "7");
+    QVERIFY(Person::type(shown.field("edParam0x1BUser"), "7"));
     QCOMPARE(shown.modified.count(), 0);
     QCOMPARE(shown.text("lParam0x1BDevice"), QStringLiteral("TextLabel"));
 }

@@ -2,6 +2,7 @@
 
 #include "tests/pages/shownparametertable.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 namespace {
 
@@ -54,7 +55,6 @@ private slots:
     void remarkOnWritingWaitsForNextRecord();
     void remarkOnWritingStaysUntilNextRecord();
 
-private:
 private:
     void prepare() override;
 };
@@ -120,7 +120,7 @@ void TestParameterTableRemarks::severalFindingsJoinInTheirOrder()
     })});
     drive.digitalInputs = 1;
     ShownParameterTable shown(drive);
-    type(shown.field(function), "7");
+    QVERIFY(Person::type(shown.field(function), "7"));
     shown.page.DeviceUpdate(drive);
     const QStringList findings {"(2)", "Der Parameter konnte nicht gelesen werden",
         "Der Parameter konnte nicht geschrieben werden",
@@ -192,7 +192,7 @@ void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileInputIsHi
     QFETCH(int, digitalInputs);
     QFETCH(QString, typed);
     ShownParameterTable shown(driveWithInputs(digitalInputs));
-    type(shown.field(number), typed);
+    QVERIFY(Person::type(shown.field(number), typed));
     shown.page.DeviceUpdate(driveWithInputs(digitalInputs));
     QTEST(shown.remark(number), "remark");
 }
@@ -200,16 +200,16 @@ void TestParameterTableRemarks::applicationFunctionCannotBeWrittenWhileInputIsHi
 void TestParameterTableRemarks::remarkOnWritingWaitsForNextRecord()
 {
     ShownParameterTable shown(driveWithInputs(0x01));
-    type(shown.field(function), "7");
+    QVERIFY(Person::type(shown.field(function), "7"));
     QCOMPARE(shown.remark(function), QString());
 }
 
 void TestParameterTableRemarks::remarkOnWritingStaysUntilNextRecord()
 {
     ShownParameterTable shown(driveWithInputs(0x01));
-    type(shown.field(function), "7");
+    QVERIFY(Person::type(shown.field(function), "7"));
     shown.page.DeviceUpdate(driveWithInputs(0x01));
-    emptyByHand(shown.field(function));
+    QVERIFY(Person::empty(shown.field(function)));
     QCOMPARE(shown.remark(function), notWritable);
     shown.page.DeviceUpdate(driveWithInputs(0x01));
     QCOMPARE(shown.remark(function), QString());

@@ -3,6 +3,7 @@
 #include "tests/pages/shownpage.h"
 #include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 
 #include <optional>
 
@@ -33,7 +34,7 @@ private:
     void prepare() override;
     void tidyUp() override;
 
-    void press() { QTest::mouseClick(shown->child<QPushButton>("BtnChangeAdress"), Qt::LeftButton); }
+    bool press() { return Person::press(*shown->page, "BtnChangeAdress"); }
 
     std::optional<ShownPage> shown;
     std::optional<QSignalSpy> sent;
@@ -112,7 +113,7 @@ void TestRs485Page::allowedAddressIsSent_data()
 void TestRs485Page::allowedAddressIsSent()
 {
     QFETCH(int, address);
-    type(field, QString::number(address));
+    QVERIFY(Person::type(field, QString::number(address)));
     press();
     QCOMPARE(sent->count(), 1);
     QCOMPARE(sent->first().first().toInt(), address);
@@ -130,7 +131,7 @@ void TestRs485Page::otherInputIsRefusedWithMessage_data()
 void TestRs485Page::otherInputIsRefusedWithMessage()
 {
     QFETCH(QString, text);
-    type(field, text);
+    QVERIFY(Person::type(field, text));
     QCOMPARE(field->text(), text);
     const MessageBoxAnswerer user(QMessageBox::Ok);
     press();
@@ -147,14 +148,14 @@ void TestRs485Page::onePressSendsOnceHoweverOftenPageWasShown()
 {
     for (int i = 0; i < 3; ++i)
         shown->showFor(driveWith({readParam(0x52, 3)}));
-    type(field, "9");
+    QVERIFY(Person::type(field, "9"));
     press();
     QCOMPARE(sent->count(), 1);
 }
 
 void TestRs485Page::typedAddressIsNoPendingChange()
 {
-    type(field, "77");
+    QVERIFY(Person::type(field, "77"));
     press();
     QCOMPARE(shown->modified.count() + shown->deleted.count(), 0);
 }
@@ -167,7 +168,7 @@ void TestRs485Page::pendingChangeIsNotShown()
 
 void TestRs485Page::typedAddressOutlivesChangesOfAnotherDrive()
 {
-    type(field, "77");
+    QVERIFY(Person::type(field, "77"));
     shown->page->applyUserParams(paramSet({readParam(0x52, 9)}));
     shown->page->showUserValues(Z7DeviceParamSet());
     QCOMPARE(field->text(), QStringLiteral("77"));
@@ -175,14 +176,14 @@ void TestRs485Page::typedAddressOutlivesChangesOfAnotherDrive()
 
 void TestRs485Page::fieldKeepsAddressThatWasSent()
 {
-    type(field, "77");
+    QVERIFY(Person::type(field, "77"));
     press();
     QCOMPARE(field->text(), QStringLiteral("77"));
 }
 
 void TestRs485Page::anotherShowingEmptiesField()
 {
-    type(field, "77");
+    QVERIFY(Person::type(field, "77"));
     shown->showFor(driveWith({readParam(0x52, 3)}));
     QCOMPARE(field->text(), QString());
 }
@@ -190,7 +191,7 @@ void TestRs485Page::anotherShowingEmptiesField()
 void TestRs485Page::addressOfAnotherShowingCannotBeBroughtBack()
 {
     QCOMPARE(textAfterUndo(field), QString());
-    type(field, "77");
+    QVERIFY(Person::type(field, "77"));
     shown->showFor(driveWith({readParam(0x52, 3)}));
     QCOMPARE(textAfterUndo(field), QString());
 }

@@ -3,8 +3,9 @@
 #include "pages/setpassworddialog.h"
 #include "tests/pages/pagetests.h"
 #include "tests/support/isolatedtest.h"
+#include "tests/support/looks.h"
+#include "tests/support/person.h"
 
-#include <QIcon>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,11 +17,6 @@
 namespace {
 
 const char *const fields[] = {"edOldPassword", "edNewPassword_1", "edNewPassword_2"};
-
-QImage image(const QIcon &icon)
-{
-    return icon.pixmap(QSize(16, 16)).toImage();
-}
 
 } // namespace
 
@@ -72,7 +68,7 @@ private:
         fillIn(input);
         press("BtnOK");
     }
-    void press(const char *name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
+    bool press(const char *name) const { return Person::press(*dialog, name); }
     template<typename Widget = QWidget>
     Widget *child(const char *name) const
     {
@@ -110,8 +106,7 @@ void TestSetPasswordDialog::open(int password, const QString &drive)
 void TestSetPasswordDialog::fillIn(const QStringList &input) const
 {
     for (int i = 0; i < input.size(); ++i) {
-        emptyByHand(field(fields[i]));
-        type(field(fields[i]), input.at(i));
+        Person::type(field(fields[i]), input.at(i));
     }
 }
 
@@ -151,18 +146,15 @@ void TestSetPasswordDialog::introductionNamesDriveOfEachOpening()
 
 void TestSetPasswordDialog::buttonsHaveTheirIcons_data()
 {
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("icon");
-    QTest::newRow("abort") << QByteArray("BtnAbort") << ":/images/cancel-icon_16px.png";
-    QTest::newRow("ok") << QByteArray("BtnOK") << ":/images/tick-icon_16px.png";
+    Looks::addButtonColumns();
+    Looks::addButton("BtnAbort", "Abbrechen", ":/images/cancel-icon_16px.png");
+    Looks::addButton("BtnOK", "OK", ":/images/tick-icon_16px.png");
 }
 
 void TestSetPasswordDialog::buttonsHaveTheirIcons()
 {
-    QFETCH(QByteArray, button);
-    QFETCH(QString, icon);
-    QVERIFY(!image(QIcon(icon)).isNull());
-    QCOMPARE(image(child<QPushButton>(button.constData())->icon()), image(QIcon(icon)));
+    open(0);
+    Looks::checkButton(*dialog, 16);
 }
 
 void TestSetPasswordDialog::framesAndErrorHaveTheirColours()
@@ -236,7 +228,7 @@ void TestSetPasswordDialog::passwordsOfLastOpeningCannotBeBroughtBack()
 {
     open(0);
     fillIn({"1", "2", "3"});
-    emptyByHand(field("edNewPassword_2"));
+    QVERIFY(Person::empty(field("edNewPassword_2")));
     press("BtnAbort");
     open(0);
     for (const char *name : fields)

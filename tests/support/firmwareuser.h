@@ -2,6 +2,7 @@
 
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
+#include "tests/support/person.h"
 #include "tests/support/workingfolder.h"
 
 #include <QFrame>
@@ -39,13 +40,13 @@ public:
     void choose(const QString &fileName) const
     {
         const FileDialogUser user(fileName);
-        QTest::mouseClick(fileButton(), Qt::LeftButton);
+        Person::press(fileButton());
     }
     /// Presses the start button and answers what is asked with the mouse; the box that was seen.
     SeenMessageBox start(QMessageBox::StandardButton answer) const
     {
         const MessageBoxAnswerer user(answer);
-        QTest::mouseClick(startButton(), Qt::LeftButton);
+        Person::press(startButton());
         return user.last();
     }
 

@@ -1,0 +1,65 @@
+#include "tests/support/looks.h"
+
+#include <QIcon>
+#include <QLabel>
+#include <QToolButton>
+#include <QtTest>
+
+namespace Looks {
+
+namespace {
+
+QString wordsOf(const QAbstractButton &button)
+{
+    return qobject_cast<const QToolButton *>(&button) ? button.toolTip() : button.text();
+}
+
+} // namespace
+
+QImage image(const QIcon &icon, int size)
+{
+    return icon.pixmap(QSize(size, size)).toImage();
+}
+
+QImage image(const char *resource, int size)
+{
+    return image(QIcon(QString::fromLatin1(resource)), size);
+}
+
+QList<QImage> picturesOf(const QWidget &parent)
+{
+    QList<QImage> pictures;
+    const auto labels = parent.findChildren<QLabel *>();
+    for (const QLabel *label : labels) {
+        const QImage shown = label->pixmap(Qt::ReturnByValue).toImage();
+        if (label->isVisible() && !shown.isNull())
+            pictures << shown;
+    }
+    return pictures;
+}
+
+void addButtonColumns()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QByteArray>("icon");
+}
+
+void addButton(const char *name, const char *words, const char *icon)
+{
+    QTest::newRow(name) << QString::fromLatin1(name) << QString::fromUtf8(words) << QByteArray(icon);
+}
+
+void checkButton(const QWidget &window, int size)
+{
+    QFETCH(QString, button);
+    QFETCH(QByteArray, icon);
+    const auto *found = window.findChild<QAbstractButton *>(button);
+    QVERIFY(found);
+    QTEST(wordsOf(*found), "words");
+    const QImage expected = image(icon.constData(), size);
+    QVERIFY2(!expected.isNull(), "no such file in the resources");
+    QCOMPARE(image(found->icon(), size), expected);
+}
+
+} // namespace Looks
