@@ -4,6 +4,7 @@
 #include "control/services/services.h"
 #include "shell/deviceselectiondialog.h"
 #include "tests/shell/drivenwindow.h"
+#include "tests/support/person.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -43,7 +44,7 @@ public:
 
     /// The user's value on the shown page.
     QString userValue() const { return ShellTest::child<QLineEdit>(*window, "edParam0x17User").text(); }
-    void change(const QString &value) const { ShellTest::type(*window, "edParam0x17User", value); }
+    bool change(const QString &value) const { return Person::type(*window, "edParam0x17User", value); }
     /// The pending change of a drive, as its page shows it when it is shown anew; "?" if that fails.
     QString pendingValue(int address) const
     {
@@ -66,13 +67,11 @@ public:
         return texts;
     }
     /// Ticks these rows and confirms.
-    void pick(const QList<int> &rowNumbers) const
+    bool pick(const QList<int> &rowNumbers) const
     {
-        for (int row : rowNumbers) {
-            rows().setCurrentRow(row);
-            QTest::keyClick(&rows(), Qt::Key_Space);
-        }
-        ShellTest::press(selection(), "BtnOK");
+        for (int row : rowNumbers)
+            Person::tickRow(&rows(), row);
+        return Person::press(selection(), "BtnOK");
     }
 
     /// The requests with this command byte that were on the wire, oldest first, as hex bytes.

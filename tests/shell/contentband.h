@@ -5,6 +5,7 @@
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
 #include "tests/shell/shelltest.h"
+#include "tests/support/person.h"
 
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -39,7 +40,7 @@ public:
     {
         return ShellTest::itemOf(tree(), page, device.deviceId());
     }
-    void click(int page, const Z7Device &device) const { ShellTest::click(tree(), item(page, device)); }
+    bool click(int page, const Z7Device &device) const { return Person::click(item(page, device)); }
     /// A record as a polling pass brings it.
     void bring(const Z7Device &device)
     {

@@ -4,6 +4,7 @@
 #include "shell/wizard/connectionsdialog.h"
 #include "tests/shell/shelltest.h"
 #include "tests/shell/simulateddrives.h"
+#include "tests/support/person.h"
 
 #include <QTreeWidget>
 #include <QtTest>
@@ -30,35 +31,35 @@ public:
         window->show();
     }
 
-    void press(const char *button) const { ShellTest::press(*window, button); }
+    bool press(const char *button) const { return Person::press(*window, button); }
     QTreeWidget &tree() const { return ShellTest::child<QTreeWidget>(*window, "MainMenuTree"); }
     QTreeWidgetItem *item(int page, int address) const
     {
         return ShellTest::itemOf(tree(), page, ShellTest::drive(address).deviceId());
     }
-    void click(int page, int address) const { ShellTest::click(tree(), item(page, address)); }
+    bool click(int page, int address) const { return Person::click(item(page, address)); }
 
     /// Begins the log-on to a drive on the manual way.
-    void logOn(int address) const
+    bool logOn(int address) const
     {
-        ShellTest::press(*wizard, "BtnManual");
-        ShellTest::type(*wizard, "EdAdress", QString::number(address));
-        ShellTest::type(*wizard, "EdPassword", QString::number(address));
-        ShellTest::press(*wizard, "BtnNext");
+        return Person::press(*wizard, "BtnManual")
+            && Person::type(*wizard, "EdAdress", QString::number(address))
+            && Person::type(*wizard, "EdPassword", QString::number(address))
+            && Person::press(*wizard, "BtnNext");
     }
     /// Connects these drives with the wizard; false if that fails.
     bool connectDrives(const QList<int> &addresses) const
     {
-        press("BtnConnection");
+        if (!press("BtnConnection"))
+            return false;
         for (int address : addresses) {
-            logOn(address);
-            if (!QTest::qWaitFor([this] { return ShellTest::child(*wizard, "BtnOK").isEnabled(); }))
+            if (!logOn(address) || !Person::waitUntil([this] { return hasConnected(); })
+                || !Person::press(*wizard, "BtnNext"))
                 return false;
-            ShellTest::press(*wizard, "BtnNext");
         }
-        ShellTest::press(*wizard, "BtnOK");
-        return true;
+        return Person::press(*wizard, "BtnOK");
     }
+    bool hasConnected() const { return ShellTest::child(*wizard, "BtnOK").isEnabled(); }
     /// True once more has been on the wire than now.
     bool waitForTraffic() const
     {

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "model/device.h"
+#include "tests/support/looks.h"
 
-#include <QByteArray>
-#include <QIcon>
 #include <QImage>
 #include <QString>
 #include <QWidget>
@@ -11,8 +10,10 @@
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// What the tests of the window share: a working folder, drives that need no bus, and a person's hands.
+/// What the tests of the window share: definitions, drives that need no bus, and what stands where.
 namespace ShellTest {
+
+using namespace Looks;
 
 /// The first port that a test plugs in, "ttyUSB0".
 extern const QString firstPort;
@@ -20,8 +21,6 @@ extern const QString firstPort;
 /// Writes a few parameters of a version into the working folder: the modes 1 and 2, the support points 11, 12
 /// and 13 of the speed curve, the fixed speed 0x17, and as many more as make a table that has to be scrolled.
 void writeDefinitions(const QString &version = QStringLiteral("V123"));
-/// Ends the services and removes the files that they have written, so that the next test starts afresh.
-void forgetServices();
 
 /// A drive of version V123 behind a listed port that has granted access.
 Z7Device drive(int address, const QString &portName = firstPort);
@@ -29,9 +28,6 @@ Z7Device driveWithoutAccess(int address, const QString &portName = firstPort);
 /// The changes of a person who has typed one value.
 Z7DeviceParamSet change(int number, int value);
 
-/// What the icon and the file of the resources look like at `size` pixels.
-QImage image(const QIcon &icon, int size = 24);
-QImage image(const char *resource, int size = 24);
 /// What a label shows as a picture.
 QImage pictureOf(const QWidget &parent, const char *label);
 
@@ -40,19 +36,11 @@ template<typename Widget = QWidget>
 Widget &child(const QWidget &parent, const char *name);
 /// True if a person sees the widget of that name.
 bool sees(const QWidget &parent, const char *name);
+/// What stands on a label, whether it is on the screen or not.
 QString textOf(const QWidget &parent, const char *label);
-
-void press(const QWidget &parent, const char *button);
-/// Replaces what stands in an edit field.
-void type(const QWidget &parent, const char *field, const QString &text);
-/// Types into the field of a parameter in the parameter table.
-void typeIntoTable(const QWidget &parent, int number, const QString &text);
 
 /// The tree's item of a page of a drive; null if there is none.
 QTreeWidgetItem *itemOf(const QTreeWidget &tree, int page, int deviceId);
-void click(QTreeWidget &tree, QTreeWidgetItem *item);
-void pressAt(QTreeWidget &tree, QTreeWidgetItem *item);
-void releaseAt(QTreeWidget &tree, QTreeWidgetItem *item);
 
 [[noreturn]] void missing(const QWidget &parent, const char *name);
 

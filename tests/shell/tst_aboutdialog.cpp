@@ -6,7 +6,8 @@
 #include "shell/mainwindow.h"
 #include "tests/shell/openedurls.h"
 #include "tests/shell/shelltest.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QAction>
 #include <QLabel>
@@ -14,18 +15,14 @@
 #include <QtTest>
 
 #include <memory>
-#include <optional>
 
 using namespace ShellTest;
 
-class TestAboutDialog : public QObject
+class TestAboutDialog : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { folder.emplace(); }
-    void cleanup() { folder.reset(); }
-
     void titleAndVersionAreShown();
     void titleComesFromLanguageFileButVersionDoesNot();
     void purposeAndMakerComeFromLanguageFile();
@@ -38,9 +35,6 @@ private slots:
 
     void menuOpensDialog();
     void dialogIsInWindowsLanguageUntilRestart();
-
-private:
-    std::optional<WorkingFolder> folder;
 };
 
 void TestAboutDialog::titleAndVersionAreShown()
@@ -52,7 +46,7 @@ void TestAboutDialog::titleAndVersionAreShown()
 
 void TestAboutDialog::titleComesFromLanguageFileButVersionDoesNot()
 {
-    folder->writeText("deutsch.z7lang", "[Common]\nApplicationTitle=Drive tool\nOK=Fine\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[Common]\nApplicationTitle=Drive tool\nOK=Fine\n");
     const AboutDialog dialog;
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Drive tool"));
     QCOMPARE(textOf(dialog, "lApplicationVersion"), QStringLiteral("Drive tool\nVersion 1.0.6"));
@@ -61,7 +55,8 @@ void TestAboutDialog::titleComesFromLanguageFileButVersionDoesNot()
 
 void TestAboutDialog::purposeAndMakerComeFromLanguageFile()
 {
-    folder->writeText("deutsch.z7lang", "[Common]\nApplicationDescriptionText=What for\nCopyright=Who\n");
+    WorkingFolder::writeText(
+        "deutsch.z7lang", "[Common]\nApplicationDescriptionText=What for\nCopyright=Who\n");
     const AboutDialog dialog;
     QCOMPARE(textOf(dialog, "lSubTitle"), QStringLiteral("What for"));
     QCOMPARE(textOf(dialog, "lCopyright"), QStringLiteral("Who"));
@@ -76,7 +71,7 @@ void TestAboutDialog::purposeAndMakerAreToldWithoutLanguageFile()
 
 void TestAboutDialog::linkLeadsToHomePage()
 {
-    folder->writeText(
+    WorkingFolder::writeText(
         "deutsch.z7lang", "[Common]\nURLHome=http://drives.example/z7\nURLHomeTextLink=Our drives\n");
     const AboutDialog dialog;
     const auto &link = child<QLabel>(dialog, "lHyperlink");
@@ -87,7 +82,7 @@ void TestAboutDialog::linkLeadsToHomePage()
 
 void TestAboutDialog::linkTextsAreNoMarkup()
 {
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[Common]\nURLHome=\"http://drives.example/?a=1&b=2\"\nURLHomeTextLink=\"Drives <&> more\"\n");
     const AboutDialog dialog;
     QCOMPARE(textOf(dialog, "lHyperlink"),
@@ -96,7 +91,7 @@ void TestAboutDialog::linkTextsAreNoMarkup()
 
 void TestAboutDialog::clickOnLinkOpensHomePage()
 {
-    folder->writeText(
+    WorkingFolder::writeText(
         "deutsch.z7lang", "[Common]\nURLHome=http://drives.example\nURLHomeTextLink=A long name of a link\n");
     const OpenedUrls browser(QStringLiteral("http"));
     AboutDialog dialog;
@@ -121,7 +116,7 @@ void TestAboutDialog::okClosesDialog()
     AboutDialog dialog;
     dialog.show();
     QCOMPARE(child<QPushButton>(dialog, "BtnOK").text(), QStringLiteral("OK"));
-    press(dialog, "BtnOK");
+    QVERIFY(Person::press(dialog, "BtnOK"));
     QVERIFY(!dialog.isVisible());
 }
 
@@ -140,8 +135,8 @@ void TestAboutDialog::menuOpensDialog()
 
 void TestAboutDialog::dialogIsInWindowsLanguageUntilRestart()
 {
-    folder->writeText("deutsch.z7lang", "[Common]\nCopyright=Hersteller\n");
-    folder->writeText("english.z7lang", "[Common]\nCopyright=Maker\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[Common]\nCopyright=Hersteller\n");
+    WorkingFolder::writeText("english.z7lang", "[Common]\nCopyright=Maker\n");
     const auto copyright = [](const MainWindow &window) {
         window.findChild<QAction *>(QStringLiteral("actionInfo"))->trigger();
         return textOf(*window.findChild<AboutDialog *>(), "lCopyright");

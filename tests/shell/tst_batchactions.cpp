@@ -2,10 +2,8 @@
 
 #include "pages/setpassworddialog.h"
 #include "tests/shell/connectedwindow.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
-#include "tests/support/workingfolder.h"
-
-#include <optional>
 
 using namespace ShellTest;
 
@@ -20,14 +18,11 @@ constexpr char passwordReset = 0x0C;
 
 } // namespace
 
-class TestBatchActions : public QObject
+class TestBatchActions : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     // Discarding changes
     void resetOffersEveryDrive();
     void resetDiscardsChangesOfTickedDrives();
@@ -66,6 +61,9 @@ private slots:
     void passwordIsReportedPerOpeningAndSentOnce();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     bool areDriveButtonsEnabled(bool enabled) const;
     /// No control leads to the default values; they are called as the program would.
     void callDefaults() const { QMetaObject::invokeMethod(ui->window.get(), "SetDefaultValues"); }
@@ -74,23 +72,20 @@ private:
     /// True once a whole pass has come after what is on the wire now.
     bool waitForTheBus() const { return ui->waitForAPass(); }
 
-    std::optional<WorkingFolder> folder;
     std::unique_ptr<ConnectedWindow> ui;
 };
 
-void TestBatchActions::init()
+void TestBatchActions::prepare()
 {
-    folder.emplace();
     writeDefinitions();
     ui = std::make_unique<ConnectedWindow>(QList<int> {3, 4, 7});
     QVERIFY(ui->begin({3, 4, 7}));
 }
 
-void TestBatchActions::cleanup()
+void TestBatchActions::tidyUp()
 {
     ui->window->close();
     ui.reset();
-    folder.reset();
 }
 
 bool TestBatchActions::areDriveButtonsEnabled(bool enabled) const
@@ -141,9 +136,8 @@ void TestBatchActions::abortedResetKeepsChanges()
 {
     ui->change("5");
     ui->press("BtnResetChanges");
-    ui->rows().setCurrentRow(0);
-    QTest::keyClick(&ui->rows(), Qt::Key_Space);
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::tickRow(&ui->rows(), 0));
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     QCOMPARE(ui->pendingValue(3), QStringLiteral("5"));
 }
 
@@ -153,7 +147,7 @@ void TestBatchActions::resetOpenedAgainReportsOncePerOpening()
         ui->press("BtnResetChanges");
         QCOMPARE(ui->rows().count(), 3);
         if (opening < 2)
-            press(ui->selection(), "BtnAbort");
+            QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     }
     QCOMPARE(ui->window->findChildren<DeviceSelectionDialog *>().size(), 1);
     QSignalSpy selected(&ui->selection(), SIGNAL(deviceSelected(int)));
@@ -167,7 +161,7 @@ void TestBatchActions::resetNeverTakesDriveButtonsAway()
 {
     ui->press("BtnResetChanges");
     QVERIFY(areDriveButtonsEnabled(true));
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     ui->press("BtnResetChanges");
     QSignalSpy selected(&ui->selection(), SIGNAL(deviceSelected(int)));
     ui->pick({0});
@@ -220,14 +214,14 @@ void TestBatchActions::defaultsLeaveDriveButtonsEnabled()
 {
     callDefaults();
     QVERIFY(areDriveButtonsEnabled(true));
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     QVERIFY(areDriveButtonsEnabled(true));
 }
 
 void TestBatchActions::defaultsMakeResetButtonWorkTwice()
 {
     callDefaults();
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     ui->press("BtnResetChanges");
     QSignalSpy selected(&ui->selection(), SIGNAL(deviceSelected(int)));
     ui->pick({0});
@@ -240,7 +234,7 @@ void TestBatchActions::defaultsMakeResetButtonWorkTwice()
 void TestBatchActions::resetAfterDefaultsDoesBoth()
 {
     callDefaults();
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     ui->change("5");
     ui->press("BtnResetChanges");
     QCOMPARE(ui->window->findChildren<DeviceSelectionDialog *>().size(), 1);
@@ -253,7 +247,7 @@ void TestBatchActions::defaultsAfterResetDoBoth()
 {
     ui->change("5");
     ui->press("BtnResetChanges");
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     callDefaults();
     ui->pick({0});
     // Only the reset empties the field, only the defaults leave a change.
@@ -284,7 +278,8 @@ void TestBatchActions::questionIsAskedInUsersLanguage()
 {
     ui->window->close();
     ui.reset();
-    folder->writeText("deutsch.z7lang", "[Common]\nConfirmFactoryReset=Reset %1?\nQuestionContinue=Go on?\n");
+    WorkingFolder::writeText(
+        "deutsch.z7lang", "[Common]\nConfirmFactoryReset=Reset %1?\nQuestionContinue=Go on?\n");
     ui = std::make_unique<ConnectedWindow>(QList<int> {3});
     QVERIFY(ui->begin({3}));
     const MessageBoxAnswerer user(QMessageBox::No);
@@ -298,7 +293,7 @@ void TestBatchActions::driveButtonsAreOffWhileQuestionIsOpen()
     bool wereOff = false;
     const MessageBoxAnswerer user([&](QMessageBox *box) {
         wereOff = areDriveButtonsEnabled(false);
-        QTest::mouseClick(box->button(QMessageBox::No), Qt::LeftButton);
+        Person::press(box->button(QMessageBox::No));
     });
     ui->press("BtnFactoryReset");
     QVERIFY(wereOff);
@@ -342,10 +337,10 @@ void TestBatchActions::factoryResetAnsweredYesIsDone()
 
 void TestBatchActions::changePassword(const QString &from, const QString &to) const
 {
-    type(passwordDialog(), "edOldPassword", from);
-    type(passwordDialog(), "edNewPassword_1", to);
-    type(passwordDialog(), "edNewPassword_2", to);
-    press(passwordDialog(), "BtnOK");
+    QVERIFY(Person::type(passwordDialog(), "edOldPassword", from));
+    QVERIFY(Person::type(passwordDialog(), "edNewPassword_1", to));
+    QVERIFY(Person::type(passwordDialog(), "edNewPassword_2", to));
+    QVERIFY(Person::press(passwordDialog(), "BtnOK"));
 }
 
 void TestBatchActions::passwordDialogIsForShownDrive()
@@ -413,7 +408,7 @@ void TestBatchActions::passwordIsReportedPerOpeningAndSentOnce()
     for (int opening = 0; opening < openings; ++opening) {
         ui->press("BtnSetPassword");
         if (opening < openings - 1)
-            press(passwordDialog(), "BtnAbort");
+            QVERIFY(Person::press(passwordDialog(), "BtnAbort"));
     }
     QCOMPARE(ui->window->findChildren<SetPasswordDialog *>().size(), 1);
     QSignalSpy sent(&passwordDialog(), SIGNAL(sendNewPassword(int)));
@@ -426,4 +421,5 @@ void TestBatchActions::passwordIsReportedPerOpeningAndSentOnce()
 
 QTEST_MAIN(TestBatchActions)
 
+#include "tests/support/person.h"
 #include "tst_batchactions.moc"

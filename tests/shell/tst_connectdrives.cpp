@@ -1,9 +1,10 @@
 // Logging on to drives on a bus: quick connect, the manual way, and what the last page makes of the answers.
 
 #include "control/services/options.h"
-#include "control/services/services.h"
 #include "tests/shell/simulateddrives.h"
 #include "tests/shell/wizardbench.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -21,14 +22,11 @@ const char stop[] = ":/images/stop-icon_16px.png";
 
 } // namespace
 
-class TestConnectDrives : public QObject
+class TestConnectDrives : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void quickConnectTriesOnePortWithDefaultAddress();
     void quickConnectTicksDriveThatTakesItsAddressAsPassword();
     void quickConnectListsDrive();
@@ -57,6 +55,9 @@ private slots:
     void closingDuringLogOnLeavesDialogUsable();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     z7sim::SimulatedBus &plugDrive(int address, int password);
     static z7sim::DriveConfig simulated(int address, int password);
     /// Gives a person time to do something during a log-on.
@@ -74,18 +75,17 @@ private:
     std::unique_ptr<WizardBench> bench;
 };
 
-void TestConnectDrives::init()
+void TestConnectDrives::prepare()
 {
     writeDefinitions();
     drives = std::make_unique<SimulatedDrives>();
     bench = std::make_unique<WizardBench>();
 }
 
-void TestConnectDrives::cleanup()
+void TestConnectDrives::tidyUp()
 {
     bench.reset();
     drives.reset();
-    forgetServices();
 }
 
 z7sim::SimulatedBus &TestConnectDrives::plugDrive(int address, int password)
@@ -119,14 +119,7 @@ void TestConnectDrives::logOn(int address, int password)
 
 QImage TestConnectDrives::state() const
 {
-    if (!bench->page())
-        return QImage();
-    for (const auto *label : bench->page()->findChildren<QLabel *>()) {
-        const QImage shown = label->pixmap(Qt::ReturnByValue).toImage();
-        if (label->isVisible() && !shown.isNull())
-            return shown;
-    }
-    return QImage();
+    return bench->page() ? picturesOf(*bench->page()).value(0) : QImage();
 }
 
 void TestConnectDrives::quickConnectTriesOnePortWithDefaultAddress()
@@ -241,7 +234,7 @@ void TestConnectDrives::untickedDriveIsNotTaken()
     plugDrive(17, 4711);
     logOn(17, 4711);
     QTRY_VERIFY(bench->isEnabled("BtnOK"));
-    QTest::mouseClick(check(), Qt::LeftButton, {}, QPoint(8, check()->height() / 2));
+    QVERIFY(Person::tick(check()));
     QVERIFY(!isTicked());
     bench->press("BtnOK");
     QVERIFY(bench->controller.connectedDevices().isEmpty());
@@ -303,7 +296,7 @@ void TestConnectDrives::removedDriveDoesNotComeBackAtOk()
     logOn(17, 4711);
     QTRY_VERIFY(bench->isEnabled("BtnOK"));
     bench->press("BtnNext");
-    click(bench->rows(), bench->rows().topLevelItem(0));
+    QVERIFY(Person::click(bench->rows().topLevelItem(0)));
     bench->press("BtnRemoveConnection");
     bench->press("BtnOK");
     QVERIFY(bench->controller.connectedDevices().isEmpty());
@@ -313,7 +306,7 @@ void TestConnectDrives::removedDriveDoesNotComeBackAtLaterOk()
 {
     okOnLastPageTakesTickedDrive();
     bench->open(bench->controller.connectedDevices());
-    click(bench->rows(), bench->rows().topLevelItem(0));
+    QVERIFY(Person::click(bench->rows().topLevelItem(0)));
     bench->press("BtnRemoveConnection");
     bench->press("BtnOK");
     QVERIFY(bench->controller.connectedDevices().isEmpty());

@@ -1,10 +1,11 @@
 // The frame of the connection wizard: the list of the drives, the four ways to add more, and their order.
 
-#include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "tests/shell/wizardbench.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
+#include "tests/support/person.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -23,14 +24,11 @@ const char *const otherButtons[] = {"BtnNext", "BtnPrevious", "BtnCancel", "BtnS
 
 } // namespace
 
-class TestConnectionsDialog : public QObject
+class TestConnectionsDialog : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void buttonHasItsTextAndIcon_data();
     void buttonHasItsTextAndIcon();
     void titlesAreGerman();
@@ -71,6 +69,9 @@ private slots:
     void quickConnectSaysSoWithoutPort();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void plug(const QString &name, const ListedPorts::UsbAdapter &adapter = ListedPorts::ftdiAdapter())
     {
         ports->plugUsb(name, QString(), adapter);
@@ -82,7 +83,7 @@ private:
     std::unique_ptr<WizardBench> bench;
 };
 
-void TestConnectionsDialog::init()
+void TestConnectionsDialog::prepare()
 {
     writeDefinitions();
     ports = std::make_unique<ListedPorts>();
@@ -90,11 +91,10 @@ void TestConnectionsDialog::init()
     bench = std::make_unique<WizardBench>();
 }
 
-void TestConnectionsDialog::cleanup()
+void TestConnectionsDialog::tidyUp()
 {
     bench.reset();
     ports.reset();
-    forgetServices();
 }
 
 QStringList TestConnectionsDialog::offeredPorts() const
@@ -108,38 +108,26 @@ QStringList TestConnectionsDialog::offeredPorts() const
 
 void TestConnectionsDialog::selectRow(int row) const
 {
-    click(bench->rows(), bench->rows().topLevelItem(row));
+    QVERIFY(Person::click(bench->rows().topLevelItem(row)));
 }
 
 void TestConnectionsDialog::buttonHasItsTextAndIcon_data()
 {
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("icon");
-
-    const auto row = [](const char *button, const char *text, const char *icon) {
-        QTest::newRow(button) << QByteArray(button) << QString::fromUtf8(text) << QByteArray(icon);
-    };
-    row("BtnCancel", "Schließen", ":/images/cancel-icon.png");
-    row("BtnOK", "OK", ":/images/tick-icon_24px.png");
-    row("BtnRemoveConnection", "Z7 entfernen", ":/images/remove_24px.png");
-    row("BtnQuickConnect", "Quickconnect", ":images/ConnectIcon_24px.png");
-    row("BtnManual", "Manuell", ":images/USB-Connection_24px.png");
-    row("BtnScanPort", "Port scannen", ":images/search-icon_24px.png");
-    row("BtnScanAllPorts", "Alle Ports scannen", ":images/Zoom_24px.png");
-    row("BtnPrevious", "Zurück", ":/images/back-icon_24px.png");
-    row("BtnNext", "Weiter", ":/images/forward-icon_24px.png");
+    addButtonColumns();
+    addButton("BtnCancel", "Schließen", ":/images/cancel-icon.png");
+    addButton("BtnOK", "OK", ":/images/tick-icon_24px.png");
+    addButton("BtnRemoveConnection", "Z7 entfernen", ":/images/remove_24px.png");
+    addButton("BtnQuickConnect", "Quickconnect", ":images/ConnectIcon_24px.png");
+    addButton("BtnManual", "Manuell", ":images/USB-Connection_24px.png");
+    addButton("BtnScanPort", "Port scannen", ":images/search-icon_24px.png");
+    addButton("BtnScanAllPorts", "Alle Ports scannen", ":images/Zoom_24px.png");
+    addButton("BtnPrevious", "Zurück", ":/images/back-icon_24px.png");
+    addButton("BtnNext", "Weiter", ":/images/forward-icon_24px.png");
 }
 
 void TestConnectionsDialog::buttonHasItsTextAndIcon()
 {
-    QFETCH(QByteArray, button);
-    QFETCH(QString, text);
-    QFETCH(QByteArray, icon);
-    const auto &shown = child<QPushButton>(*bench->dialog, button.constData());
-    QCOMPARE(shown.text(), text);
-    QVERIFY(!image(icon.constData()).isNull());
-    QCOMPARE(image(shown.icon()), image(icon.constData()));
+    checkButton(*bench->dialog);
 }
 
 void TestConnectionsDialog::titlesAreGerman()
@@ -152,8 +140,8 @@ void TestConnectionsDialog::titlesAreGerman()
 void TestConnectionsDialog::introductionComesFromLanguageFile()
 {
     bench.reset();
-    forgetServices();
-    languageText("DialogConnection", "Introduction", QStringLiteral("Choose the drives."));
+    Z7Services::shutdown();
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogConnection]\nIntroduction=Choose the drives.\n");
     bench = std::make_unique<WizardBench>();
     QCOMPARE(bench->textOf("LIntroduction"), QStringLiteral("Choose the drives."));
 }

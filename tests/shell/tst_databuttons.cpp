@@ -3,7 +3,10 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "tests/shell/contentband.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
+#include "tests/support/person.h"
+#include "tests/support/tablerows.h"
 
 #include <QLabel>
 #include <QMessageBox>
@@ -55,14 +58,11 @@ const char *const buttons[] = {"BtnStore", "BtnWriteAndStore", "BtnDownload", "B
 
 } // namespace
 
-class TestDataButtons : public QObject
+class TestDataButtons : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void buttonHasItsTextAndIcon_data();
     void buttonHasItsTextAndIcon();
     void buttonsAreGreyBeforeFirstPage();
@@ -81,9 +81,16 @@ private slots:
     void writingWithoutChangesAsksNothing();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     bool seesWarning() const { return sees(*band->content, "LParamWarning"); }
     QString warning() const { return textOf(*band->content, "LParamWarning"); }
     QStringList callsOf(const char *button);
+    QLineEdit *field(int number) const
+    {
+        return tableField(child<QTableWidget>(*band->content, "ParameterTable"), number);
+    }
     void showTable();
     /// Types support points of the speed curve that do not rise.
     void typeAConflict();
@@ -97,7 +104,7 @@ private:
     int questions = 0;
 };
 
-void TestDataButtons::init()
+void TestDataButtons::prepare()
 {
     writeDefinitions();
     ports = std::make_unique<ListedPorts>();
@@ -110,17 +117,17 @@ void TestDataButtons::init()
     band->controller.setDevices({first, second});
 }
 
-void TestDataButtons::cleanup()
+void TestDataButtons::tidyUp()
 {
     band.reset();
     ports.reset();
-    forgetServices();
 }
 
 QStringList TestDataButtons::callsOf(const char *button)
 {
     band->controller.calls.clear();
-    press(*band->content, button);
+    // A grey button can be clicked too.
+    QTest::mouseClick(&child(*band->content, button), Qt::LeftButton);
     return band->controller.calls;
 }
 
@@ -136,7 +143,7 @@ void TestDataButtons::showTable()
 void TestDataButtons::typeAConflict()
 {
     showTable();
-    typeIntoTable(*band->content, 11, QStringLiteral("900"));
+    QVERIFY(Person::type(field(11), "900"));
 }
 
 void TestDataButtons::answer(QMessageBox::StandardButton button, const std::function<void()> &look)
@@ -148,34 +155,22 @@ void TestDataButtons::answer(QMessageBox::StandardButton button, const std::func
         ++questions;
         if (look)
             look();
-        QTest::mouseClick(question->button(button), Qt::LeftButton);
+        Person::press(question->button(button));
     });
 }
 
 void TestDataButtons::buttonHasItsTextAndIcon_data()
 {
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("icon");
-    QTest::newRow("store") << QByteArray("BtnStore") << QStringLiteral("Im Motor speichern")
-                           << QByteArray(":/images/Save_24px.png");
-    QTest::newRow("write and store") << QByteArray("BtnWriteAndStore")
-                                     << QStringLiteral("Schreiben+Speichern")
-                                     << QByteArray(":/images/SaveAndWrite_24px.png");
-    QTest::newRow("read") << QByteArray("BtnDownload") << QStringLiteral("Lesen")
-                          << QByteArray(":/images/down-icon.png");
-    QTest::newRow("write") << QByteArray("BtnUpload") << QStringLiteral("Schreiben")
-                           << QByteArray(":/images/Edit_24px.png");
+    addButtonColumns();
+    addButton("BtnStore", "Im Motor speichern", ":/images/Save_24px.png");
+    addButton("BtnWriteAndStore", "Schreiben+Speichern", ":/images/SaveAndWrite_24px.png");
+    addButton("BtnDownload", "Lesen", ":/images/down-icon.png");
+    addButton("BtnUpload", "Schreiben", ":/images/Edit_24px.png");
 }
 
 void TestDataButtons::buttonHasItsTextAndIcon()
 {
-    QFETCH(QByteArray, button);
-    QFETCH(QString, text);
-    QFETCH(QByteArray, icon);
-    const auto &shown = child<QPushButton>(*band->content, button.constData());
-    QCOMPARE(shown.text(), text);
-    QCOMPARE(image(shown.icon()), image(icon.constData()));
+    checkButton(*band->content);
 }
 
 void TestDataButtons::buttonsAreGreyBeforeFirstPage()
@@ -245,8 +240,8 @@ void TestDataButtons::conflictLineShowsWhatStandsAgainstWriting()
 void TestDataButtons::conflictLineGoesWithConflict()
 {
     typeAConflict();
-    typeIntoTable(*band->content, 12, QStringLiteral("901"));
-    typeIntoTable(*band->content, 13, QStringLiteral("902"));
+    QVERIFY(Person::type(field(12), "901"));
+    QVERIFY(Person::type(field(13), "902"));
     QCOMPARE(warning(), QString());
 }
 

@@ -1,9 +1,9 @@
 // The bar at the bottom of the window: what it tells of the drive and of the communication.
 
 #include "control/services/language.h"
-#include "control/services/services.h"
 #include "shell/devicecontrolwidget.h"
 #include "tests/shell/shelltest.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
 
 #include <QLabel>
@@ -14,14 +14,11 @@
 
 using namespace ShellTest;
 
-class TestDeviceControlWidget : public QObject
+class TestDeviceControlWidget : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void showsNothingBeforeFirstRecord();
     void lastMessageIsRed();
     void showsPortAndAddress();
@@ -46,6 +43,9 @@ private slots:
     void progressBarGoesWithRecordOfPollingPass();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     QString text(const char *label) const { return textOf(*bar, label); }
     QImage picture(const char *label) const { return pictureOf(*bar, label); }
     bool seen(const char *name) const { return sees(*bar, name); }
@@ -55,7 +55,7 @@ private:
     std::unique_ptr<DeviceControlWidget> bar;
 };
 
-void TestDeviceControlWidget::init()
+void TestDeviceControlWidget::prepare()
 {
     ports = std::make_unique<ListedPorts>();
     ports->plugUsb(firstPort, QString());
@@ -63,11 +63,10 @@ void TestDeviceControlWidget::init()
     bar->show();
 }
 
-void TestDeviceControlWidget::cleanup()
+void TestDeviceControlWidget::tidyUp()
 {
     bar.reset();
     ports.reset();
-    forgetServices();
 }
 
 void TestDeviceControlWidget::showsNothingBeforeFirstRecord()

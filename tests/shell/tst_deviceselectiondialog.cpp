@@ -2,7 +2,8 @@
 
 #include "shell/deviceselectiondialog.h"
 #include "tests/shell/shelltest.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QLabel>
 #include <QListWidget>
@@ -13,14 +14,11 @@
 
 using namespace ShellTest;
 
-class TestDeviceSelectionDialog : public QObject
+class TestDeviceSelectionDialog : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void textsAreSetByReset();
     void textsComeFromLanguageFile();
     void introductionIsShown();
@@ -49,28 +47,28 @@ private slots:
     void dialogWithoutResetIsDeaf();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     QListWidget &rows() const { return child<QListWidget>(*dialog, "lstDevices"); }
     QString buttonText(const char *name) const { return child<QPushButton>(*dialog, name).text(); }
     void open(const QList<int> &deviceIds);
     void tick(int row) const;
 
-    std::optional<WorkingFolder> folder;
     std::optional<DeviceSelectionDialog> dialog;
     std::optional<QSignalSpy> selected;
 };
 
-void TestDeviceSelectionDialog::init()
+void TestDeviceSelectionDialog::prepare()
 {
-    folder.emplace();
     dialog.emplace();
     selected.emplace(&*dialog, SIGNAL(deviceSelected(int)));
 }
 
-void TestDeviceSelectionDialog::cleanup()
+void TestDeviceSelectionDialog::tidyUp()
 {
     selected.reset();
     dialog.reset();
-    folder.reset();
 }
 
 void TestDeviceSelectionDialog::open(const QList<int> &deviceIds)
@@ -84,8 +82,7 @@ void TestDeviceSelectionDialog::open(const QList<int> &deviceIds)
 
 void TestDeviceSelectionDialog::tick(int row) const
 {
-    rows().setCurrentRow(row);
-    QTest::keyClick(&rows(), Qt::Key_Space);
+    QVERIFY(Person::tickRow(&rows(), row));
 }
 
 void TestDeviceSelectionDialog::textsAreSetByReset()
@@ -99,7 +96,7 @@ void TestDeviceSelectionDialog::textsAreSetByReset()
 
 void TestDeviceSelectionDialog::textsComeFromLanguageFile()
 {
-    folder->writeText("deutsch.z7lang", "[DialogDeviceSelection]\nTitle=a\n[Common]\nOK=b\nAbort=c\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[DialogDeviceSelection]\nTitle=a\n[Common]\nOK=b\nAbort=c\n");
     dialog->reset();
     QCOMPARE(dialog->windowTitle(), QStringLiteral("a"));
     QCOMPARE(buttonText("BtnOK"), QStringLiteral("b"));
@@ -130,18 +127,15 @@ void TestDeviceSelectionDialog::resetTakesRowsAway()
 
 void TestDeviceSelectionDialog::buttonsHaveTheirIcons_data()
 {
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QByteArray>("icon");
-    QTest::newRow("abort") << QByteArray("BtnAbort") << QByteArray(":/images/cancel-icon_16px.png");
-    QTest::newRow("ok") << QByteArray("BtnOK") << QByteArray(":/images/tick-icon_16px.png");
+    addButtonColumns();
+    addButton("BtnAbort", "Abbrechen", ":/images/cancel-icon_16px.png");
+    addButton("BtnOK", "OK", ":/images/tick-icon_16px.png");
 }
 
 void TestDeviceSelectionDialog::buttonsHaveTheirIcons()
 {
-    QFETCH(QByteArray, button);
-    QFETCH(QByteArray, icon);
-    QVERIFY(!image(icon.constData(), 16).isNull());
-    QCOMPARE(image(child<QPushButton>(*dialog, button.constData()).icon(), 16), image(icon.constData(), 16));
+    dialog->reset();
+    checkButton(*dialog, 16);
 }
 
 void TestDeviceSelectionDialog::headerIsInWindowsBlueWithWhiteText()
@@ -183,7 +177,7 @@ void TestDeviceSelectionDialog::tickedDrivesAreReportedFromFirstRowToLast()
     open({33, 11, 22});
     tick(2);
     tick(0);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(*selected, (QList<QVariantList> {{33}, {22}}));
     QVERIFY(!dialog->isVisible());
 }
@@ -194,7 +188,7 @@ void TestDeviceSelectionDialog::tickTakenBackIsNotReported()
     tick(0);
     tick(1);
     tick(0);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(*selected, (QList<QVariantList> {{22}}));
 }
 
@@ -203,14 +197,14 @@ void TestDeviceSelectionDialog::selectedButUntickedRowIsNotReported()
     open({11, 22});
     QTest::mouseClick(rows().viewport(), Qt::LeftButton, {}, rows().visualItemRect(rows().item(1)).center());
     QCOMPARE(rows().currentRow(), 1);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(selected->count(), 0);
 }
 
 void TestDeviceSelectionDialog::okWithNothingTickedReportsNothingAndCloses()
 {
     open({11});
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(selected->count(), 0);
     QVERIFY(!dialog->isVisible());
 }
@@ -218,7 +212,7 @@ void TestDeviceSelectionDialog::okWithNothingTickedReportsNothingAndCloses()
 void TestDeviceSelectionDialog::okWithoutAnyRowCloses()
 {
     open({});
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(selected->count(), 0);
     QVERIFY(!dialog->isVisible());
 }
@@ -236,7 +230,7 @@ void TestDeviceSelectionDialog::abortReportsNothingAndCloses()
 {
     open({11});
     tick(0);
-    press(*dialog, "BtnAbort");
+    QVERIFY(Person::press(*dialog, "BtnAbort"));
     QCOMPARE(selected->count(), 0);
     QVERIFY(!dialog->isVisible());
 }
@@ -264,10 +258,10 @@ void TestDeviceSelectionDialog::reusedDialogReportsOncePerReset()
     for (int reset = 0; reset < resets; ++reset) {
         open({11});
         if (reset < resets - 1)
-            press(*dialog, "BtnAbort");
+            QVERIFY(Person::press(*dialog, "BtnAbort"));
     }
     tick(0);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(selected->count(), resets);
 }
 
@@ -277,7 +271,7 @@ void TestDeviceSelectionDialog::reportsOfReusedDialogComeRoundByRound()
     open({11, 22});
     tick(0);
     tick(1);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(*selected, (QList<QVariantList> {{11}, {22}, {11}, {22}}));
 }
 
@@ -286,7 +280,7 @@ void TestDeviceSelectionDialog::dialogWithoutResetIsDeaf()
     dialog->addDevice(11, QStringLiteral("Drive"));
     dialog->show();
     tick(0);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(selected->count(), 0);
     QVERIFY(dialog->isVisible());
 }

@@ -3,25 +3,22 @@
 #include "shell/mainwindow.h"
 #include "tests/shell/openedurls.h"
 #include "tests/shell/shelltest.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/person.h"
 
 #include <QAction>
 #include <QtTest>
 
 #include <memory>
-#include <optional>
 
 using namespace ShellTest;
 
-class TestDocuments : public QObject
+class TestDocuments : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void documentIsLookedForInWorkingFolder_data();
     void documentIsLookedForInWorkingFolder();
     void documentIsLookedForInFolderOfMoment_data();
@@ -46,25 +43,20 @@ private slots:
     void homePageThatDoesNotOpenIsNotReported();
 
 private:
+    void tidyUp() override;
+
     /// One row for each document, with its action, the name of its file and the keys of its texts.
     static void documentRows();
     void open();
     /// Chooses the menu entry, or presses the button of that name.
     void use(const QByteArray &control) const;
 
-    std::optional<WorkingFolder> folder;
     std::unique_ptr<MainWindow> window;
 };
 
-void TestDocuments::init()
-{
-    folder.emplace();
-}
-
-void TestDocuments::cleanup()
+void TestDocuments::tidyUp()
 {
     window.reset();
-    folder.reset();
 }
 
 void TestDocuments::open()
@@ -79,7 +71,7 @@ void TestDocuments::use(const QByteArray &control) const
     if (auto *action = window->findChild<QAction *>(QString::fromLatin1(control)))
         action->trigger();
     else
-        press(*window, control.constData());
+        QVERIFY(Person::press(*window, control.constData()));
 }
 
 void TestDocuments::documentRows()
@@ -114,12 +106,12 @@ void TestDocuments::documentIsLookedForInWorkingFolder()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, file);
-    folder->writeText(file, QString());
+    WorkingFolder::writeText(file, QString());
     const OpenedUrls viewer(QStringLiteral("file"));
     open();
     use(control);
     QVERIFY(QDir::currentPath() != QCoreApplication::applicationDirPath());
-    QCOMPARE(viewer.urls, QList<QUrl> {QUrl("file:///" + folder->path() + '/' + file)});
+    QCOMPARE(viewer.urls, QList<QUrl> {QUrl("file:///" + QDir::currentPath() + '/' + file)});
 }
 
 void TestDocuments::documentIsLookedForInFolderOfMoment_data()
@@ -133,14 +125,14 @@ void TestDocuments::documentIsLookedForInFolderOfMoment()
     QFETCH(QString, file);
     const OpenedUrls viewer(QStringLiteral("file"));
     open();
-    QVERIFY(QDir().mkdir(QStringLiteral("Handbücher und mehr")));
-    QDir::setCurrent(QStringLiteral("Handbücher und mehr"));
-    folder->writeText(file, QString());
+    const QString folder = QDir::currentPath() + QStringLiteral("/Handbücher und mehr/");
+    QVERIFY(QDir().mkdir(folder));
+    QDir::setCurrent(folder);
+    WorkingFolder::writeText(file, QString());
     use(control);
     QCOMPARE(viewer.urls.size(), 1);
     // The address has three slashes before a path that begins with one of its own.
-    QCOMPARE(QDir::cleanPath(viewer.urls.first().toLocalFile()),
-        folder->path() + QStringLiteral("/Handbücher und mehr/") + file);
+    QCOMPARE(QDir::cleanPath(viewer.urls.first().toLocalFile()), folder + file);
 }
 
 void TestDocuments::fileNameComesFromLanguageFile_data()
@@ -152,8 +144,8 @@ void TestDocuments::fileNameComesFromLanguageFile()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, fileKey);
-    folder->writeText("deutsch.z7lang", QStringLiteral("[Common]\n%1=other.txt\n").arg(fileKey));
-    folder->writeText("other.txt", QString());
+    WorkingFolder::writeText("deutsch.z7lang", QStringLiteral("[Common]\n%1=other.txt\n").arg(fileKey));
+    WorkingFolder::writeText("other.txt", QString());
     const OpenedUrls viewer(QStringLiteral("file"));
     open();
     use(control);
@@ -170,7 +162,7 @@ void TestDocuments::documentThatOpensShowsNoBox()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, file);
-    folder->writeText(file, QString());
+    WorkingFolder::writeText(file, QString());
     const OpenedUrls viewer(QStringLiteral("file"));
     const MessageBoxAnswerer user(QMessageBox::Ok);
     open();
@@ -192,7 +184,7 @@ void TestDocuments::documentThatDoesNotOpenIsReported()
     QFETCH(QByteArray, control);
     QFETCH(QString, file);
     QFETCH(QString, text);
-    folder->writeText(file, QString());
+    WorkingFolder::writeText(file, QString());
     const MessageBoxAnswerer user(QMessageBox::Ok);
     open();
     use(control);
@@ -252,7 +244,7 @@ void TestDocuments::documentIsFileThatAddressNames()
     open();
     QVERIFY(QDir().mkdir(folderName));
     QDir::setCurrent(folderName);
-    folder->writeText(QStringLiteral("Z7Manual.pdf"), QString());
+    WorkingFolder::writeText(QStringLiteral("Z7Manual.pdf"), QString());
     const MessageBoxAnswerer user(QMessageBox::Ok);
     use("BtnPdfHelp");
     QCOMPARE(user.count(), isReported ? 1 : 0);
@@ -267,7 +259,7 @@ void TestDocuments::reportComesFromLanguageFile()
 {
     QFETCH(QByteArray, control);
     QFETCH(QString, textKey);
-    folder->writeText(
+    WorkingFolder::writeText(
         "deutsch.z7lang", QStringLiteral("[Common]\nApplicationTitle=Tool\n%1=Sorry\n").arg(textKey));
     const MessageBoxAnswerer user(QMessageBox::Ok);
     open();
@@ -294,7 +286,7 @@ void TestDocuments::homePageIsOpened()
 
 void TestDocuments::homePageIsSettingOfLanguageFile()
 {
-    folder->writeText("deutsch.z7lang", "[Common]\nURLHome=http://drives.example/z7\n");
+    WorkingFolder::writeText("deutsch.z7lang", "[Common]\nURLHome=http://drives.example/z7\n");
     const OpenedUrls browser(QStringLiteral("http"));
     open();
     use("BtnWeb");

@@ -10,6 +10,7 @@
 #include "shell/topmenuwidget.h"
 #include "shell/wizard/connectionsdialog.h"
 #include "tests/shell/shelltest.h"
+#include "tests/support/isolatedtest.h"
 
 #include <QAction>
 #include <QApplication>
@@ -26,13 +27,11 @@
 
 using namespace ShellTest;
 
-class TestMainWindow : public QObject
+class TestMainWindow : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
-
     void titleShowsVersionWithoutLanguageFile();
     void titleComesFromLanguageFileButVersionDoesNot();
     void windowHasIcon();
@@ -66,6 +65,8 @@ private slots:
     void nothingIsWrittenWithoutClosing();
 
 private:
+    void tidyUp() override;
+
     void open();
     QAction &action(const QByteArray &name) const;
     template<typename Widget>
@@ -85,10 +86,9 @@ void TestMainWindow::open()
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
 }
 
-void TestMainWindow::cleanup()
+void TestMainWindow::tidyUp()
 {
     window.reset();
-    forgetServices();
 }
 
 QAction &TestMainWindow::action(const QByteArray &name) const

@@ -4,7 +4,8 @@
 #include "control/services/services.h"
 #include "shell/optionsdialog.h"
 #include "tests/shell/connectedwindow.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -16,14 +17,11 @@
 
 using namespace ShellTest;
 
-class TestOptionsDialog : public QObject
+class TestOptionsDialog : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void textsStandAtTheirPlaces();
     void textsAreInUsersLanguage();
     void buttonsHaveTheirIcons_data();
@@ -53,6 +51,9 @@ private slots:
     void pollingIsTurnedOffAndOnAtRunTime();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     Z7Options *options() const { return Z7Services::instance()->options(); }
     QComboBox &languages() const { return child<QComboBox>(*dialog, "cbLanguage"); }
     QString fieldText(const char *name) const { return child<QLineEdit>(*dialog, name).text(); }
@@ -62,20 +63,17 @@ private:
         dialog->show();
     }
 
-    std::optional<WorkingFolder> folder;
     std::optional<optionsdialog> dialog;
 };
 
-void TestOptionsDialog::init()
+void TestOptionsDialog::prepare()
 {
-    folder.emplace();
     dialog.emplace();
 }
 
-void TestOptionsDialog::cleanup()
+void TestOptionsDialog::tidyUp()
 {
     dialog.reset();
-    folder.reset();
 }
 
 void TestOptionsDialog::textsStandAtTheirPlaces()
@@ -98,7 +96,7 @@ void TestOptionsDialog::textsStandAtTheirPlaces()
 
 void TestOptionsDialog::textsAreInUsersLanguage()
 {
-    folder->writeText("deutsch.z7lang",
+    WorkingFolder::writeText("deutsch.z7lang",
         "[DialogOptions]\nTitle=a\nCommon=b\nCommunication=c\nLanguage=d\nTimeout=e\nTimeoutScaning=f\n"
         "preselectVendorID=g\nPollingInterval=h\nRestartRequired=i\n");
     open();
@@ -112,18 +110,15 @@ void TestOptionsDialog::textsAreInUsersLanguage()
 
 void TestOptionsDialog::buttonsHaveTheirIcons_data()
 {
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QByteArray>("icon");
-    QTest::newRow("close") << QByteArray("BtnCancel") << QByteArray(":/images/cancel-icon.png");
-    QTest::newRow("ok") << QByteArray("BtnOK") << QByteArray(":/images/tick-icon_24px.png");
+    addButtonColumns();
+    addButton("BtnCancel", "Schließen", ":/images/cancel-icon.png");
+    addButton("BtnOK", "OK", ":/images/tick-icon_24px.png");
 }
 
 void TestOptionsDialog::buttonsHaveTheirIcons()
 {
-    QFETCH(QByteArray, button);
-    QFETCH(QByteArray, icon);
-    QVERIFY(!image(icon.constData()).isNull());
-    QCOMPARE(image(child<QPushButton>(*dialog, button.constData()).icon()), image(icon.constData()));
+    open();
+    checkButton(*dialog);
 }
 
 void TestOptionsDialog::optionsInForceStandInFields()
@@ -187,21 +182,20 @@ void TestOptionsDialog::numberFarOutOfRangeCannotBeTyped()
     QFETCH(QByteArray, field);
     QFETCH(QString, typed);
     open();
-    type(*dialog, field.constData(), typed);
+    Person::type(*dialog, field.constData(), typed);
     QTEST(fieldText(field.constData()), "text");
 }
 
 void TestOptionsDialog::okSavesEveryField()
 {
-    folder->writeText("english.z7lang", "");
+    WorkingFolder::writeText("english.z7lang", "");
     open();
-    type(*dialog, "edTimeout", "200");
-    type(*dialog, "edTimeoutScanning", "40");
-    type(*dialog, "edPreselectVendorID", "4292");
-    type(*dialog, "edPollingCycle", "500");
-    languages().setFocus();
-    QTest::keyClicks(&languages(), "english");
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::type(*dialog, "edTimeout", "200"));
+    QVERIFY(Person::type(*dialog, "edTimeoutScanning", "40"));
+    QVERIFY(Person::type(*dialog, "edPreselectVendorID", "4292"));
+    QVERIFY(Person::type(*dialog, "edPollingCycle", "500"));
+    QVERIFY(Person::choose(&languages(), "english"));
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QVERIFY(!dialog->isVisible());
     QCOMPARE(options()->timeout(), 200);
     QCOMPARE(options()->timeoutScanning(), 40);
@@ -226,8 +220,8 @@ void TestOptionsDialog::undoBringsNothingBackOfEarlierShowing()
     QFETCH(QString, typed);
     open();
     const QString inForce = fieldText(field.constData());
-    type(*dialog, field.constData(), typed);
-    press(*dialog, "BtnCancel");
+    Person::type(*dialog, field.constData(), typed);
+    QVERIFY(Person::press(*dialog, "BtnCancel"));
     open();
     QTest::keySequence(&child(*dialog, field.constData()), QKeySequence::Undo);
     QCOMPARE(fieldText(field.constData()), inForce);
@@ -236,24 +230,24 @@ void TestOptionsDialog::undoBringsNothingBackOfEarlierShowing()
 void TestOptionsDialog::emptyFieldIsSavedAsZero()
 {
     open();
-    type(*dialog, "edPreselectVendorID", "");
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::type(*dialog, "edPreselectVendorID", ""));
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(options()->defaultVendorID(), 0);
 }
 
 void TestOptionsDialog::shorterNumberIsSavedAsItStands()
 {
     open();
-    type(*dialog, "edTimeout", "5");
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::type(*dialog, "edTimeout", "5"));
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(options()->timeout(), 5);
 }
 
 void TestOptionsDialog::cancelDiscardsEverything()
 {
     open();
-    type(*dialog, "edTimeout", "999");
-    press(*dialog, "BtnCancel");
+    QVERIFY(Person::type(*dialog, "edTimeout", "999"));
+    QVERIFY(Person::press(*dialog, "BtnCancel"));
     QVERIFY(!dialog->isVisible());
     QCOMPARE(options()->timeout(), 140);
     open();
@@ -263,7 +257,7 @@ void TestOptionsDialog::cancelDiscardsEverything()
 void TestOptionsDialog::languageFilesAreOffered()
 {
     for (const char *file : {"deutsch.z7lang", "english.uk.z7lang", "readme.txt"})
-        folder->writeText(file, "");
+        WorkingFolder::writeText(file, "");
     open();
     QCOMPARE(languages().count(), 2);
     QCOMPARE(languages().itemText(1), QStringLiteral("english.uk"));
@@ -275,18 +269,18 @@ void TestOptionsDialog::languageFilesAreOffered()
 void TestOptionsDialog::languageWithoutFileGivesWayToFirst()
 {
     for (const char *file : {"english.z7lang", "italiano.z7lang"})
-        folder->writeText(file, "");
+        WorkingFolder::writeText(file, "");
     open();
     QCOMPARE(languages().currentText(), QStringLiteral("english"));
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(options()->language(), QStringLiteral("english"));
 }
 
 void TestOptionsDialog::languageFilesOfGivenFolderAreOffered()
 {
-    folder->writeText("deutsch.z7lang", "");
+    WorkingFolder::writeText("deutsch.z7lang", "");
     QVERIFY(QDir().mkdir("given"));
-    folder->writeText("given/english.z7lang", "");
+    WorkingFolder::writeText("given/english.z7lang", "");
     Z7Services::instance()->setFolder("given");
     open();
     QCOMPARE(languages().count(), 1);
@@ -296,10 +290,10 @@ void TestOptionsDialog::languageFilesOfGivenFolderAreOffered()
 void TestOptionsDialog::cancelKeepsLanguage()
 {
     for (const char *file : {"deutsch.z7lang", "english.z7lang"})
-        folder->writeText(file, "");
+        WorkingFolder::writeText(file, "");
     open();
     QTest::keyClick(&languages(), Qt::Key_Down);
-    press(*dialog, "BtnCancel");
+    QVERIFY(Person::press(*dialog, "BtnCancel"));
     QCOMPARE(options()->language(), QStringLiteral("deutsch"));
     open();
     QCOMPARE(languages().currentText(), QStringLiteral("deutsch"));
@@ -309,14 +303,14 @@ void TestOptionsDialog::noLanguageFileLeavesListEmptyAndSavesEmptyLanguage()
 {
     open();
     QCOMPARE(languages().count(), 0);
-    press(*dialog, "BtnOK");
+    QVERIFY(Person::press(*dialog, "BtnOK"));
     QCOMPARE(options()->language(), QString());
 }
 
 void TestOptionsDialog::changedLanguageAsksForRestart()
 {
-    folder->writeText("deutsch.z7lang", "");
-    folder->writeText("english.z7lang", "");
+    WorkingFolder::writeText("deutsch.z7lang", "");
+    WorkingFolder::writeText("english.z7lang", "");
     open();
     QVERIFY(!sees(*dialog, "lRestartRequired"));
     QTest::keyClick(&languages(), Qt::Key_Down);
@@ -325,8 +319,8 @@ void TestOptionsDialog::changedLanguageAsksForRestart()
 
 void TestOptionsDialog::noteStaysWhenFirstChoiceIsBack()
 {
-    folder->writeText("deutsch.z7lang", "");
-    folder->writeText("english.z7lang", "");
+    WorkingFolder::writeText("deutsch.z7lang", "");
+    WorkingFolder::writeText("english.z7lang", "");
     open();
     QTest::keyClick(&languages(), Qt::Key_Down);
     QTest::keyClick(&languages(), Qt::Key_Up);
@@ -336,11 +330,11 @@ void TestOptionsDialog::noteStaysWhenFirstChoiceIsBack()
 
 void TestOptionsDialog::noteIsGoneAtNextShowing()
 {
-    folder->writeText("deutsch.z7lang", "");
-    folder->writeText("english.z7lang", "");
+    WorkingFolder::writeText("deutsch.z7lang", "");
+    WorkingFolder::writeText("english.z7lang", "");
     open();
     QTest::keyClick(&languages(), Qt::Key_Down);
-    press(*dialog, "BtnCancel");
+    QVERIFY(Person::press(*dialog, "BtnCancel"));
     open();
     QVERIFY(!sees(*dialog, "lRestartRequired"));
     QTest::keyClick(&languages(), Qt::Key_Down);
@@ -350,7 +344,7 @@ void TestOptionsDialog::noteIsGoneAtNextShowing()
 void TestOptionsDialog::changedNumberAsksForNoRestart()
 {
     open();
-    type(*dialog, "edTimeout", "200");
+    QVERIFY(Person::type(*dialog, "edTimeout", "200"));
     QVERIFY(!sees(*dialog, "lRestartRequired"));
 }
 
@@ -363,8 +357,8 @@ void TestOptionsDialog::pollingIsTurnedOffAndOnAtRunTime()
     const auto setPollingInterval = [&ui](const char *interval) {
         ui.press("BtnOptions");
         const auto &shown = *ui.window->findChild<optionsdialog *>();
-        type(shown, "edPollingCycle", interval);
-        press(shown, "BtnOK");
+        QVERIFY(Person::type(shown, "edPollingCycle", interval));
+        QVERIFY(Person::press(shown, "BtnOK"));
     };
     setPollingInterval("0");
     // The pass under way may end. After that not even the next two ticks, one a second, begin another.

@@ -6,7 +6,9 @@
 #include "pages/fixedresolutionsdialog.h"
 #include "pages/pagefactory.h"
 #include "tests/shell/contentband.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
+#include "tests/support/person.h"
 
 #include <QLineEdit>
 #include <QScrollBar>
@@ -36,14 +38,11 @@ QStringList textsBelow(const QTreeWidgetItem *parent)
 
 } // namespace
 
-class TestPageTree : public QObject
+class TestPageTree : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void treeIsEmptyWithoutDrive();
     void singleDriveStandsAtTop();
     void twoDrivesStandBelowNetwork();
@@ -79,6 +78,9 @@ private slots:
     void focusStaysInFieldOfPage();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void list(const QList<Z7Device> &devices) { band->controller.setDevices(devices); }
     QTreeWidget &tree() const { return band->tree(); }
     QImage icon(int page, const Z7Device &device) const { return image(band->item(page, device)->icon(0)); }
@@ -92,7 +94,7 @@ private:
     Z7Device second;
 };
 
-void TestPageTree::init()
+void TestPageTree::prepare()
 {
     writeDefinitions();
     ports = std::make_unique<ListedPorts>();
@@ -105,11 +107,10 @@ void TestPageTree::init()
     second = drive(2);
 }
 
-void TestPageTree::cleanup()
+void TestPageTree::tidyUp()
 {
     band.reset();
     ports.reset();
-    forgetServices();
 }
 
 void TestPageTree::letPageBeAboutTheFixedSpeed(const Z7Device &device)
@@ -248,9 +249,9 @@ void TestPageTree::clickOnDriveThatWasCollapsedIsNotLost()
     tree().setCurrentItem(band->item(DeviceStatus, second));
     QTest::keyClick(&tree(), Qt::Key_Minus);
     QTreeWidgetItem *item = band->item(ParameterTable, first);
-    pressAt(tree(), item);
+    QVERIFY(Person::pressDown(item));
     band->bring(second);
-    releaseAt(tree(), item);
+    QVERIFY(Person::letGo(item));
     QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
 }
 
@@ -383,9 +384,9 @@ void TestPageTree::clickThatBeginsBeforeRefreshIsNotLost()
 {
     list({first, second});
     QTreeWidgetItem *item = band->item(ParameterTable, first);
-    pressAt(tree(), item);
+    QVERIFY(Person::pressDown(item));
     band->bring(second);
-    releaseAt(tree(), item);
+    QVERIFY(Person::letGo(item));
     QCOMPARE(textOf(*band->content, "LContentTitle"), QStringLiteral("Parametertabelle"));
 }
 
@@ -416,9 +417,8 @@ void TestPageTree::focusStaysInFieldOfPage()
     band->click(ParameterTable, first);
     const QList<QLineEdit *> fields = band->content->findChildren<QLineEdit *>();
     QVERIFY(!fields.isEmpty());
-    QTest::mouseClick(fields.first(), Qt::LeftButton);
+    QVERIFY(Person::type(fields.first(), "7"));
     QVERIFY(fields.first()->hasFocus());
-    QTest::keyClicks(fields.first(), QStringLiteral("7"));
     band->bring(band->controller.device(first.deviceId()));
     QVERIFY(fields.first()->hasFocus());
     QCOMPARE(fields.first()->text(), QStringLiteral("7"));

@@ -5,8 +5,9 @@
 #include "model/parameterfile.h"
 #include "tests/shell/connectedwindow.h"
 #include "tests/support/filedialogs.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
-#include "tests/support/workingfolder.h"
+#include "tests/support/person.h"
 
 #include <QAction>
 #include <QDialogButtonBox>
@@ -33,8 +34,8 @@ void pressInFileDialog(QDialogButtonBox::StandardButton button, const QString &n
 {
     QTimer::singleShot(0, qApp, [button, name] {
         auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        QTest::keyClicks(dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")), name);
-        QTest::mouseClick(dialog->findChild<QDialogButtonBox *>()->button(button), Qt::LeftButton);
+        Person::type(*dialog, "fileNameEdit", name);
+        Person::press(dialog->findChild<QDialogButtonBox *>()->button(button));
     });
 }
 
@@ -50,14 +51,11 @@ void makeUnreadableFile(const char *name)
 
 } // namespace
 
-class TestParameterFileActions : public QObject
+class TestParameterFileActions : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void saveDialogAsksForParameterFile();
     void suffixIsAppendedUnlessItStandsInPath_data();
     void suffixIsAppendedUnlessItStandsInPath();
@@ -91,6 +89,9 @@ private slots:
     void menuAndShortcutAskForFile();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void open(const QString &name)
     {
         const FileDialogUser user(name);
@@ -98,23 +99,20 @@ private:
         QCOMPARE(user.count(), 1);
     }
 
-    std::optional<WorkingFolder> folder;
     std::unique_ptr<ConnectedWindow> ui;
 };
 
-void TestParameterFileActions::init()
+void TestParameterFileActions::prepare()
 {
-    folder.emplace();
     writeDefinitions();
     ui = std::make_unique<ConnectedWindow>(QList<int> {3, 4});
     QVERIFY(ui->begin({3, 4}));
 }
 
-void TestParameterFileActions::cleanup()
+void TestParameterFileActions::tidyUp()
 {
     ui->window->close();
     ui.reset();
-    folder.reset();
 }
 
 void TestParameterFileActions::saveDialogAsksForParameterFile()
@@ -241,7 +239,7 @@ void TestParameterFileActions::nameThatCannotBeOpenedGetsBox()
     const FileDialogUser user(typed);
     const MessageBoxAnswerer box([](QMessageBox *shown) {
         const bool isQuestion = shown->standardButtons() & QMessageBox::Yes; // whether to overwrite
-        QTest::mouseClick(shown->button(isQuestion ? QMessageBox::Yes : QMessageBox::Ok), Qt::LeftButton);
+        Person::press(shown->button(isQuestion ? QMessageBox::Yes : QMessageBox::Ok));
     });
     ui->press("BtnSaveAs");
     QVERIFY(box.count() >= 1);
@@ -369,7 +367,7 @@ void TestParameterFileActions::dialogOfFileServesLaterActionsToo()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     // No control leads to the default values.
     QMetaObject::invokeMethod(ui->window.get(), "SetDefaultValues");
     QCOMPARE(ui->window->findChildren<DeviceSelectionDialog *>().size(), 1);

@@ -4,6 +4,8 @@
 #include "control/services/services.h"
 #include "tests/shell/simulateddrives.h"
 #include "tests/shell/wizardbench.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -28,14 +30,11 @@ constexpr int timeoutScanningMs = 12;
 
 } // namespace
 
-class TestScanDrives : public QObject
+class TestScanDrives : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void everyAddressIsAskedOnce();
     void foundDrivesAreCounted();
     void rowTellsOfScanWhileItRuns();
@@ -58,6 +57,9 @@ private slots:
     void leavingLastPageEndsLogOns();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     z7sim::SimulatedBus &plug(const QString &port, const QList<int> &addresses);
     void beginScanOfOnePort();
     void beginScanOfAllPorts();
@@ -75,7 +77,7 @@ private:
     }
     /// What the rows show as text, without the port's name.
     QStringList rowTexts() const;
-    QList<QImage> rowPictures() const;
+    QList<QImage> rowPictures() const { return picturesOf(*bench->page()); }
     QStringList tickedDrives() const;
     QByteArrayList accessTo(const QString &port, int address) const;
 
@@ -83,7 +85,7 @@ private:
     std::unique_ptr<WizardBench> bench;
 };
 
-void TestScanDrives::init()
+void TestScanDrives::prepare()
 {
     writeDefinitions();
     Z7Services::instance()->options()->setTimeoutScanning(timeoutScanningMs);
@@ -91,11 +93,10 @@ void TestScanDrives::init()
     bench = std::make_unique<WizardBench>();
 }
 
-void TestScanDrives::cleanup()
+void TestScanDrives::tidyUp()
 {
     bench.reset();
     drives.reset();
-    forgetServices();
 }
 
 z7sim::SimulatedBus &TestScanDrives::plug(const QString &port, const QList<int> &addresses)
@@ -137,7 +138,7 @@ void TestScanDrives::scanLowAddresses()
 void TestScanDrives::abortBeyondLowAddresses()
 {
     QTRY_VERIFY(onPage<QProgressBar>().first()->value() > 10);
-    QTest::mouseClick(onPage<QPushButton>().first(), Qt::LeftButton);
+    QVERIFY(Person::press(onPage<QPushButton>().first()));
     waitForTheScan();
 }
 
@@ -155,17 +156,6 @@ QStringList TestScanDrives::rowTexts() const
             texts << label->text();
     }
     return texts;
-}
-
-QList<QImage> TestScanDrives::rowPictures() const
-{
-    QList<QImage> pictures;
-    for (const auto *label : onPage<QLabel>()) {
-        const QImage shown = label->pixmap(Qt::ReturnByValue).toImage();
-        if (label->isVisible() && !shown.isNull())
-            pictures << shown;
-    }
-    return pictures;
 }
 
 QStringList TestScanDrives::tickedDrives() const
@@ -336,7 +326,7 @@ void TestScanDrives::abortingLeavesOtherPortsOut()
     // The ports come in reverse order: the third, the second, the first.
     auto *abort = onPage<QPushButton>().at(1);
     QTRY_VERIFY_WITH_TIMEOUT(abort->isVisible(), 30000);
-    QTest::mouseClick(abort, Qt::LeftButton);
+    QVERIFY(Person::press(abort));
     waitForTheScan();
     QVERIFY(drives->requests(secondPort).size() < 255);
     QVERIFY(drives->requests(firstPort).isEmpty());

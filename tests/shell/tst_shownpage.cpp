@@ -4,7 +4,9 @@
 #include "control/services/services.h"
 #include "pages/datawidget.h"
 #include "tests/shell/contentband.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
+#include "tests/support/person.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -20,14 +22,11 @@ enum Page { Network, DeviceStatus, CurrentLimits = 4, ParameterTable = 9, Firmwa
 
 } // namespace
 
-class TestShownPage : public QObject
+class TestShownPage : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void nothingIsShownAtStart();
     void contentHasItsColours();
     void titleHasItsFont();
@@ -48,6 +47,9 @@ private slots:
     void newListOfDrivesTakesPageOut();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     QString title() const { return textOf(*band->content, "LContentTitle"); }
     bool buttonsAreOffered() const { return child(*band->content, "DeviceCommButtonFrame").isEnabled(); }
     /// Class names of the pages that a person sees.
@@ -60,7 +62,7 @@ private:
     Z7Device second;
 };
 
-void TestShownPage::init()
+void TestShownPage::prepare()
 {
     writeDefinitions();
     ports = std::make_unique<ListedPorts>();
@@ -71,11 +73,10 @@ void TestShownPage::init()
     second = drive(2);
 }
 
-void TestShownPage::cleanup()
+void TestShownPage::tidyUp()
 {
     band.reset();
     ports.reset();
-    forgetServices();
 }
 
 QStringList TestShownPage::shownPages() const
@@ -175,7 +176,7 @@ void TestShownPage::samePageOfAnotherDriveIsShown()
 void TestShownPage::networkPageIsEmpty()
 {
     listDrives();
-    ShellTest::click(band->tree(), band->tree().topLevelItem(0));
+    QVERIFY(Person::click(band->tree().topLevelItem(0)));
     QCOMPARE(shownPages(), QStringList {QStringLiteral("NetworkDialog")});
     QCOMPARE(title(), QStringLiteral("Z7-Netzwerk"));
     QVERIFY(band->content->findChild<Z7DataWidget *>()->findChildren<QWidget *>().isEmpty());
@@ -185,7 +186,7 @@ void TestShownPage::networkPageIsEmpty()
 void TestShownPage::drivesCanBeClickedAfterNetwork()
 {
     listDrives();
-    ShellTest::click(band->tree(), band->tree().topLevelItem(0));
+    QVERIFY(Person::click(band->tree().topLevelItem(0)));
     band->click(ParameterTable, second);
     QCOMPARE(title(), QStringLiteral("Parametertabelle"));
 }
@@ -228,7 +229,7 @@ void TestShownPage::clickIsOnlyOneSwitchAfterManyRecords()
     band->click(ParameterTable, first);
     QCOMPARE(selected.size(), 1);
     band->bring(first);
-    ShellTest::click(band->tree(), band->tree().topLevelItem(0));
+    QVERIFY(Person::click(band->tree().topLevelItem(0)));
     QCOMPARE(deselected.size(), 1);
 }
 

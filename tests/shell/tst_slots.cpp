@@ -1,7 +1,6 @@
 // The slots of the window and its dialogs: which may be called from outside, and that a call at a time at
 // which no button would make it does no harm.
 
-#include "control/services/services.h"
 #include "shell/deviceselectiondialog.h"
 #include "shell/mainwindow.h"
 #include "shell/optionsdialog.h"
@@ -11,46 +10,29 @@
 #include "shell/wizard/scanportwizardwidget.h"
 #include "tests/shell/contentband.h"
 #include "tests/support/filedialogs.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/messageboxes.h"
-#include "tests/support/workingfolder.h"
 
 #include <QtTest>
 
 #include <memory>
-#include <optional>
 
 using namespace ShellTest;
 
 Q_DECLARE_METATYPE(const QMetaObject *)
 
-class TestSlots : public QObject
+class TestSlots : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void slotIsPublic_data();
     void slotIsPublic();
     void windowWithoutDriveBearsEverySlot_data();
     void windowWithoutDriveBearsEverySlot();
     void clickOnNoItemShowsNoPage();
     void selectionThatWasNeverOfferedPicksNothing();
-
-private:
-    std::optional<WorkingFolder> folder;
 };
-
-void TestSlots::init()
-{
-    folder.emplace();
-}
-
-void TestSlots::cleanup()
-{
-    folder.reset();
-}
 
 void TestSlots::slotIsPublic_data()
 {

@@ -3,6 +3,8 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "tests/shell/drivenwindow.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -26,14 +28,11 @@ int threadCount()
 
 } // namespace
 
-class TestWindowEnds : public QObject
+class TestWindowEnds : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void closingEndsThreads_data();
     void closingEndsThreads();
     void nothingMovesOnBusAfterClosing_data() { situations(); }
@@ -44,6 +43,9 @@ private slots:
     void goingWithoutBeingClosedIsNoCrash();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     static void situations();
 
     void idle();
@@ -77,7 +79,7 @@ void TestWindowEnds::situations()
     QTest::newRow("log-on") << &TestWindowEnds::logOn;
 }
 
-void TestWindowEnds::init()
+void TestWindowEnds::prepare()
 {
     writeDefinitions();
     ui = std::make_unique<DrivenWindow>(QList<int> {3});
@@ -85,10 +87,9 @@ void TestWindowEnds::init()
     threadsBefore = threadCount();
 }
 
-void TestWindowEnds::cleanup()
+void TestWindowEnds::tidyUp()
 {
     ui.reset();
-    forgetServices();
 }
 
 void TestWindowEnds::showTable()
@@ -124,8 +125,8 @@ void TestWindowEnds::transfer()
 void TestWindowEnds::scan()
 {
     ui->press("BtnConnection");
-    press(*ui->wizard, "BtnScanPort");
-    press(*ui->wizard, "BtnNext");
+    QVERIFY(Person::press(*ui->wizard, "BtnScanPort"));
+    QVERIFY(Person::press(*ui->wizard, "BtnNext"));
     QVERIFY(ui->waitForTraffic());
 }
 
@@ -133,8 +134,8 @@ void TestWindowEnds::pauseBetweenTwoPorts()
 {
     ui->drives.plugDeadPort(QStringLiteral("ttyUSB1"));
     ui->press("BtnConnection");
-    press(*ui->wizard, "BtnScanAllPorts");
-    press(*ui->wizard, "BtnNext");
+    QVERIFY(Person::press(*ui->wizard, "BtnScanAllPorts"));
+    QVERIFY(Person::press(*ui->wizard, "BtnNext"));
     // The dead port comes first. Once the next one is announced, the pause before its scan runs.
     QTRY_VERIFY(isAnnounced(1));
 }

@@ -3,6 +3,8 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "tests/shell/drivenwindow.h"
+#include "tests/support/isolatedtest.h"
+#include "tests/support/person.h"
 
 #include <QAction>
 #include <QLabel>
@@ -18,14 +20,11 @@ const char *const driveButtons[] = {"BtnOpen", "BtnSaveAs", "BtnFactoryReset", "
 
 } // namespace
 
-class TestWindowWithDrives : public QObject
+class TestWindowWithDrives : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void actionsOfDriveWorkOncePageIsShown();
     void actionsAreGreyOnPageOfAllDrives_data();
     void actionsAreGreyOnPageOfAllDrives();
@@ -40,23 +39,25 @@ private slots:
     void connectingAgainPollsAgain();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void open(const QList<int> &addresses);
     bool areActionsEnabled(bool enabled) const;
 
     std::unique_ptr<DrivenWindow> ui;
 };
 
-void TestWindowWithDrives::init()
+void TestWindowWithDrives::prepare()
 {
     writeDefinitions();
     Z7Services::instance()->options()->setPollingInterval(20);
 }
 
-void TestWindowWithDrives::cleanup()
+void TestWindowWithDrives::tidyUp()
 {
     ui->window->close();
     ui.reset();
-    forgetServices();
 }
 
 void TestWindowWithDrives::open(const QList<int> &addresses)
@@ -102,7 +103,7 @@ void TestWindowWithDrives::actionsAreGreyOnPageOfAllDrives()
     ui->click(ParameterTable, 3);
     QVERIFY(areActionsEnabled(true));
     QVERIFY(ui->waitForAPass());
-    ShellTest::click(ui->tree(), firmware ? ui->item(FirmwareUpload, 4) : ui->tree().topLevelItem(0));
+    QVERIFY(Person::click(firmware ? ui->item(FirmwareUpload, 4) : ui->tree().topLevelItem(0)));
     QVERIFY(areActionsEnabled(false));
 }
 
@@ -111,7 +112,7 @@ void TestWindowWithDrives::actionsAreGreyAfterNewListOfDrives()
     open({3});
     ui->click(ParameterTable, 3);
     ui->press("BtnConnection");
-    press(*ui->wizard, "BtnOK");
+    QVERIFY(Person::press(*ui->wizard, "BtnOK"));
     QVERIFY(areActionsEnabled(false));
 }
 
@@ -120,10 +121,9 @@ void TestWindowWithDrives::resetChangesStaysActiveWithoutDrive()
     open({3});
     ui->click(ParameterTable, 3);
     ui->press("BtnConnection");
-    ShellTest::click(child<QTreeWidget>(*ui->wizard, "LbConnectedDevices"),
-        child<QTreeWidget>(*ui->wizard, "LbConnectedDevices").topLevelItem(0));
-    press(*ui->wizard, "BtnRemoveConnection");
-    press(*ui->wizard, "BtnOK");
+    QVERIFY(Person::click(child<QTreeWidget>(*ui->wizard, "LbConnectedDevices").topLevelItem(0)));
+    QVERIFY(Person::press(*ui->wizard, "BtnRemoveConnection"));
+    QVERIFY(Person::press(*ui->wizard, "BtnOK"));
     QCOMPARE(ui->tree().topLevelItemCount(), 0);
     QVERIFY(areActionsEnabled(false));
     QVERIFY(child(*ui->window, "BtnResetChanges").isEnabled());
@@ -188,7 +188,7 @@ void TestWindowWithDrives::connectingAgainPollsAgain()
     ui->click(CurrentLimits, 3);
     QVERIFY(ui->waitForTraffic());
     ui->press("BtnConnection");
-    press(*ui->wizard, "BtnOK");
+    QVERIFY(Person::press(*ui->wizard, "BtnOK"));
     ui->bus.clearLog();
     ui->click(CurrentLimits, 3);
     QVERIFY(ui->waitForTraffic());

@@ -1,11 +1,11 @@
 // The wizard where its buttons do not lead: slots called out of turn, news that nobody waits for, and a bus
 // that is not to be had.
 
-#include "control/services/services.h"
 #include "protocol/telegram.h"
 #include "shell/wizard/confirmconnectionwizardwidget.h"
 #include "shell/wizard/scanningwizardwidget.h"
 #include "tests/shell/wizardbench.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
 
 #include <QCheckBox>
@@ -42,14 +42,11 @@ void refuse(IDeviceDataCallback &page, const Z7Device &device)
 
 } // namespace
 
-class TestWizardOutOfTurn : public QObject
+class TestWizardOutOfTurn : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void withoutWayThereIsNoPageToLeafTo_data();
     void withoutWayThereIsNoPageToLeafTo();
     void firstPageHasNoneBeforeIt();
@@ -75,6 +72,9 @@ private slots:
     void refusedScansUnlockButtons();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     void beginScan(const char *button) const;
     bool areButtonsEnabled() const;
     /// A page in a window of its own, on the drives.
@@ -82,14 +82,13 @@ private:
     std::unique_ptr<Page> show(std::unique_ptr<Page> page, const QList<Z7Device> &devices) const;
     std::unique_ptr<ConfirmConnectionWizardWidget> confirmPage(const QList<Z7Device> &devices) const;
     std::unique_ptr<ScanningWizardWidget> scanningPage(const QList<Z7Device> &devices) const;
-    static QList<QImage> picturesOf(const QWidget &page);
     static QStringList textsOf(const QWidget &page);
 
     std::unique_ptr<ListedPorts> ports;
     std::unique_ptr<WizardBench> bench;
 };
 
-void TestWizardOutOfTurn::init()
+void TestWizardOutOfTurn::prepare()
 {
     writeDefinitions();
     ports = std::make_unique<ListedPorts>();
@@ -98,11 +97,10 @@ void TestWizardOutOfTurn::init()
     bench = std::make_unique<WizardBench>();
 }
 
-void TestWizardOutOfTurn::cleanup()
+void TestWizardOutOfTurn::tidyUp()
 {
     bench.reset();
     ports.reset();
-    forgetServices();
 }
 
 void TestWizardOutOfTurn::beginScan(const char *button) const
@@ -141,17 +139,6 @@ std::unique_ptr<ConfirmConnectionWizardWidget> TestWizardOutOfTurn::confirmPage(
 std::unique_ptr<ScanningWizardWidget> TestWizardOutOfTurn::scanningPage(const QList<Z7Device> &devices) const
 {
     return show(std::make_unique<ScanningWizardWidget>(bench->dialog), devices);
-}
-
-QList<QImage> TestWizardOutOfTurn::picturesOf(const QWidget &page)
-{
-    QList<QImage> pictures;
-    for (const auto *label : page.findChildren<QLabel *>()) {
-        const QImage shown = label->pixmap(Qt::ReturnByValue).toImage();
-        if (label->isVisible() && !shown.isNull())
-            pictures << shown;
-    }
-    return pictures;
 }
 
 QStringList TestWizardOutOfTurn::textsOf(const QWidget &page)

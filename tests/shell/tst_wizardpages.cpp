@@ -4,7 +4,9 @@
 #include "shell/wizard/introductionwizardwidget.h"
 #include "shell/wizard/setpasswordwizardwidget.h"
 #include "tests/shell/wizardbench.h"
+#include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
+#include "tests/support/person.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -22,14 +24,11 @@
 
 using namespace ShellTest;
 
-class TestWizardPages : public QObject
+class TestWizardPages : public IsolatedTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void portPageHasItsTexts();
     void manualWayAsksForAddressAndPassword();
     void scanAsksForPortOnly();
@@ -51,6 +50,9 @@ private slots:
     void detectingPageSaysWhatIsDone();
 
 private:
+    void prepare() override;
+    void tidyUp() override;
+
     QString edit(const char *field) const { return child<QLineEdit>(*bench->dialog, field).text(); }
     QComboBox &portBox() const { return child<QComboBox>(*bench->dialog, "cbPorts"); }
 
@@ -58,18 +60,17 @@ private:
     std::unique_ptr<WizardBench> bench;
 };
 
-void TestWizardPages::init()
+void TestWizardPages::prepare()
 {
     ports = std::make_unique<ListedPorts>();
     ports->plugUsb(firstPort, QString());
     bench = std::make_unique<WizardBench>();
 }
 
-void TestWizardPages::cleanup()
+void TestWizardPages::tidyUp()
 {
     bench.reset();
     ports.reset();
-    forgetServices();
 }
 
 void TestWizardPages::portPageHasItsTexts()
@@ -231,7 +232,7 @@ void TestWizardPages::passwordGoesToEveryDrive()
     SetPasswordWizardWidget page(bench->dialog);
     page.setDevices({drive(1), drive(2)});
     page.show();
-    type(page, "EdPassword", typed);
+    Person::type(page, "EdPassword", typed);
     QVERIFY(page.leavePage());
     QCOMPARE(page.devices().size(), 2);
     for (const Z7Device &device : page.devices())

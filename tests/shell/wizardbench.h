@@ -2,6 +2,7 @@
 
 #include "shell/wizard/connectionsdialog.h"
 #include "tests/shell/contentband.h"
+#include "tests/support/person.h"
 
 #include <QTreeWidget>
 
@@ -24,8 +25,8 @@ public:
         dialog->show();
     }
 
-    void press(const char *button) const { ShellTest::press(*dialog, button); }
-    void type(const char *field, const QString &text) const { ShellTest::type(*dialog, field, text); }
+    bool press(const char *button) const { return Person::press(*dialog, button); }
+    bool type(const char *field, const QString &text) const { return Person::type(*dialog, field, text); }
     bool sees(const char *name) const { return ShellTest::sees(*dialog, name); }
     bool isEnabled(const char *name) const { return ShellTest::child(*dialog, name).isEnabled(); }
     QString textOf(const char *label) const { return ShellTest::textOf(*dialog, label); }
