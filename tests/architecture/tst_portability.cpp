@@ -17,10 +17,14 @@ bool isEverywhere(const Include &include)
     return include.isQuoted || known.match(include.path).hasMatch();
 }
 
+LayerTable layerTable()
+{
+    return LayerTable(contentOf(QStringLiteral(Z7_SOURCE_DIR "/ARCHITECTURE.md")));
+}
+
 QStringList foldersOfProgram()
 {
-    const LayerTable table(contentOf(QStringLiteral(Z7_SOURCE_DIR "/ARCHITECTURE.md")));
-    return table.folders().filter(QRegularExpression(QStringLiteral("^(?!simulator)")));
+    return layerTable().folders().filter(QRegularExpression(QStringLiteral("^(?!simulator)")));
 }
 
 /// The sources of the program that include headers which are not everywhere.
@@ -44,10 +48,17 @@ class TestPortability : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void headersOfSystemAreToldApart_data();
     void headersOfSystemAreToldApart();
     void oneSourceOfProgramKnowsItsSystem();
 };
+
+void TestPortability::initTestCase()
+{
+    const QString error = layerTable().error();
+    QVERIFY2(error.isEmpty(), qPrintable("ARCHITECTURE.md: " + error));
+}
 
 void TestPortability::headersOfSystemAreToldApart_data()
 {
