@@ -381,7 +381,7 @@ void TestParameterFileActions::savedChangesTakePlaceOfOpenedFile()
 {
     WorkingFolder::write("a.z7param", parameterFile("V123"));
     open("a.z7param");
-    press(ui->selection(), "BtnAbort");
+    QVERIFY(Person::press(ui->selection(), "BtnAbort"));
     ui->change("555");
     {
         const FileDialogUser user(QStringLiteral("b.z7param"));
