@@ -20,6 +20,8 @@ namespace z7sim {
 
 namespace {
 
+constexpr qint64 never = std::numeric_limits<qint64>::max();
+
 qint64 monotonicUs()
 {
     const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
@@ -88,6 +90,15 @@ public:
         m_finished.wait(lock, [&done] { return done; });
     }
 
+    void receive()
+    {
+        const QByteArray bytes = port.read();
+        if (!bytes.isEmpty())
+            bus.receive(bytes, monotonicUs());
+        if (bus.takePullRequest())
+            port.close();
+    }
+
     Bus bus;
     PseudoTerminal port;
     QString errorText;
@@ -111,22 +122,13 @@ private:
     {
         pollfd waits[] = {{m_wakeUp.get(), POLLIN, 0}, {port.descriptor(), POLLIN, 0}};
         const qint64 due = bus.nextDue();
-        if (due == std::numeric_limits<qint64>::max()) {
+        if (due == never) {
             ::ppoll(waits, 2, nullptr, nullptr);
             return;
         }
         const qint64 us = std::max<qint64>(0, due - monotonicUs());
         const timespec timeout = {static_cast<time_t>(us / 1000000), static_cast<long>(us % 1000000 * 1000)};
         ::ppoll(waits, 2, &timeout, nullptr);
-    }
-
-    void receive()
-    {
-        const QByteArray bytes = port.read();
-        if (!bytes.isEmpty())
-            bus.receive(bytes, monotonicUs());
-        if (bus.takePullRequest())
-            port.close();
     }
 
     void runJobs()
@@ -171,6 +173,18 @@ QString SimulatedBus::portPath() const
     QString path;
     m_worker->run([&] { path = m_worker->port.path(); });
     return path;
+}
+
+bool SimulatedBus::isSilent(const QString &path) const
+{
+    bool silent = false;
+    m_worker->run([&] {
+        if (!m_worker->port.isOpen())
+            return;
+        m_worker->receive(); // what was written before this call may not have been taken yet
+        silent = m_worker->port.path() == path && m_worker->bus.nextDue() == never;
+    });
+    return silent;
 }
 
 bool SimulatedBus::addDrive(const DriveConfig &config)

@@ -55,6 +55,10 @@ public:
     /// Path of the slave, "/dev/pts/5"; empty before start() and while the adapter is pulled.
     QString portPath() const;
 
+    /// True if no byte will come out of that port until the master writes again: whatever it has written is
+    /// taken, and no reply is on its way. False if the port is not this bus's, or the adapter is pulled.
+    bool isSilent(const QString &path) const;
+
     /// False if the drive's definition file does not exist, with the reason in errorText().
     bool addDrive(const DriveConfig &config);
 

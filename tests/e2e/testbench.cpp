@@ -57,12 +57,20 @@ z7sim::SimulatedBus &TestBench::plugIn(
     z7sim::BusConfig config;
     config.definitionFolder = m_folder.path();
     config.drives = drives;
+    config.paced = false;
     auto &bus = m_buses[port] = std::make_unique<z7sim::SimulatedBus>(config);
     if (!bus->start())
         qFatal("no simulated bus: %s", qPrintable(bus->errorText()));
+    m_silences[port] = std::make_unique<SkippedSilence>(*bus);
     m_adapters.insert(port, adapter);
     m_ports.plugUsb(port, bus->portPath(), adapter);
     return *bus;
+}
+
+void TestBench::slowDown(const QString &port)
+{
+    m_buses.at(port)->command("pace on");
+    m_silences.erase(port);
 }
 
 void TestBench::pull(const QString &port)

@@ -2,6 +2,7 @@
 
 #include "simulator/simulatedbus.h"
 #include "tests/support/listedports.h"
+#include "tests/support/skippedsilence.h"
 #include "tests/support/workingfolder.h"
 
 #include <QMap>
@@ -13,7 +14,8 @@
 /// A person's desk: a working folder with the sample definitions and the options, and buses with simulated
 /// drives behind serial ports that the program lists.
 ///
-/// Made before the window and gone after it. The drives answer at bus speed. Main thread only.
+/// Made before the window and gone after it. The drives answer at once and silence on their bus takes no
+/// time, unless a test slows them down. Main thread only.
 class TestBench
 {
 public:
@@ -30,6 +32,9 @@ public:
     /// Puts a bus with these drives behind an adapter of the preferred vendor.
     z7sim::SimulatedBus &plugIn(const QString &port, const QVector<z7sim::DriveConfig> &drives,
         const ListedPorts::UsbAdapter &adapter = ListedPorts::ftdiAdapter());
+    /// From now on telegrams on the bus of a port, and the silence around them, take their time, as on a real
+    /// one: for tests of what happens in the middle of a pass, or is on the screen until the next.
+    void slowDown(const QString &port);
     /// Pulls the adapter of a port and its cable to the drives, which stay on power.
     void pull(const QString &port);
     void putBack(const QString &port);
@@ -55,5 +60,6 @@ private:
     WorkingFolder m_folder;
     ListedPorts m_ports;
     std::map<QString, std::unique_ptr<z7sim::SimulatedBus>> m_buses;
+    std::map<QString, std::unique_ptr<SkippedSilence>> m_silences;
     QMap<QString, ListedPorts::UsbAdapter> m_adapters;
 };

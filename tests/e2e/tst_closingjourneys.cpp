@@ -68,6 +68,7 @@ void TestClosingJourneys::closingTheWindowInMidPassLeavesTheBusSilent()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
+    bench.slowDown(port);
     const Journey journey;
     QVERIFY(journey.connectQuickly());
     QVERIFY(journey.showPage(drive, table));
@@ -81,6 +82,7 @@ void TestClosingJourneys::closingTheWindowInMidScanLeavesTheBusSilent()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {});
+    bench.slowDown(port);
     const Journey journey;
     QVERIFY(journey.openWizard());
     QVERIFY(journey.wizard().press("BtnScanPort"));
@@ -107,6 +109,7 @@ void TestClosingJourneys::changedTextsAndOptionsAreThereAtTheNextStart()
     options.setValue(QStringLiteral("OPTIONS/timeoutScanning"), QStringLiteral("60"));
     options.sync();
 
+    bench.slowDown(port);
     const Journey journey;
     QCOMPARE(buttonText(journey, "BtnUpload"), QStringLiteral("Zum Motor"));
     QCOMPARE(buttonText(journey, "BtnDownload"), QStringLiteral("Lesen"));

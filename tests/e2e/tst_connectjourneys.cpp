@@ -38,6 +38,7 @@ void TestConnectJourneys::quickConnectLogsOnToTheDriveWithTheDefaultAddress()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
+    bench.slowDown(port);
     const Journey journey;
     QVERIFY(journey.openWizard());
     QVERIFY(journey.wizard().press("BtnQuickConnect"));

@@ -192,6 +192,7 @@ void TestEditJourneys::conflictingParametersCannotBeStored()
     const Journey &journey = read.journey;
     QVERIFY(read.show());
     QVERIFY(journey.typeValue(11, QStringLiteral("600")));
+    read.bench.slowDown(port);
     read.bus.clearLog();
     const MessageBoxAnswerer user(QMessageBox::Yes);
     QVERIFY(journey.press("BtnWriteAndStore"));

@@ -115,6 +115,7 @@ void TestInterruptionJourneys::pulledAdapterIsShownUntilItIsPutBack()
 
 void TestInterruptionJourneys::driveThatSawAChecksumErrorIsRedUntilTheNextPass()
 {
+    m_bench->slowDown(port);
     m_bus->command("fault 1 comm-status value=2 count=1");
     QTRY_COMPARE(bar(), QStringList({"red", "", "", "Telegramm mit falscher Prüfsumme empfangen"}));
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
@@ -139,6 +140,7 @@ void TestInterruptionJourneys::valuesAreStillThereAfterTheInterruption()
 void TestInterruptionJourneys::writeToASilentDriveFailsAndSucceedsLater()
 {
     QVERIFY(m_journey->typeValue(24, QStringLiteral("1700")));
+    m_bench->slowDown(port);
     m_bus->command("fault 1 no-answer command=0x03");
     m_bus->clearLog();
     QVERIFY(m_journey->press("BtnUpload"));

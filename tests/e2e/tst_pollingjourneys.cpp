@@ -56,6 +56,7 @@ void TestPollingJourneys::firstPassReadsEverythingAndTheNextOnlyTheStatusPage()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {fullDrive(1)});
+    bench.slowDown(port);
     const QList<int> all = bench.numbers("V123");
     QCOMPARE(all.size(), 120);
     const Journey journey;

@@ -64,6 +64,7 @@ void TestScanJourneys::scanOfAllPortsAbortedOnTheSecondKeepsWhatWasFound()
     TestBench bench;
     auto &second = bench.plugIn(port, {TestBench::shortDrive(3), TestBench::shortDrive(250)});
     auto &first = bench.plugIn(secondPort, {TestBench::shortDrive(9), TestBench::shortDrive(100)});
+    bench.slowDown(port);
     auto &third = bench.plugIn(thirdPort, {TestBench::shortDrive(1)}, ListedPorts::otherAdapter());
     const Journey journey;
     QVERIFY(journey.openWizard());

@@ -78,10 +78,11 @@ private slots:
 
 void TestTwoDriveJourneys::tableClickedDuringAPassOfTheOtherDriveHasOnlyItsOwnRows()
 {
-    const Desk desk;
+    Desk desk;
     const Journey &journey = desk.journey;
     QVERIFY(desk.connectBoth());
     QVERIFY(desk.showTable(1));
+    desk.bench.slowDown(port);
     desk.bus.clearLog();
     QVERIFY(desk.waitForRequest(read(1, setPoint)));
 

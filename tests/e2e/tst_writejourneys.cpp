@@ -123,6 +123,7 @@ void TestWriteJourneys::storingWithNothingNewIsReported()
     ReadTable read(TestBench::shortDrive(1));
     QVERIFY(read.show());
     QVERIFY(read.hasRead());
+    read.bench.slowDown(port);
     QVERIFY(read.press("BtnStore"));
     QTRY_COMPARE(read.journey.bar().message, QStringLiteral("Keine Parameteränderung"));
     QCOMPARE(read.journey.bar().usb, QStringLiteral("yellow"));

@@ -19,6 +19,8 @@ private slots:
     void answeringTimeCanBeChanged();
     void wireTimeOfRequestsAddsUp();
     void unpacedBusAnswersBeforeWireTimeIsOver();
+    void busIsSilentExceptWhileReplyIsOnItsWay();
+    void busIsNotSilentBehindAnotherPort();
 
     void requestsInOneWriteAreAnsweredOneByOne();
     void requestInPiecesIsAnswered();
@@ -108,6 +110,30 @@ void TestSimulatedLine::unpacedBusAnswersBeforeWireTimeIsOver()
     config.turnaroundUs = 500000;
     start(config);
     QVERIFY(replyTime(OpenDrive3) < 500000);
+}
+
+void TestSimulatedLine::busIsSilentExceptWhileReplyIsOnItsWay()
+{
+    startUnpaced();
+    QVERIFY(bus->isSilent(bus->portPath()));
+    bus->command("fault 3 late ms=50 count=1");
+    port->send("07 03 5f");
+    QVERIFY(!bus->isSilent(bus->portPath()));
+    QVERIFY(!port->receive().isEmpty());
+    QVERIFY(bus->isSilent(bus->portPath()));
+    // To a drive that is not there.
+    port->send("07 04 5e");
+    QVERIFY(bus->isSilent(bus->portPath()));
+}
+
+void TestSimulatedLine::busIsNotSilentBehindAnotherPort()
+{
+    startUnpaced();
+    QVERIFY(!bus->isSilent("/dev/pts/none"));
+    const QString path = bus->portPath();
+    bus->command("pull");
+    QVERIFY(!bus->isSilent(path));
+    QVERIFY(!bus->isSilent(QString()));
 }
 
 void TestSimulatedLine::requestsInOneWriteAreAnsweredOneByOne()
