@@ -9,8 +9,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 
-/// The window with its drives connected and the fixed speeds of the first one shown. The bus costs no time,
-/// so that polling passes follow each other quickly.
+/// The window with its drives connected and the fixed speeds of the first one shown. Polling passes follow
+/// each other quickly.
 class ConnectedWindow : public DrivenWindow
 {
 public:
@@ -21,7 +21,6 @@ public:
     explicit ConnectedWindow(const QList<int> &addresses)
         : DrivenWindow(addresses)
     {
-        bus.command("pace off");
         Z7Services::instance()->options()->setPollingInterval(20);
     }
 

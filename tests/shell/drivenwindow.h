@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <memory>
 
-/// The whole window with drives on a bus at its real speed, and a person in front of it.
+/// The whole window with drives on a bus that costs no time, and a person in front of it.
 class DrivenWindow
 {
 public:
@@ -22,7 +22,6 @@ public:
         , window(std::make_unique<MainWindow>())
         , wizard(window->findChild<ConnectionsDialog *>())
     {
-        bus.command("pace on");
         for (int address : addresses) {
             z7sim::DriveConfig drive;
             drive.address = address;

@@ -11,7 +11,14 @@ z7sim::SimulatedBus &SimulatedDrives::plug(const QString &port, const ListedPort
     if (!bus->start())
         qFatal("no simulated bus: %s", qPrintable(bus->errorText()));
     m_ports.plugUsb(port, bus->portPath(), adapter);
+    m_silences[port] = std::make_unique<SkippedSilence>(*bus);
     return *(m_buses[port] = std::move(bus));
+}
+
+void SimulatedDrives::slowDown(const QString &port)
+{
+    bus(port).command("pace on");
+    m_silences.erase(port);
 }
 
 QByteArrayList SimulatedDrives::requests(const QString &port)

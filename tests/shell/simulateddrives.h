@@ -2,14 +2,15 @@
 
 #include "simulator/simulatedbus.h"
 #include "tests/support/listedports.h"
+#include "tests/support/skippedsilence.h"
 
 #include <QByteArrayList>
 
 #include <map>
 #include <memory>
 
-/// Drives behind ports that the wizard lists. Their definitions are those in the working folder. The bus
-/// costs no time unless a test asks for it, so that a scan is as quick as its time-out allows.
+/// Drives behind ports that the wizard lists. Their definitions are those in the working folder. Neither the
+/// bus nor its silence costs time unless a test asks for it, so that a scan is over in no time.
 class SimulatedDrives
 {
 public:
@@ -18,6 +19,9 @@ public:
         const QString &port, const ListedPorts::UsbAdapter &adapter = ListedPorts::ftdiAdapter());
     /// The bus of a port that is plugged in.
     z7sim::SimulatedBus &bus(const QString &port) { return *m_buses.at(port); }
+    /// From now on telegrams on the bus of a port, and the silence around them, take their time, as on a real
+    /// one.
+    void slowDown(const QString &port);
     /// A port that is listed but does not open.
     void plugDeadPort(const QString &port) { m_ports.plugUsb(port, QString()); }
 
@@ -27,4 +31,5 @@ public:
 private:
     ListedPorts m_ports;
     std::map<QString, std::unique_ptr<z7sim::SimulatedBus>> m_buses;
+    std::map<QString, std::unique_ptr<SkippedSilence>> m_silences;
 };

@@ -66,7 +66,6 @@ private:
     void waitForTheScan() { QTRY_VERIFY_WITH_TIMEOUT(bench->isEnabled("BtnNext"), 30000); }
     void scanOnePort();
     /// Aborts the scan beyond address 10, to save the time of the silent addresses behind it.
-    void scanLowAddresses();
     void abortBeyondLowAddresses();
     void scanAllPorts();
 
@@ -129,12 +128,6 @@ void TestScanDrives::scanOnePort()
     waitForTheScan();
 }
 
-void TestScanDrives::scanLowAddresses()
-{
-    beginScanOfOnePort();
-    abortBeyondLowAddresses();
-}
-
 void TestScanDrives::abortBeyondLowAddresses()
 {
     QTRY_VERIFY(onPage<QProgressBar>().first()->value() > 10);
@@ -193,7 +186,7 @@ void TestScanDrives::everyAddressIsAskedOnce()
 void TestScanDrives::foundDrivesAreCounted()
 {
     plug(firstPort, {3, 5});
-    scanLowAddresses();
+    scanOnePort();
     QCOMPARE(rowTexts(), QStringList {QStringLiteral("2 Gerät(e) erkannt")});
     QCOMPARE(rowPictures(), QList<QImage> {image(":/images/tick-icon_16px.png", 16)});
 }
@@ -201,6 +194,7 @@ void TestScanDrives::foundDrivesAreCounted()
 void TestScanDrives::rowTellsOfScanWhileItRuns()
 {
     plug(firstPort, {});
+    drives->slowDown(firstPort);
     beginScanOfOnePort();
     QCOMPARE(onPage<QLabel>().first()->text(), QStringLiteral("ttyUSB0: "));
     QVERIFY(onPage<QLabel>().first()->font().bold());
@@ -222,6 +216,7 @@ void TestScanDrives::rowTellsOfScanWhileItRuns()
 void TestScanDrives::buttonsAreLockedUntilScanEnds()
 {
     plug(firstPort, {3});
+    drives->slowDown(firstPort);
     beginScanOfOnePort();
     for (const char *button : lockedButtons)
         QVERIFY2(!bench->isEnabled(button), button);
@@ -234,6 +229,7 @@ void TestScanDrives::buttonsAreLockedUntilScanEnds()
 void TestScanDrives::escapeIsNoWayOutOfScan()
 {
     plug(firstPort, {3});
+    drives->slowDown(firstPort);
     beginScanOfOnePort();
     QTRY_VERIFY(onPage<QProgressBar>().first()->isVisible());
     QTest::keyClick(bench->dialog, Qt::Key_Escape);
@@ -267,10 +263,10 @@ void TestScanDrives::portThatDoesNotOpenHasNoDrives()
 void TestScanDrives::secondVisitCountsAnew()
 {
     plug(firstPort, {3, 5});
-    scanLowAddresses();
+    scanOnePort();
     bench->press("BtnPrevious");
     bench->press("BtnNext");
-    abortBeyondLowAddresses();
+    waitForTheScan();
     QCOMPARE(rowTexts(), QStringList {QStringLiteral("2 Gerät(e) erkannt")});
 }
 
@@ -278,11 +274,11 @@ void TestScanDrives::previousOffersOnlyWhatWasFound()
 {
     plug(firstPort, {3, 5});
     drives->plug(secondPort, ListedPorts::otherAdapter());
-    scanLowAddresses();
+    scanOnePort();
     bench->press("BtnNext");
     bench->press("BtnPrevious");
     QCOMPARE(bench->pageName(), QStringLiteral("ScanningWizardWidget"));
-    abortBeyondLowAddresses();
+    waitForTheScan();
     bench->press("BtnPrevious");
     // One entry a drive, and none for the port that was not scanned.
     const auto &box = child<QComboBox>(*bench->dialog, "cbPorts");
@@ -322,6 +318,7 @@ void TestScanDrives::abortingLeavesOtherPortsOut()
     plug(firstPort, {});
     plug(secondPort, {});
     plug(thirdPort, {1});
+    drives->slowDown(secondPort);
     beginScanOfAllPorts();
     // The ports come in reverse order: the third, the second, the first.
     auto *abort = onPage<QPushButton>().at(1);
@@ -349,7 +346,7 @@ void TestScanDrives::passwordCanBeTypedAtOnce()
 {
     plug(firstPort, {4});
     bench->dialog->activateWindow();
-    scanLowAddresses();
+    scanOnePort();
     bench->press("BtnNext");
     QVERIFY(child(*bench->dialog, "EdPassword").hasFocus());
     QTest::keyClicks(bench->dialog->focusWidget(), QStringLiteral("1004"));
@@ -360,7 +357,7 @@ void TestScanDrives::passwordCanBeTypedAtOnce()
 void TestScanDrives::onePasswordIsTriedOnAllDrives()
 {
     plug(firstPort, {3, 4, 5});
-    scanLowAddresses();
+    scanOnePort();
     bench->press("BtnNext");
     bench->type("EdPassword", QStringLiteral("1004"));
     bench->press("BtnNext");
@@ -375,7 +372,7 @@ void TestScanDrives::onePasswordIsTriedOnAllDrives()
 void TestScanDrives::logOnsArePartedByPause()
 {
     z7sim::SimulatedBus &bus = plug(firstPort, {3, 4});
-    scanLowAddresses();
+    scanOnePort();
     bus.clearLog();
     bench->press("BtnNext");
     bench->press("BtnNext");
@@ -399,7 +396,7 @@ void TestScanDrives::checkedDrivesAreTaken()
     z7sim::SimulatedBus &bus = plug(firstPort, {3, 4, 5});
     bus.command("set 3 password 1");
     bus.command("set 4 password 1");
-    scanLowAddresses();
+    scanOnePort();
     bench->press("BtnNext");
     bench->type("EdPassword", QStringLiteral("1"));
     bench->press("BtnNext");
@@ -413,7 +410,7 @@ void TestScanDrives::checkedDrivesAreTaken()
 void TestScanDrives::leavingLastPageEndsLogOns()
 {
     plug(firstPort, {3, 4});
-    scanLowAddresses();
+    scanOnePort();
     bench->press("BtnNext");
     bench->press("BtnNext");
     QTRY_COMPARE(rowPictures().size(), 1);

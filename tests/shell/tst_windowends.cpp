@@ -95,6 +95,7 @@ void TestWindowEnds::tidyUp()
 void TestWindowEnds::showTable()
 {
     QVERIFY(ui->connectDrives({3}));
+    ui->drives.slowDown(firstPort);
     ui->click(ParameterTable, 3);
     ui->bus.clearLog();
 }
@@ -124,6 +125,7 @@ void TestWindowEnds::transfer()
 
 void TestWindowEnds::scan()
 {
+    ui->drives.slowDown(firstPort);
     ui->press("BtnConnection");
     QVERIFY(Person::press(*ui->wizard, "BtnScanPort"));
     QVERIFY(Person::press(*ui->wizard, "BtnNext"));
@@ -150,6 +152,7 @@ bool TestWindowEnds::isAnnounced(int row) const
 
 void TestWindowEnds::logOn()
 {
+    ui->drives.slowDown(firstPort);
     ui->press("BtnConnection");
     ui->logOn(3);
     QVERIFY(ui->waitForTraffic());
@@ -180,7 +183,7 @@ void TestWindowEnds::nothingMovesOnBusAfterClosing()
 {
     begin();
     ui->window->close();
-    QVERIFY(ui->staysSilent(500));
+    QVERIFY(ui->staysSilent(300));
 }
 
 void TestWindowEnds::filesAreWrittenInEverySituation()
