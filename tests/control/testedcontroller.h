@@ -58,7 +58,7 @@ private:
 /// curve), 30, 31 (signed), 50 (writable only while the inputs A and B are low) and 83 (read-only).
 void writeDefinitionsV123();
 
-/// A controller with its 17 pages between a main content and a control bar that take notes. The working
+/// A controller with its pages between a main content and a control bar that take notes. The working
 /// folder knows the version V123. Polling is off unless a test turns it on.
 class TestedController
 {

@@ -114,7 +114,7 @@ void TestControllerPages::unknownPageChangesNothing()
     tested->showPage(table, id3);
     const Z7DataWidget *page = tested->shownPage();
     tested->forgetNotes();
-    QVERIFY(!tested->showPage(17, id4));
+    QVERIFY(!tested->showPage(PageNumber::Count, id4));
     QCOMPARE(tested->shownPage(), page);
     QCOMPARE(controller().currentDeviceRecord().address, 3);
     QCOMPARE(tested->mainContent.notes, QStringList());
