@@ -35,8 +35,8 @@ class TestAddressJourneys : public QObject
 private slots:
     void driveIsFollowedToItsNewAddressAndBack();
     void addressOutOfRangeIsNotSent();
-    void hintComesAndGoesWithTheMode_data();
-    void hintComesAndGoesWithTheMode();
+    void hintComesAndGoesWithMode_data();
+    void hintComesAndGoesWithMode();
 
 private:
     static void move(const Journey &journey, z7sim::SimulatedBus &bus, int from, int to);
@@ -90,7 +90,7 @@ void TestAddressJourneys::addressOutOfRangeIsNotSent()
     QCOMPARE(bus.command("get 3 address"), QByteArray("ok 3"));
 }
 
-void TestAddressJourneys::hintComesAndGoesWithTheMode_data()
+void TestAddressJourneys::hintComesAndGoesWithMode_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<int>("mode");
@@ -99,7 +99,7 @@ void TestAddressJourneys::hintComesAndGoesWithTheMode_data()
     QTest::newRow("current curve") << "Sollwertskalierung Strom" << 2;
 }
 
-void TestAddressJourneys::hintComesAndGoesWithTheMode()
+void TestAddressJourneys::hintComesAndGoesWithMode()
 {
     QFETCH(QString, page);
     QFETCH(int, mode);

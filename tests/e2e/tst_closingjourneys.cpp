@@ -38,13 +38,13 @@ class TestClosingJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void closingTheWindowWritesTheOptionsAndTheLanguage();
-    void closingTheWindowInMidPassLeavesTheBusSilent();
-    void closingTheWindowInMidScanLeavesTheBusSilent();
-    void changedTextsAndOptionsAreThereAtTheNextStart();
+    void closingWindowWritesOptionsAndLanguage();
+    void closingWindowInMidPassLeavesBusSilent();
+    void closingWindowInMidScanLeavesBusSilent();
+    void changedTextsAndOptionsAreThereAtNextStart();
 };
 
-void TestClosingJourneys::closingTheWindowWritesTheOptionsAndTheLanguage()
+void TestClosingJourneys::closingWindowWritesOptionsAndLanguage()
 {
     TestBench bench;
     bench.plugIn(port, {TestBench::shortDrive(1)});
@@ -64,7 +64,7 @@ void TestClosingJourneys::closingTheWindowWritesTheOptionsAndTheLanguage()
         QVERIFY2(language.contains(QLatin1String(line)), line);
 }
 
-void TestClosingJourneys::closingTheWindowInMidPassLeavesTheBusSilent()
+void TestClosingJourneys::closingWindowInMidPassLeavesBusSilent()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
@@ -78,7 +78,7 @@ void TestClosingJourneys::closingTheWindowInMidPassLeavesTheBusSilent()
     QVERIFY(staysSilent(bus));
 }
 
-void TestClosingJourneys::closingTheWindowInMidScanLeavesTheBusSilent()
+void TestClosingJourneys::closingWindowInMidScanLeavesBusSilent()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {});
@@ -95,7 +95,7 @@ void TestClosingJourneys::closingTheWindowInMidScanLeavesTheBusSilent()
     QCOMPARE(probes, sweep(1, probes.size()));
 }
 
-void TestClosingJourneys::changedTextsAndOptionsAreThereAtTheNextStart()
+void TestClosingJourneys::changedTextsAndOptionsAreThereAtNextStart()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)}, ListedPorts::otherAdapter());

@@ -21,20 +21,20 @@ class TestConnectJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void quickConnectLogsOnToTheDriveWithTheDefaultAddress();
-    void quickConnectTriesTheAdapterOfThePreferredVendorAlone();
-    void quickConnectWithoutAPortFindsNoDrive();
-    void nothingMovesOnTheBusBeforeAPageIsShown();
-    void manualConnectTakesAPasswordThatIsNotTheAddress();
-    void wrongPasswordShowsTheDriveAsPresentAndLocked();
-    void driveWithAWrongPasswordIsNotTakenOver();
-    void wrongPasswordIsCorrectedOnTheWayBack();
+    void quickConnectLogsOnToDriveWithDefaultAddress();
+    void quickConnectTriesAdapterOfPreferredVendorAlone();
+    void quickConnectWithoutPortFindsNoDrive();
+    void nothingMovesOnBusBeforePageIsShown();
+    void manualConnectTakesPasswordThatIsNotAddress();
+    void wrongPasswordShowsDriveAsPresentAndLocked();
+    void driveWithWrongPasswordIsNotTakenOver();
+    void wrongPasswordIsCorrectedOnWayBack();
     void driveThatDoesNotAnswerIsTriedOnce();
-    void driveWithoutDefinitionsIsRefusedAndTheOtherOneAdded();
+    void driveWithoutDefinitionsIsRefusedAndOtherOneAdded();
     void removedDriveIsGoneAfterOk();
 };
 
-void TestConnectJourneys::quickConnectLogsOnToTheDriveWithTheDefaultAddress()
+void TestConnectJourneys::quickConnectLogsOnToDriveWithDefaultAddress()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
@@ -57,7 +57,7 @@ void TestConnectJourneys::quickConnectLogsOnToTheDriveWithTheDefaultAddress()
     QCOMPARE(bar.message, QString());
 }
 
-void TestConnectJourneys::quickConnectTriesTheAdapterOfThePreferredVendorAlone()
+void TestConnectJourneys::quickConnectTriesAdapterOfPreferredVendorAlone()
 {
     TestBench bench;
     auto &other = bench.plugIn(port, {TestBench::shortDrive(1)}, ListedPorts::otherAdapter());
@@ -69,7 +69,7 @@ void TestConnectJourneys::quickConnectTriesTheAdapterOfThePreferredVendorAlone()
     QCOMPARE(requests(other.log()), QStringList());
 }
 
-void TestConnectJourneys::quickConnectWithoutAPortFindsNoDrive()
+void TestConnectJourneys::quickConnectWithoutPortFindsNoDrive()
 {
     TestBench bench;
     const Journey journey;
@@ -80,7 +80,7 @@ void TestConnectJourneys::quickConnectWithoutAPortFindsNoDrive()
     QVERIFY(journey.wizard().close());
 }
 
-void TestConnectJourneys::nothingMovesOnTheBusBeforeAPageIsShown()
+void TestConnectJourneys::nothingMovesOnBusBeforePageIsShown()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
@@ -90,7 +90,7 @@ void TestConnectJourneys::nothingMovesOnTheBusBeforeAPageIsShown()
     QCOMPARE(requests(bus.log()), logOn(1, 0));
 }
 
-void TestConnectJourneys::manualConnectTakesAPasswordThatIsNotTheAddress()
+void TestConnectJourneys::manualConnectTakesPasswordThatIsNotAddress()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(3, 4711)});
@@ -113,7 +113,7 @@ void TestConnectJourneys::manualConnectTakesAPasswordThatIsNotTheAddress()
     QCOMPARE(journey.drives(), QStringList("Port0 - Z7.3, active"));
 }
 
-void TestConnectJourneys::wrongPasswordShowsTheDriveAsPresentAndLocked()
+void TestConnectJourneys::wrongPasswordShowsDriveAsPresentAndLocked()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(3, 4711)});
@@ -134,7 +134,7 @@ void TestConnectJourneys::wrongPasswordShowsTheDriveAsPresentAndLocked()
     QCOMPARE(bar.lamp + bar.speed + bar.current, QString());
 }
 
-void TestConnectJourneys::driveWithAWrongPasswordIsNotTakenOver()
+void TestConnectJourneys::driveWithWrongPasswordIsNotTakenOver()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1, 4711)});
@@ -150,7 +150,7 @@ void TestConnectJourneys::driveWithAWrongPasswordIsNotTakenOver()
     QCOMPARE(requests(bus.log()), QStringList({access(1, 1), access(1, 0)}));
 }
 
-void TestConnectJourneys::wrongPasswordIsCorrectedOnTheWayBack()
+void TestConnectJourneys::wrongPasswordIsCorrectedOnWayBack()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1, 4711)});
@@ -185,7 +185,7 @@ void TestConnectJourneys::driveThatDoesNotAnswerIsTriedOnce()
     QCOMPARE(journey.bar().device, QString());
 }
 
-void TestConnectJourneys::driveWithoutDefinitionsIsRefusedAndTheOtherOneAdded()
+void TestConnectJourneys::driveWithoutDefinitionsIsRefusedAndOtherOneAdded()
 {
     TestBench bench;
     z7sim::DriveConfig unknown = TestBench::shortDrive(2);

@@ -82,13 +82,13 @@ class TestDialogJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void newPasswordIsInForceAfterAWrongOldOne();
+    void newPasswordIsInForceAfterWrongOldOne();
     void parameterSetOfOneDriveIsPutOnTwoOfThree();
-    void factorySettingsComeBackOnceTheAnswerIsYes();
+    void factorySettingsComeBackOnceAnswerIsYes();
     void changesOfTwoDrivesAreDiscardedTogether();
 };
 
-void TestDialogJourneys::newPasswordIsInForceAfterAWrongOldOne()
+void TestDialogJourneys::newPasswordIsInForceAfterWrongOldOne()
 {
     const Desk desk({1});
     const Journey &journey = desk.journey;
@@ -150,7 +150,7 @@ void TestDialogJourneys::parameterSetOfOneDriveIsPutOnTwoOfThree()
     QCOMPARE(desk.bus.memory(2, 23), 500);
 }
 
-void TestDialogJourneys::factorySettingsComeBackOnceTheAnswerIsYes()
+void TestDialogJourneys::factorySettingsComeBackOnceAnswerIsYes()
 {
     const Desk desk({1});
     const Journey &journey = desk.journey;

@@ -54,9 +54,9 @@ class TestEditJourneys : public QObject
 
 private slots:
     void typedValueIsMarkedAndStaysAcrossPolling();
-    void typedValueEqualToTheDrivesIsNotMarked();
-    void emptiedFieldWithdrawsTheChange();
-    void typedValueComesBackWithThePage();
+    void typedValueThatDriveHoldsIsNotMarked();
+    void emptiedFieldWithdrawsChange();
+    void typedValueComesBackWithPage();
     void readOnlyParameterTakesNoValue();
     void conflictIsShownAndAnsweredNoWritesNothing();
     void conflictAnsweredYesIsWritten();
@@ -83,7 +83,7 @@ void TestEditJourneys::typedValueIsMarkedAndStaysAcrossPolling()
     QCOMPARE(read.bus.memory(1, 23), 500);
 }
 
-void TestEditJourneys::typedValueEqualToTheDrivesIsNotMarked()
+void TestEditJourneys::typedValueThatDriveHoldsIsNotMarked()
 {
     ReadTable read;
     const Journey &journey = read.journey;
@@ -96,7 +96,7 @@ void TestEditJourneys::typedValueEqualToTheDrivesIsNotMarked()
     QVERIFY(!journey.row(23).bold);
 }
 
-void TestEditJourneys::emptiedFieldWithdrawsTheChange()
+void TestEditJourneys::emptiedFieldWithdrawsChange()
 {
     ReadTable read;
     const Journey &journey = read.journey;
@@ -112,7 +112,7 @@ void TestEditJourneys::emptiedFieldWithdrawsTheChange()
     QCOMPARE(besides(polling(), requests(read.bus.log())), QList<QStringList>());
 }
 
-void TestEditJourneys::typedValueComesBackWithThePage()
+void TestEditJourneys::typedValueComesBackWithPage()
 {
     ReadTable read;
     const Journey &journey = read.journey;

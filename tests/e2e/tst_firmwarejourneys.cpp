@@ -104,23 +104,23 @@ class TestFirmwareJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void driveRunsTheNewFirmwareAndIsConnectedAnew();
+    void driveRunsNewFirmwareAndIsConnectedAnew();
     void updateGoesOnWhileAnotherPageIsShown();
-    void programmerThatFailsLeavesThePageReady();
-    void zeroByteCutsTheOutput();
-    void endlessOutputLeavesThePageResponsive();
-    void programmerThatNeverEndsKeepsThePageBusy_data();
-    void programmerThatNeverEndsKeepsThePageBusy();
-    void nothingElseGoesOnTheBusBesideTheProgrammer();
-    void liveUpdateGoesOnWhenTheProgrammerHasEnded();
-    void closedProgramLetsTheProgrammerFinish_data();
-    void closedProgramLetsTheProgrammerFinish();
+    void programmerThatFailsLeavesPageReady();
+    void zeroByteCutsOutput();
+    void endlessOutputLeavesPageResponsive();
+    void programmerThatNeverEndsKeepsPageBusy_data();
+    void programmerThatNeverEndsKeepsPageBusy();
+    void nothingElseGoesOnBusBesideProgrammer();
+    void liveUpdateGoesOnWhenProgrammerHasEnded();
+    void closedProgramLetsProgrammerFinish_data();
+    void closedProgramLetsProgrammerFinish();
     void driveThatRefusesItsBootloaderIsReported();
     void refusalsComeInTheirOrder();
-    void answerNoLeavesTheDriveAlone();
+    void answerNoLeavesDriveAlone();
 };
 
-void TestFirmwareJourneys::driveRunsTheNewFirmwareAndIsConnectedAnew()
+void TestFirmwareJourneys::driveRunsNewFirmwareAndIsConnectedAnew()
 {
     const UpdateDesk desk;
     QVERIFY(desk.showPage());
@@ -156,7 +156,7 @@ void TestFirmwareJourneys::updateGoesOnWhileAnotherPageIsShown()
         QByteArray("ok 0ok V200"), Person::patienceMs);
 }
 
-void TestFirmwareJourneys::programmerThatFailsLeavesThePageReady()
+void TestFirmwareJourneys::programmerThatFailsLeavesPageReady()
 {
     const UpdateDesk desk;
     qputenv("Z7_PROGRAMMER_FAULT", "fails");
@@ -168,7 +168,7 @@ void TestFirmwareJourneys::programmerThatFailsLeavesThePageReady()
     QCOMPARE(desk.bus.command("get 1 version").mid(3), TestBench::shortVersion);
 }
 
-void TestFirmwareJourneys::zeroByteCutsTheOutput()
+void TestFirmwareJourneys::zeroByteCutsOutput()
 {
     const UpdateDesk desk;
     qputenv("Z7_PROGRAMMER_FAULT", "zero");
@@ -180,7 +180,7 @@ void TestFirmwareJourneys::zeroByteCutsTheOutput()
     QVERIFY2(!desk.output().contains("never beyond"), qPrintable(desk.output()));
 }
 
-void TestFirmwareJourneys::endlessOutputLeavesThePageResponsive()
+void TestFirmwareJourneys::endlessOutputLeavesPageResponsive()
 {
     const UpdateDesk desk;
     qputenv("Z7_PROGRAMMER_FAULT", "endless");
@@ -193,14 +193,14 @@ void TestFirmwareJourneys::endlessOutputLeavesThePageResponsive()
     QCOMPARE(desk.journey->pageTitle(), QStringLiteral("Z7-Motorstatus"));
 }
 
-void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy_data()
+void TestFirmwareJourneys::programmerThatNeverEndsKeepsPageBusy_data()
 {
     QTest::addColumn<bool>("canBeExecuted");
     QTest::newRow("hanging programmer") << true;
     QTest::newRow("programmer that cannot be executed") << false;
 }
 
-void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy()
+void TestFirmwareJourneys::programmerThatNeverEndsKeepsPageBusy()
 {
     QFETCH(bool, canBeExecuted);
     const UpdateDesk desk;
@@ -217,7 +217,7 @@ void TestFirmwareJourneys::programmerThatNeverEndsKeepsThePageBusy()
         Person::textOf(desk.journey->window(), "lUpdateStarted"), QStringLiteral("Firmwareupdate läuft..."));
 }
 
-void TestFirmwareJourneys::nothingElseGoesOnTheBusBesideTheProgrammer()
+void TestFirmwareJourneys::nothingElseGoesOnBusBesideProgrammer()
 {
     const UpdateDesk desk;
     const Journey &journey = *desk.journey;
@@ -241,7 +241,7 @@ void TestFirmwareJourneys::nothingElseGoesOnTheBusBesideTheProgrammer()
     QVERIFY(!Person::waitUntil([&desk] { return !desk.bus.log().isEmpty(); }, 1000));
 }
 
-void TestFirmwareJourneys::liveUpdateGoesOnWhenTheProgrammerHasEnded()
+void TestFirmwareJourneys::liveUpdateGoesOnWhenProgrammerHasEnded()
 {
     const UpdateDesk desk;
     qputenv("Z7_PROGRAMMER_FAULT", "hangs");
@@ -257,7 +257,7 @@ void TestFirmwareJourneys::liveUpdateGoesOnWhenTheProgrammerHasEnded()
     QTRY_COMPARE(desk.journey->bar().usb, QStringLiteral("green"));
 }
 
-void TestFirmwareJourneys::closedProgramLetsTheProgrammerFinish_data()
+void TestFirmwareJourneys::closedProgramLetsProgrammerFinish_data()
 {
     QTest::addColumn<QByteArray>("programmer");
     QTest::addColumn<QString>("atWork");
@@ -267,7 +267,7 @@ void TestFirmwareJourneys::closedProgramLetsTheProgrammerFinish_data()
     QTest::newRow("another page is shown") << QByteArray("slow") << "Programming: 0 %" << true;
 }
 
-void TestFirmwareJourneys::closedProgramLetsTheProgrammerFinish()
+void TestFirmwareJourneys::closedProgramLetsProgrammerFinish()
 {
     QFETCH(QByteArray, programmer);
     QFETCH(QString, atWork);
@@ -326,7 +326,7 @@ void TestFirmwareJourneys::refusalsComeInTheirOrder()
         QStringList("Das Ladeprogramm \"Z7Programmer.exe\" kann nicht gefunden werden."));
 }
 
-void TestFirmwareJourneys::answerNoLeavesTheDriveAlone()
+void TestFirmwareJourneys::answerNoLeavesDriveAlone()
 {
     const UpdateDesk desk;
     QVERIFY(desk.showPage());

@@ -31,12 +31,12 @@ private slots:
     void cleanup();
 
     void driveThatFallsSilentIsShownUntilItAnswersAgain();
-    void silentDriveIsAskedOnceAPass();
+    void silentDriveIsAskedOncePerPass();
     void driveThatRestartsIsLoggedOnAgain();
     void pulledAdapterIsShownUntilItIsPutBack();
-    void driveThatSawAChecksumErrorIsRedUntilTheNextPass();
-    void valuesAreStillThereAfterTheInterruption();
-    void writeToASilentDriveFailsAndSucceedsLater();
+    void driveThatSawChecksumErrorIsRedUntilNextPass();
+    void valuesAreStillThereAfterInterruption();
+    void writeToSilentDriveFailsAndSucceedsLater();
 
 private:
     QStringList bar() const;
@@ -78,7 +78,7 @@ void TestInterruptionJourneys::driveThatFallsSilentIsShownUntilItAnswersAgain()
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
 }
 
-void TestInterruptionJourneys::silentDriveIsAskedOnceAPass()
+void TestInterruptionJourneys::silentDriveIsAskedOncePerPass()
 {
     m_bus->command("fault 1 no-answer");
     QTRY_COMPARE(bar().first(), QStringLiteral("yellow"));
@@ -113,7 +113,7 @@ void TestInterruptionJourneys::pulledAdapterIsShownUntilItIsPutBack()
     QCOMPARE(besides(polling(), requests(m_bus->log())), QList<QStringList>());
 }
 
-void TestInterruptionJourneys::driveThatSawAChecksumErrorIsRedUntilTheNextPass()
+void TestInterruptionJourneys::driveThatSawChecksumErrorIsRedUntilNextPass()
 {
     m_bench->slowDown(port);
     m_bus->command("fault 1 comm-status value=2 count=1");
@@ -121,7 +121,7 @@ void TestInterruptionJourneys::driveThatSawAChecksumErrorIsRedUntilTheNextPass()
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
 }
 
-void TestInterruptionJourneys::valuesAreStillThereAfterTheInterruption()
+void TestInterruptionJourneys::valuesAreStillThereAfterInterruption()
 {
     QVERIFY(m_journey->typeValue(24, QStringLiteral("1700")));
     m_bench->pull(port);
@@ -137,7 +137,7 @@ void TestInterruptionJourneys::valuesAreStillThereAfterTheInterruption()
     QCOMPARE(m_bus->memory(1, 24), 1500);
 }
 
-void TestInterruptionJourneys::writeToASilentDriveFailsAndSucceedsLater()
+void TestInterruptionJourneys::writeToSilentDriveFailsAndSucceedsLater()
 {
     QVERIFY(m_journey->typeValue(24, QStringLiteral("1700")));
     m_bench->slowDown(port);

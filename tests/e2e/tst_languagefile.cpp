@@ -243,11 +243,11 @@ class TestLanguageFile : public QObject
     Q_OBJECT
 
 private slots:
-    void everyTextGoesIntoTheFileWithItsGermanDefault();
+    void everyTextGoesIntoFileWithItsGermanDefault();
     void translatedTextsReachEveryCorner();
 };
 
-void TestLanguageFile::everyTextGoesIntoTheFileWithItsGermanDefault()
+void TestLanguageFile::everyTextGoesIntoFileWithItsGermanDefault()
 {
     Walk walk;
     QVERIFY(walk.everything());

@@ -69,8 +69,8 @@ class TestPageJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void everyPageShowsAndChangesWhatTheDriveHolds_data();
-    void everyPageShowsAndChangesWhatTheDriveHolds();
+    void everyPageShowsAndChangesWhatDriveHolds_data();
+    void everyPageShowsAndChangesWhatDriveHolds();
 
 private:
     struct Walk
@@ -115,7 +115,7 @@ QString TestPageJourneys::Walk::shown(const Entry &entry) const
     return Person::textOf(journey.window(), entry.deviceLabel.toLatin1().constData());
 }
 
-void TestPageJourneys::everyPageShowsAndChangesWhatTheDriveHolds_data()
+void TestPageJourneys::everyPageShowsAndChangesWhatDriveHolds_data()
 {
     QTest::addColumn<int>("address");
     QTest::addColumn<QByteArray>("version");
@@ -123,7 +123,7 @@ void TestPageJourneys::everyPageShowsAndChangesWhatTheDriveHolds_data()
     QTest::newRow("V200") << 7 << QByteArray("V200");
 }
 
-void TestPageJourneys::everyPageShowsAndChangesWhatTheDriveHolds()
+void TestPageJourneys::everyPageShowsAndChangesWhatDriveHolds()
 {
     QFETCH(int, address);
     QFETCH(QByteArray, version);

@@ -44,15 +44,15 @@ class TestPollingJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void firstPassReadsEverythingAndTheNextOnlyTheStatusPage();
-    void everyOkOfTheWizardReadsEverythingOnceMore();
+    void firstPassReadsEverythingAndNextOnlyStatusPage();
+    void everyOkOfWizardReadsEverythingOnceMore();
     void pageIsReadWithItsOwnParametersAndNoOthers();
     void tableKeepsReadingAllParameters();
-    void liveValuesFollowTheDrive();
-    void onlyTheSelectedDriveIsRead();
+    void liveValuesFollowDrive();
+    void onlySelectedDriveIsRead();
 };
 
-void TestPollingJourneys::firstPassReadsEverythingAndTheNextOnlyTheStatusPage()
+void TestPollingJourneys::firstPassReadsEverythingAndNextOnlyStatusPage()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {fullDrive(1)});
@@ -71,7 +71,7 @@ void TestPollingJourneys::firstPassReadsEverythingAndTheNextOnlyTheStatusPage()
     QCOMPARE(requests(bus.log()).mid(0, expected.size()), expected);
 }
 
-void TestPollingJourneys::everyOkOfTheWizardReadsEverythingOnceMore()
+void TestPollingJourneys::everyOkOfWizardReadsEverythingOnceMore()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
@@ -118,7 +118,7 @@ void TestPollingJourneys::tableKeepsReadingAllParameters()
     QCOMPARE(requests(bus.log()).mid(0, expected.size()), expected);
 }
 
-void TestPollingJourneys::liveValuesFollowTheDrive()
+void TestPollingJourneys::liveValuesFollowDrive()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
@@ -137,7 +137,7 @@ void TestPollingJourneys::liveValuesFollowTheDrive()
     QTRY_COMPARE(journey.bar().lamp, QStringLiteral("Red"));
 }
 
-void TestPollingJourneys::onlyTheSelectedDriveIsRead()
+void TestPollingJourneys::onlySelectedDriveIsRead()
 {
     TestBench bench;
     auto &bus = bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)});

@@ -23,11 +23,11 @@ class TestScanJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void scanOfOnePortConnectsTheDrivesThatTakeThePassword();
-    void scanOfAllPortsAbortedOnTheSecondKeepsWhatWasFound();
+    void scanOfOnePortConnectsDrivesThatTakePassword();
+    void scanOfAllPortsAbortedOnSecondKeepsWhatWasFound();
 };
 
-void TestScanJourneys::scanOfOnePortConnectsTheDrivesThatTakeThePassword()
+void TestScanJourneys::scanOfOnePortConnectsDrivesThatTakePassword()
 {
     TestBench bench;
     auto &bus = bench.plugIn(
@@ -59,7 +59,7 @@ void TestScanJourneys::scanOfOnePortConnectsTheDrivesThatTakeThePassword()
 }
 
 // The two adapters of the preferred vendor come first, the one that is listed later before the other.
-void TestScanJourneys::scanOfAllPortsAbortedOnTheSecondKeepsWhatWasFound()
+void TestScanJourneys::scanOfAllPortsAbortedOnSecondKeepsWhatWasFound()
 {
     TestBench bench;
     auto &second = bench.plugIn(port, {TestBench::shortDrive(3), TestBench::shortDrive(250)});

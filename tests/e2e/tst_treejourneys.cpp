@@ -20,11 +20,11 @@ class TestTreeJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void driveThatWasCollapsedIsOpenAgainWithTheNextRecord();
+    void driveThatWasCollapsedIsOpenAgainWithNextRecord();
     void missingManualIsReported();
 };
 
-void TestTreeJourneys::driveThatWasCollapsedIsOpenAgainWithTheNextRecord()
+void TestTreeJourneys::driveThatWasCollapsedIsOpenAgainWithNextRecord()
 {
     TestBench bench;
     bench.plugIn(port, {TestBench::shortDrive(1)});

@@ -70,13 +70,13 @@ class TestTwoDriveJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void tableClickedDuringAPassOfTheOtherDriveHasOnlyItsOwnRows();
-    void editsGoToTheDriveThatIsShownWhenTheOtherHasMoved();
-    void fileForTheOtherDriveLeavesTheShownTable();
-    void discardOnTheOtherDriveLeavesTheShownTable();
+    void tableClickedDuringPassOfOtherDriveHasOnlyItsOwnRows();
+    void editsGoToDriveThatIsShownWhenOtherHasMoved();
+    void fileForOtherDriveLeavesShownTable();
+    void discardOnOtherDriveLeavesShownTable();
 };
 
-void TestTwoDriveJourneys::tableClickedDuringAPassOfTheOtherDriveHasOnlyItsOwnRows()
+void TestTwoDriveJourneys::tableClickedDuringPassOfOtherDriveHasOnlyItsOwnRows()
 {
     Desk desk;
     const Journey &journey = desk.journey;
@@ -98,7 +98,7 @@ void TestTwoDriveJourneys::tableClickedDuringAPassOfTheOtherDriveHasOnlyItsOwnRo
     QVERIFY(desk.bus.memory(1, setPoint) != 321);
 }
 
-void TestTwoDriveJourneys::editsGoToTheDriveThatIsShownWhenTheOtherHasMoved()
+void TestTwoDriveJourneys::editsGoToDriveThatIsShownWhenOtherHasMoved()
 {
     const Desk desk;
     const Journey &journey = desk.journey;
@@ -123,7 +123,7 @@ void TestTwoDriveJourneys::editsGoToTheDriveThatIsShownWhenTheOtherHasMoved()
     QVERIFY(desk.bus.memory(77, setPoint) != 321);
 }
 
-void TestTwoDriveJourneys::fileForTheOtherDriveLeavesTheShownTable()
+void TestTwoDriveJourneys::fileForOtherDriveLeavesShownTable()
 {
     const Desk desk;
     const Journey &journey = desk.journey;
@@ -148,7 +148,7 @@ void TestTwoDriveJourneys::fileForTheOtherDriveLeavesTheShownTable()
     QTRY_COMPARE(desk.bus.memory(3, setPoint), -777);
 }
 
-void TestTwoDriveJourneys::discardOnTheOtherDriveLeavesTheShownTable()
+void TestTwoDriveJourneys::discardOnOtherDriveLeavesShownTable()
 {
     const Desk desk;
     const Journey &journey = desk.journey;

@@ -55,12 +55,12 @@ class TestUndoJourneys : public QObject
     Q_OBJECT
 
 private slots:
-    void passwordsAreGoneWhenTheDialogIsOpenedAgain();
+    void passwordsAreGoneWhenDialogIsOpenedAgain();
     void changeOfOneDriveIsNotBroughtBackOnAnother();
     void discardedChangeIsNotBroughtBack();
 };
 
-void TestUndoJourneys::passwordsAreGoneWhenTheDialogIsOpenedAgain()
+void TestUndoJourneys::passwordsAreGoneWhenDialogIsOpenedAgain()
 {
     TestBench bench;
     z7sim::SimulatedBus &bus = bench.plugIn(port, {TestBench::shortDrive(1)});

@@ -62,12 +62,12 @@ class TestWriteJourneys : public QObject
 
 private slots:
     void changedValueIsWrittenReadBackAndStored();
-    void writingWithoutAChangeSendsNothing();
-    void readingAsksForEveryParameterOfTheTable();
+    void writingWithoutChangeSendsNothing();
+    void readingAsksForEveryParameterOfTable();
     void storingWithNothingNewIsReported();
     void writeAndStoreSendsBothInOneTransaction();
-    void valueThatTheDriveRefusesStaysUnwritten();
-    void changesOfTheFullTableSurviveAPowerCycleOnceStored();
+    void valueThatDriveRefusesStaysUnwritten();
+    void changesOfFullTableSurvivePowerCycleOnceStored();
 };
 
 void TestWriteJourneys::changedValueIsWrittenReadBackAndStored()
@@ -91,7 +91,7 @@ void TestWriteJourneys::changedValueIsWrittenReadBackAndStored()
     QTRY_COMPARE(journey.bar().usb, QStringLiteral("green"));
 }
 
-void TestWriteJourneys::writingWithoutAChangeSendsNothing()
+void TestWriteJourneys::writingWithoutChangeSendsNothing()
 {
     ReadTable read(TestBench::shortDrive(1));
     QVERIFY(read.show());
@@ -104,7 +104,7 @@ void TestWriteJourneys::writingWithoutAChangeSendsNothing()
 }
 
 // Without the live update, so that every telegram is the button's.
-void TestWriteJourneys::readingAsksForEveryParameterOfTheTable()
+void TestWriteJourneys::readingAsksForEveryParameterOfTable()
 {
     ReadTable read(TestBench::shortDrive(1), {0});
     const Journey &journey = read.journey;
@@ -151,7 +151,7 @@ void TestWriteJourneys::writeAndStoreSendsBothInOneTransaction()
     QTRY_COMPARE(journey.mark(drive, table), QStringLiteral("active"));
 }
 
-void TestWriteJourneys::valueThatTheDriveRefusesStaysUnwritten()
+void TestWriteJourneys::valueThatDriveRefusesStaysUnwritten()
 {
     ReadTable read(TestBench::shortDrive(1));
     const Journey &journey = read.journey;
@@ -172,7 +172,7 @@ void TestWriteJourneys::valueThatTheDriveRefusesStaysUnwritten()
     QCOMPARE(journey.mark(drive, table), QStringLiteral("active_modified"));
 }
 
-void TestWriteJourneys::changesOfTheFullTableSurviveAPowerCycleOnceStored()
+void TestWriteJourneys::changesOfFullTableSurvivePowerCycleOnceStored()
 {
     ReadTable read(fullDrive(4711));
     const Journey &journey = read.journey;

@@ -17,10 +17,10 @@ private slots:
     void figuresThatRiseFromMinuteToMinuteHaveGrown();
     void figuresThatComeAndGoHaveNotGrown();
     void oneFigureThatStandsOutIsNoGrowth();
-    void oneThreadMoreFromTheMiddleOnIsGrowth();
+    void oneThreadMoreFromMiddleOnIsGrowth();
     void fewerThanThreeFiguresTellNothing();
-    void openFileIsADescriptorMore();
-    void runningThreadIsAThreadMore();
+    void openFileIsOneDescriptorMore();
+    void runningThreadIsOneThreadMore();
     void allocatedMemoryIsHeap();
 };
 
@@ -44,7 +44,7 @@ void TestGrowth::oneFigureThatStandsOutIsNoGrowth()
     QCOMPARE(growth({4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 90, 4}), 0.0);
 }
 
-void TestGrowth::oneThreadMoreFromTheMiddleOnIsGrowth()
+void TestGrowth::oneThreadMoreFromMiddleOnIsGrowth()
 {
     QCOMPARE(growth({4, 4, 4, 4, 5, 5, 5, 5, 5}), 1.0);
 }
@@ -55,7 +55,7 @@ void TestGrowth::fewerThanThreeFiguresTellNothing()
     QCOMPARE(growth({1, 9}), 0.0);
 }
 
-void TestGrowth::openFileIsADescriptorMore()
+void TestGrowth::openFileIsOneDescriptorMore()
 {
     const double before = ProcessFigures::now().descriptors;
     const int file = ::open("/dev/null", O_RDONLY);
@@ -64,7 +64,7 @@ void TestGrowth::openFileIsADescriptorMore()
     QCOMPARE(ProcessFigures::now().descriptors, before);
 }
 
-void TestGrowth::runningThreadIsAThreadMore()
+void TestGrowth::runningThreadIsOneThreadMore()
 {
     const double before = ProcessFigures::now().threads;
     QSemaphore end;

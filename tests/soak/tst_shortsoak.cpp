@@ -20,7 +20,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void aWhileOnADisturbedBusLosesNothing();
+    void workOnDisturbedBusLosesNothing();
 
 private:
     QString path(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
@@ -52,7 +52,7 @@ void TestShortSoak::cleanupTestCase()
     m_drives.waitForFinished();
 }
 
-void TestShortSoak::aWhileOnADisturbedBusLosesNothing()
+void TestShortSoak::workOnDisturbedBusLosesNothing()
 {
     QProcess soak;
     soak.setWorkingDirectory(m_folder.path());
