@@ -272,7 +272,7 @@ void TestBusPort::negativeTimeoutDoesNotWaitForEver()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(!port->waitForReply(-1));
-    QVERIFY(timer.elapsed() < 5000);
+    QVERIFY2(timer.elapsed() < 5000, "no time at all is meant");
 }
 
 bool TestBusPort::hasSentTheRest() const
@@ -349,7 +349,7 @@ void TestBusPort::floodedLineIsCutOffAtLength()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(port->readReply().size() >= 1024);
-    QVERIFY2(timer.elapsed() < 900, "the length comes first, long before the time");
+    QVERIFY2(timer.elapsed() < 900, "milliseconds are meant; the time comes after a second");
 }
 
 void TestBusPort::waitForReplyEndsAtOnceWhenAdapterIsPulled()
@@ -360,7 +360,7 @@ void TestBusPort::waitForReplyEndsAtOnceWhenAdapterIsPulled()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(!port->waitForReply(20000));
-    QVERIFY(timer.elapsed() < 10000);
+    QVERIFY2(timer.elapsed() < 10000, "ten seconds are the longest wait");
 }
 
 void TestBusPort::replyEndsAtOnceWhenAdapterIsPulled()
@@ -372,7 +372,7 @@ void TestBusPort::replyEndsAtOnceWhenAdapterIsPulled()
     QElapsedTimer timer;
     timer.start();
     port->readReply();
-    QVERIFY2(timer.elapsed() < 900, "not only when the time for a reply is up");
+    QVERIFY2(timer.elapsed() < 900, "not only when the time for a reply is up, after a second");
 }
 
 void TestBusPort::requestToPulledAdapterIsReportedAtOnce()
@@ -382,7 +382,7 @@ void TestBusPort::requestToPulledAdapterIsReportedAtOnce()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(!port->send(QByteArray::fromHex(AccessWith3), 20000));
-    QVERIFY(timer.elapsed() < 10000);
+    QVERIFY2(timer.elapsed() < 10000, "ten seconds are the longest wait");
 }
 
 QTEST_GUILESS_MAIN(TestBusPort)

@@ -10,9 +10,9 @@ namespace {
 enum Work { Nothing, Transfer, Scan, PollingPass, PollingPause, BabblingTransfer, BabblingScan };
 
 // What the end may take: two time-outs, the silence behind a reply, and the cut of a babbling line; a busy
-// machine gets a second.
+// machine gets five seconds.
 constexpr int timeoutMs = 300;
-constexpr int boundMs = 2 * timeoutMs + 20 + 1000;
+constexpr int boundMs = 2 * timeoutMs + 20 + 5000;
 constexpr int babbleBoundMs = boundMs + 1000;
 
 } // namespace

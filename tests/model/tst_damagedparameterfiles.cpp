@@ -236,7 +236,7 @@ void TestDamagedParameterFiles::entitiesAreRefused()
     QElapsedTimer timer;
     timer.start();
     const QString error = load(file, content);
-    QVERIFY(timer.elapsed() < 5000);
+    QVERIFY2(timer.elapsed() < 30000, "to replace them all takes minutes");
     QVERIFY(!error.isEmpty());
     QVERIFY(error != cannotRead);
     QCOMPARE(file.softwareVersion(), QString());

@@ -22,12 +22,6 @@ QString save()
     return Z7ParameterFile(fileName, driveWith({{11, 100}}), Z7DeviceParamSet()).save();
 }
 
-void addFailures(const char *name, z7_failure failure)
-{
-    for (const char *call : {"write", "fsync", "rename"})
-        QTest::addRow("%s %s", call, name) << QByteArray(call) << failure;
-}
-
 /// Saves as often as it takes until no call is left that could fail.
 template<typename Judge>
 void saveWithEachFailure(const QByteArray &call, z7_failure failure, const QByteArray &before, Judge judge)
@@ -44,8 +38,6 @@ void saveWithEachFailure(const QByteArray &call, z7_failure failure, const QByte
 
 } // namespace
 
-Q_DECLARE_METATYPE(z7_failure)
-
 class TestParameterFileFailures : public IsolatedTest
 {
     Q_OBJECT
@@ -61,11 +53,7 @@ private slots:
 
 void TestParameterFileFailures::fileIsWholeWhicheverCallFails_data()
 {
-    QTest::addColumn<QByteArray>("call");
-    QTest::addColumn<z7_failure>("failure");
-    addFailures("fails once", Z7_FAILS_ONCE);
-    addFailures("fails from then on", Z7_FAILS_FROM_THEN_ON);
-    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+    FailingCalls::addEachFailure();
 }
 
 void TestParameterFileFailures::fileIsWholeWhicheverCallFails()
@@ -81,10 +69,7 @@ void TestParameterFileFailures::fileIsWholeWhicheverCallFails()
 
 void TestParameterFileFailures::diskThatFailsAltogetherIsTold_data()
 {
-    QTest::addColumn<QByteArray>("call");
-    QTest::addColumn<z7_failure>("failure");
-    addFailures("fails", Z7_FAILS_FROM_THEN_ON);
-    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+    FailingCalls::addFailuresForGood();
 }
 
 void TestParameterFileFailures::diskThatFailsAltogetherIsTold()

@@ -3,12 +3,9 @@
 
 #include "model/parameterfile.h"
 #include "tests/model/parameterdocument.h"
-#include "tests/support/isolatedtest.h"
-#include "tests/support/smallfilesystem.h"
+#include "tests/support/smalldisktest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -35,39 +32,15 @@ Z7Device driveWithPages(int pages)
 
 } // namespace
 
-class TestParameterFileFullDisk : public IsolatedTest
+class TestParameterFileFullDisk : public SmallDiskTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-
     void oldFileStaysUnlessNewOneHasRoom_data();
     void oldFileStaysUnlessNewOneHasRoom();
     void fileThatFindsNoRoomIsNotMade();
-
-private:
-    void prepare() override;
-    void tidyUp() override;
-
-    std::optional<SmallFileSystem> m_disk;
 };
-
-void TestParameterFileFullDisk::initTestCase()
-{
-    if (!SmallFileSystem::isPossible())
-        QSKIP("No file system may be mounted here.");
-}
-
-void TestParameterFileFullDisk::prepare()
-{
-    m_disk.emplace(64);
-}
-
-void TestParameterFileFullDisk::tidyUp()
-{
-    m_disk.reset();
-}
 
 void TestParameterFileFullDisk::oldFileStaysUnlessNewOneHasRoom_data()
 {

@@ -71,7 +71,7 @@ private slots:
     void oddParameterIsListedWithItsLine();
     void oddDocumentIsListed_data();
     void oddDocumentIsListed();
-    void oddFileIsReadAllTheSame();
+    void oddFileIsStillRead();
     void withoutLoadedDefinitionsOnlyThatIsListed();
     void listBelongsToFileOpenedLast();
     void veryOddFileIsListedToItsThousandthOddity();
@@ -193,7 +193,7 @@ void TestParameterFileOddities::oddDocumentIsListed()
     QTEST(odditiesOf(content), "oddities");
 }
 
-void TestParameterFileOddities::oddFileIsReadAllTheSame()
+void TestParameterFileOddities::oddFileIsStillRead()
 {
     const Z7ParameterFile file =
         loaded(document(parameter("99", "5") + parameter("20", "7") + parameter("11", "500")));

@@ -11,14 +11,14 @@ class TestMessages : public IsolatedTest
     Q_OBJECT
 
 private slots:
-    void errorIsTitledWithTheProgramsName();
-    void errorCanBearATitleOfItsOwn();
+    void errorIsTitledWithProgramsName();
+    void errorCanBearTitleOfItsOwn();
     void questionStandsBelowItsText();
-    void questionBearsTheIconThatItWasGiven_data();
-    void questionBearsTheIconThatItWasGiven();
+    void questionBearsIconThatItWasGiven_data();
+    void questionBearsIconThatItWasGiven();
     void onlyYesConfirms_data();
     void onlyYesConfirms();
-    void boxBelongsToTheWindowThatAsks();
+    void boxBelongsToWindowThatAsks();
 
 private:
     static bool asks(QWidget *parent = nullptr, QMessageBox::Icon icon = QMessageBox::Warning)
@@ -27,7 +27,7 @@ private:
     }
 };
 
-void TestMessages::errorIsTitledWithTheProgramsName()
+void TestMessages::errorIsTitledWithProgramsName()
 {
     WorkingFolder::writeText("deutsch.z7lang", "[Common]\nApplicationTitle=Drive tool\n");
     const MessageBoxAnswerer user(QMessageBox::Ok);
@@ -39,7 +39,7 @@ void TestMessages::errorIsTitledWithTheProgramsName()
     QCOMPARE(user.last().buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
 }
 
-void TestMessages::errorCanBearATitleOfItsOwn()
+void TestMessages::errorCanBearTitleOfItsOwn()
 {
     const MessageBoxAnswerer user(QMessageBox::Ok);
     Messages::showError(nullptr, QStringLiteral("File"), QStringLiteral("It broke."));
@@ -59,14 +59,14 @@ void TestMessages::questionStandsBelowItsText()
     QVERIFY(user.last().isModal);
 }
 
-void TestMessages::questionBearsTheIconThatItWasGiven_data()
+void TestMessages::questionBearsIconThatItWasGiven_data()
 {
     QTest::addColumn<int>("icon");
     QTest::newRow("a warning") << int(QMessageBox::Warning);
     QTest::newRow("no icon") << int(QMessageBox::NoIcon);
 }
 
-void TestMessages::questionBearsTheIconThatItWasGiven()
+void TestMessages::questionBearsIconThatItWasGiven()
 {
     QFETCH(int, icon);
     const MessageBoxAnswerer user(QMessageBox::No);
@@ -100,7 +100,7 @@ void TestMessages::onlyYesConfirms()
     QCOMPARE(user.count(), 1);
 }
 
-void TestMessages::boxBelongsToTheWindowThatAsks()
+void TestMessages::boxBelongsToWindowThatAsks()
 {
     QWidget window;
     const MessageBoxAnswerer user([](QMessageBox *) {}); // closed with Escape

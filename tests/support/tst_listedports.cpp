@@ -66,6 +66,21 @@ QStringList listedNames()
 const QString first = QStringLiteral("ttyUSB0");
 const QString second = QStringLiteral("ttyUSB1");
 
+/// A drive behind the first port, which the program has opened.
+struct OpenPort
+{
+    OpenPort()
+    {
+        ports.plugUsb(first, drive.path());
+        if (!openAsTheProgramDoes(port, first))
+            qFatal("%s", qPrintable(port.errorString()));
+    }
+
+    const PseudoTerminal drive;
+    ListedPorts ports;
+    QSerialPort port;
+};
+
 } // namespace
 
 class TestListedPorts : public QObject
@@ -121,44 +136,31 @@ void TestListedPorts::portsAreListedByNameWhateverOrderOfPlugging()
 
 void TestListedPorts::bytesPassBothWaysAt115200BaudWithEvenParity()
 {
-    const PseudoTerminal drive;
-    ListedPorts ports;
-    ports.plugUsb(first, drive.path());
-    QSerialPort port;
-    QVERIFY2(openAsTheProgramDoes(port, first), qPrintable(port.errorString()));
-
+    OpenPort open;
     // Every control character of a terminal is a byte like any other.
     const QByteArray toDrive = QByteArray::fromHex("0103040a0d11131a7f80ff00");
-    port.write(toDrive);
-    QVERIFY(port.waitForBytesWritten(1000));
-    QCOMPARE(drive.read(), toDrive);
+    open.port.write(toDrive);
+    QVERIFY(open.port.waitForBytesWritten(1000));
+    QCOMPARE(open.drive.read(), toDrive);
 
     const QByteArray fromDrive = QByteArray::fromHex("ff00031113");
-    drive.write(fromDrive);
-    QVERIFY(port.waitForReadyRead(1000));
-    QCOMPARE(port.readAll(), fromDrive);
+    open.drive.write(fromDrive);
+    QVERIFY(open.port.waitForReadyRead(1000));
+    QCOMPARE(open.port.readAll(), fromDrive);
 }
 
 void TestListedPorts::openPortIsBusyUntilItIsClosed()
 {
-    const PseudoTerminal drive;
-    ListedPorts ports;
-    ports.plugUsb(first, drive.path());
-    QSerialPort port;
-    QVERIFY(openAsTheProgramDoes(port, first));
+    OpenPort open;
     QVERIFY(QSerialPortInfo(first).isBusy());
     QVERIFY2(access("/var/lock/LCK..ttyUSB0", F_OK) == 0, "the lock file is seen under its usual path");
-    port.close();
+    open.port.close();
     QVERIFY(!QSerialPortInfo(first).isBusy());
 }
 
 void TestListedPorts::portInUseDoesNotOpenSecondTime()
 {
-    const PseudoTerminal drive;
-    ListedPorts ports;
-    ports.plugUsb(first, drive.path());
-    QSerialPort port;
-    QVERIFY(openAsTheProgramDoes(port, first));
+    const OpenPort open;
     QSerialPort intruder;
     QVERIFY(!openAsTheProgramDoes(intruder, first));
     QCOMPARE(intruder.error(), QSerialPort::PermissionError);

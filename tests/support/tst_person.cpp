@@ -62,10 +62,10 @@ private slots:
     void init() { window = std::make_unique<Window>(); }
     void cleanup() { window.reset(); }
 
-    void buttonOnTheScreenIsPressed();
+    void buttonOnScreenIsPressed();
     void hiddenButtonIsNotPressed();
     void greyButtonIsNotPressed();
-    void buttonBehindAModalWindowIsNotPressed();
+    void buttonBehindModalWindowIsNotPressed();
     void buttonOfAnotherNameIsNotPressed();
 
     void typedTextReplacesWhatStandsThere();
@@ -73,13 +73,13 @@ private slots:
     void emptiedFieldHoldsNothing();
     void fieldThatRefusesKeysIsTold();
     void greyFieldKeepsItsText();
-    void fieldBehindAModalWindowKeepsItsText();
+    void fieldBehindModalWindowKeepsItsText();
 
-    void tickGoesIntoTheBoxAndOut();
+    void tickGoesIntoBoxAndOut();
     void greyBoxKeepsItsTick();
-    void tickGoesIntoOneRowOfAList();
+    void tickGoesIntoOneRowOfList();
     void rowThatIsNotThereIsTold();
-    void entryOfABoxIsChosenByItsBegin();
+    void entryOfBoxIsChosenByItsBegin();
     void entryThatIsNotOfferedIsTold();
     void clickedEntryIsSelected();
     void hiddenEntryIsNotClicked();
@@ -93,7 +93,7 @@ private:
     std::unique_ptr<Window> window;
 };
 
-void TestPerson::buttonOnTheScreenIsPressed()
+void TestPerson::buttonOnScreenIsPressed()
 {
     const QSignalSpy clicked(window->button, SIGNAL(clicked()));
     QVERIFY(Person::press(*window, "button"));
@@ -118,7 +118,7 @@ void TestPerson::greyButtonIsNotPressed()
     QVERIFY(!Person::press(window->button));
 }
 
-void TestPerson::buttonBehindAModalWindowIsNotPressed()
+void TestPerson::buttonBehindModalWindowIsNotPressed()
 {
     QDialog dialog;
     dialog.setModal(true);
@@ -176,7 +176,7 @@ void TestPerson::greyFieldKeepsItsText()
     QCOMPARE(window->field->text(), QStringLiteral("old"));
 }
 
-void TestPerson::fieldBehindAModalWindowKeepsItsText()
+void TestPerson::fieldBehindModalWindowKeepsItsText()
 {
     QDialog dialog;
     dialog.setModal(true);
@@ -186,7 +186,7 @@ void TestPerson::fieldBehindAModalWindowKeepsItsText()
     QCOMPARE(window->field->text(), QStringLiteral("old"));
 }
 
-void TestPerson::tickGoesIntoTheBoxAndOut()
+void TestPerson::tickGoesIntoBoxAndOut()
 {
     QVERIFY(Person::tick(window->box));
     QVERIFY(window->box->isChecked());
@@ -203,7 +203,7 @@ void TestPerson::greyBoxKeepsItsTick()
     QVERIFY(!window->box->isChecked());
 }
 
-void TestPerson::tickGoesIntoOneRowOfAList()
+void TestPerson::tickGoesIntoOneRowOfList()
 {
     QVERIFY(Person::tickRow(window->list, 1));
     QCOMPARE(window->list->item(0)->checkState(), Qt::Unchecked);
@@ -216,7 +216,7 @@ void TestPerson::rowThatIsNotThereIsTold()
     QVERIFY(!Person::tickRow(window->list, 2));
 }
 
-void TestPerson::entryOfABoxIsChosenByItsBegin()
+void TestPerson::entryOfBoxIsChosenByItsBegin()
 {
     QVERIFY(Person::choose(window->choice, "eng"));
     QCOMPARE(window->choice->currentText(), QStringLiteral("english"));

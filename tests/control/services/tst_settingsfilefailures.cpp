@@ -28,20 +28,18 @@ void runProgram()
     Z7Services::shutdown();
 }
 
+void writeOldFiles()
+{
+    WorkingFolder::write(optionsFile, oldOptions);
+    WorkingFolder::write(languageFile, oldTexts);
+}
+
 QStringList bothFiles()
 {
     return {languageFile, optionsFile};
 }
 
-void addFailures(const char *name, z7_failure failure)
-{
-    for (const char *call : {"write", "fsync", "rename"})
-        QTest::addRow("%s %s", call, name) << QByteArray(call) << failure;
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(z7_failure)
 
 class TestSettingsFileFailures : public IsolatedTest
 {
@@ -60,11 +58,7 @@ private slots:
 
 void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole_data()
 {
-    QTest::addColumn<QByteArray>("call");
-    QTest::addColumn<z7_failure>("failure");
-    addFailures("fails once", Z7_FAILS_ONCE);
-    addFailures("fails from then on", Z7_FAILS_FROM_THEN_ON);
-    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+    FailingCalls::addEachFailure();
 }
 
 void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole()
@@ -73,13 +67,8 @@ void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole()
     QFETCH(z7_failure, failure);
     bool hasFailed = true;
     for (int callsBefore = 0; hasFailed; ++callsBefore) {
-        WorkingFolder::write(optionsFile, oldOptions);
-        WorkingFolder::write(languageFile, oldTexts);
-        {
-            const FailingCalls disk(call, callsBefore, failure);
-            runProgram();
-            hasFailed = disk.haveFailed();
-        }
+        writeOldFiles();
+        hasFailed = FailingCalls::during(call, callsBefore, failure, runProgram);
         const QByteArray options = WorkingFolder::read(optionsFile);
         const QByteArray texts = WorkingFolder::read(languageFile);
         QVERIFY2(options == newOptions || (hasFailed && options == oldOptions), options);
@@ -90,23 +79,15 @@ void TestSettingsFileFailures::whicheverCallFailsEachFileIsWhole()
 
 void TestSettingsFileFailures::diskThatFailsAltogetherLeavesOldFiles_data()
 {
-    QTest::addColumn<QByteArray>("call");
-    QTest::addColumn<z7_failure>("failure");
-    addFailures("fails", Z7_FAILS_FROM_THEN_ON);
-    QTest::newRow("write takes half and then nothing") << QByteArray("write") << Z7_FAILS_HALF_WAY;
+    FailingCalls::addFailuresForGood();
 }
 
 void TestSettingsFileFailures::diskThatFailsAltogetherLeavesOldFiles()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);
-    WorkingFolder::write(optionsFile, oldOptions);
-    WorkingFolder::write(languageFile, oldTexts);
-    {
-        const FailingCalls disk(call, 0, failure);
-        runProgram();
-        QVERIFY(disk.haveFailed());
-    }
+    writeOldFiles();
+    QVERIFY(FailingCalls::during(call, 0, failure, runProgram));
     QCOMPARE(WorkingFolder::read(optionsFile), oldOptions);
     QCOMPARE(WorkingFolder::read(languageFile), oldTexts);
     QCOMPARE(WorkingFolder::files(), bothFiles());
@@ -116,9 +97,7 @@ void TestSettingsFileFailures::diskThatFailsAltogetherLeavesNoNewFile()
 {
     QFETCH(QByteArray, call);
     QFETCH(z7_failure, failure);
-    const FailingCalls disk(call, 0, failure);
-    runProgram();
-    QVERIFY(disk.haveFailed());
+    QVERIFY(FailingCalls::during(call, 0, failure, runProgram));
     QCOMPARE(WorkingFolder::files(), QStringList());
 }
 
@@ -131,11 +110,7 @@ void TestSettingsFileFailures::damagedFileIsThereWhicheverCallFails()
     for (int callsBefore = 0; hasFailed; ++callsBefore) {
         WorkingFolder::write(languageFile, notes + oldTexts);
         WorkingFolder::write(copy, notes);
-        {
-            const FailingCalls disk(call, callsBefore, failure);
-            runProgram();
-            hasFailed = disk.haveFailed();
-        }
+        hasFailed = FailingCalls::during(call, callsBefore, failure, runProgram);
         const QByteArray kept = WorkingFolder::read(copy);
         const QByteArray texts = WorkingFolder::read(languageFile);
         const bool isWritten = texts == newTexts && kept == notes + oldTexts;

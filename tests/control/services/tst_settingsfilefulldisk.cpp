@@ -3,12 +3,9 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
-#include "tests/support/isolatedtest.h"
-#include "tests/support/smallfilesystem.h"
+#include "tests/support/smalldisktest.h"
 
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -35,40 +32,16 @@ QByteArray content(const QByteArray &section, const QByteArray &key, int texts)
 
 } // namespace
 
-class TestSettingsFileFullDisk : public IsolatedTest
+class TestSettingsFileFullDisk : public SmallDiskTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-
     void oldFileStaysOrNewOneIsWhole_data();
     void oldFileStaysOrNewOneIsWhole();
     void fileThatFindsNoRoomIsNotMade_data();
     void fileThatFindsNoRoomIsNotMade();
-
-private:
-    void prepare() override;
-    void tidyUp() override;
-
-    std::optional<SmallFileSystem> m_disk;
 };
-
-void TestSettingsFileFullDisk::initTestCase()
-{
-    if (!SmallFileSystem::isPossible())
-        QSKIP("No file system may be mounted here.");
-}
-
-void TestSettingsFileFullDisk::prepare()
-{
-    m_disk.emplace(64);
-}
-
-void TestSettingsFileFullDisk::tidyUp()
-{
-    m_disk.reset();
-}
 
 void TestSettingsFileFullDisk::oldFileStaysOrNewOneIsWhole_data()
 {
