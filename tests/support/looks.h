@@ -19,6 +19,9 @@ QList<QImage> picturesOf(const QWidget &parent);
 /// tool button are those of its tool tip.
 void addButtonColumns();
 void addButton(const char *name, const char *words, const char *icon);
+/// What is wrong with a button below `window`, whose icon counts at `size` pixels; empty if nothing is.
+QString faultOf(const QWidget &window, const QString &button, const QString &words, const QByteArray &icon,
+    int size = 24);
 /// Fails the test function unless the button of its row below `window` bears words and icon, the latter at
 /// `size` pixels.
 void checkButton(const QWidget &window, int size = 24);
