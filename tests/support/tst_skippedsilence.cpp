@@ -77,16 +77,16 @@ class TestSkippedSilence : public QObject
     Q_OBJECT
 
 private slots:
-    void waitForADriveThatIsMissingEndsAtOnce();
+    void waitForDriveThatIsMissingEndsAtOnce();
     void replyIsWholeAndItsEndTakesNoTime_data();
     void replyIsWholeAndItsEndTakesNoTime();
     void manyRepliesAreWhole();
-    void adapterThatIsPulledEndsAWait();
+    void adapterThatIsPulledEndsWait();
     void otherBusCutsNoWaitShort();
     void waitsTakeTheirTimeOnceItIsOver();
 };
 
-void TestSkippedSilence::waitForADriveThatIsMissingEndsAtOnce()
+void TestSkippedSilence::waitForDriveThatIsMissingEndsAtOnce()
 {
     Line line;
     const SkippedSilence silence(line.bus);
@@ -133,7 +133,7 @@ void TestSkippedSilence::manyRepliesAreWhole()
     }
 }
 
-void TestSkippedSilence::adapterThatIsPulledEndsAWait()
+void TestSkippedSilence::adapterThatIsPulledEndsWait()
 {
     Line line;
     const SkippedSilence silence(line.bus);
