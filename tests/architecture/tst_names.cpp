@@ -95,7 +95,6 @@ void TestNames::articleIsFound()
     QTEST(hasArticle(declared.first()), "isFound");
 }
 
-// Whole journeys and the soak tell stories, and are left to themselves.
 void TestNames::testFunctionsHaveNoArticle_data()
 {
     QTest::addColumn<QString>("path");
@@ -103,8 +102,7 @@ void TestNames::testFunctionsHaveNoArticle_data()
     QDirIterator it(tests.path(), {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QString name = tests.relativeFilePath(it.next());
-        if (!name.startsWith("e2e/") && !name.startsWith("soak/")
-            && !testFunctionsIn(contentOf(it.filePath())).isEmpty())
+        if (!testFunctionsIn(contentOf(it.filePath())).isEmpty())
             QTest::newRow(qPrintable(name)) << it.filePath();
     }
 }
