@@ -38,8 +38,11 @@ function(z7_test name)
     if(TEST_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "z7_test(${name}): unknown arguments ${TEST_UNPARSED_ARGUMENTS}")
     endif()
+    # Those that need longer begin first, so that the others run beside them.
+    set(cost ${TEST_TIMEOUT})
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT ${Z7_TEST_TIMEOUT})
+        set(cost 0)
     endif()
 
     qt5_generate_moc(${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
@@ -66,6 +69,7 @@ function(z7_test name)
     z7_test_environment(environment ${TEST_TIMEOUT})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${TEST_TIMEOUT}
+        COST ${cost}
         LABELS "${folder};${TEST_LABELS}"
         RUN_SERIAL ${TEST_ALONE}
         ENVIRONMENT "${environment}"
