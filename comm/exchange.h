@@ -43,9 +43,8 @@ public:
 ///
 /// Blocks its caller and needs neither a thread of its own nor an event loop nor an application object,
 /// without which Qt only warns that the port's notifiers stay off. Port and stacks belong to the calling
-/// thread during the call. The stop flag may be set by any thread at any
-/// time and is seen between two telegrams, so it can take two time-outs and the 20 ms gap to show, or the
-/// bound on a babbling line.
+/// thread during the call. The stop flag may be set by any thread at any time and is seen between two
+/// telegrams, so it can take two time-outs and the 20 ms gap to show, or the bound on a babbling line.
 ///
 /// Nothing is thrown: a failure is an error number in the stack's record, 2 where the write was not finished
 /// within `timeoutMs`, 1 where no first byte came within another `timeoutMs`, or what the stack found in the

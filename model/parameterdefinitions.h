@@ -33,8 +33,8 @@ struct Z7ParamDefinition
 
 bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b);
 
-/// The rows of the file "Z7ParamDef_<version>.csv": what the parameters of the drives
-/// of one software version mean.
+/// The rows of the file "Z7ParamDef_<version>.csv": what the parameters of the drives of one software version
+/// mean.
 ///
 /// Any thread: a version that turns up in a reply makes a worker ask, while the main thread may be loading
 /// it. Nobody who asks waits for a lock: the rows stand in tables that never change, and a load puts a new

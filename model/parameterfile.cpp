@@ -96,6 +96,7 @@ QString Z7ParameterFile::load(const QString &path)
     if (file.size() > WholeFile::largestFile)
         reader.raiseError(QStringLiteral("The file is larger than 16 MB."));
     readDocument(reader);
+    noteUnknownVersion();
     noteWhatIsMissing(reader);
     return reader.hasError() ? reader.errorString() : QString();
 }
@@ -127,14 +128,13 @@ void Z7ParameterFile::readDeviceInfo(const QXmlStreamReader &reader)
     m_hasVersion = true;
     m_softwareVersion = version;
     m_userParams.softwareVersion = version;
-    if (!Z7Services::instance()->definitions(version)->hasRows())
-        note(Kind::VersionUnknown, reader.lineNumber(), version);
+    m_versionLine = reader.lineNumber();
 }
 
 /// Goes to the end of the document: parameters behind the end of their element count too.
 void Z7ParameterFile::readParameters(QXmlStreamReader &reader)
 {
-    const Z7ParamDefinitions &definitions = *Z7Services::instance()->definitions(m_softwareVersion);
+    const Z7ParamDefinitions *definitions = nullptr;
     bool isInside = true;
     while (!reader.atEnd() && !reader.hasError()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
@@ -145,8 +145,11 @@ void Z7ParameterFile::readParameters(QXmlStreamReader &reader)
         const bool isParameter = reader.name() == parameterElement;
         if (!isParameter || !isInside)
             noteElement(reader);
-        if (isParameter)
-            readParameter(reader, definitions);
+        if (!isParameter)
+            continue;
+        if (!definitions)
+            definitions = Z7Services::instance()->definitions(m_softwareVersion);
+        readParameter(reader, *definitions);
     }
 }
 
@@ -196,6 +199,13 @@ void Z7ParameterFile::noteObjection(
     else if (objection->kind == WriteFinding::Kind::ReadOnly)
         kind = Kind::ReadOnlyParameter;
     note(kind, reader.lineNumber(), QString::number(param.value), param.number);
+}
+
+/// Asks for the version in force alone: definitions that were asked for once are kept to the end.
+void Z7ParameterFile::noteUnknownVersion()
+{
+    if (m_hasVersion && !Z7Services::instance()->definitions(m_softwareVersion)->hasRows())
+        note(Kind::VersionUnknown, m_versionLine, m_softwareVersion);
 }
 
 void Z7ParameterFile::noteWhatIsMissing(const QXmlStreamReader &reader)

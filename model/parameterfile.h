@@ -54,6 +54,7 @@ private:
     void noteElement(const QXmlStreamReader &reader);
     void noteObjection(
         const QXmlStreamReader &reader, const Z7ParamDefinitions &definitions, const Z7DeviceParam &param);
+    void noteUnknownVersion();
     void noteWhatIsMissing(const QXmlStreamReader &reader);
     void note(ParameterFileOddity::Kind kind, qint64 line, const QString &text, int number = -1);
 
@@ -63,4 +64,5 @@ private:
     Z7DeviceParamSet m_userParams;
     QVector<ParameterFileOddity> m_oddities;
     bool m_hasVersion = false; ///< the file that was opened last tells its version
+    qint64 m_versionLine = 0; ///< where it does so last
 };

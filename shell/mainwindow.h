@@ -68,9 +68,6 @@ private:
     void offerDevices(const std::function<bool(const Z7Device &)> &isOffered);
     void showDeviceSelection(const char *slot);
 
-    /// For the drives that are picked for a parameter file: the values of the file opened last, or the
-    /// changes saved last, whichever came later. Dialogs that serve other actions go on giving them out.
-    Z7DeviceParamSet m_fileParams;
     TopMenuWidget *m_topMenu = nullptr;
     MainContentWidget *m_mainContent = nullptr;
     DeviceControlWidget *m_deviceControl = nullptr;

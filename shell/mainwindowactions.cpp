@@ -106,10 +106,10 @@ void MainWindow::SaveFileAs()
         this, commonText("SaveFile", "Datei speichern"), QDir::currentPath(), parameterFileFilter());
     if (path.isNull())
         return;
-    m_fileParams = Z7DeviceParamSet();
-    m_controller->currentUserParams(m_fileParams);
+    Z7DeviceParamSet changes;
+    m_controller->currentUserParams(changes);
     showFileError(Z7Services::instance()->saveParameterFile(
-        withSuffix(path), m_controller->currentDeviceRecord(), m_fileParams));
+        withSuffix(path), m_controller->currentDeviceRecord(), changes));
 }
 
 void MainWindow::SaveFile()
@@ -125,7 +125,6 @@ void MainWindow::OpenFile()
         return;
     Z7ParameterFile *file = Z7Services::instance()->newParameterFile();
     showFileError(file->load(path));
-    m_fileParams = file->userParams();
 
     // A dialog for each file. One that was used before stays a child of the window.
     m_deviceSelectionDialog = new DeviceSelectionDialog(this);
@@ -140,7 +139,8 @@ void MainWindow::OpenFile()
 
 void MainWindow::setParameterFileToDevice(int deviceID)
 {
-    m_controller->setUserParams(deviceID, m_fileParams);
+    if (const Z7ParameterFile *file = Z7Services::instance()->parameterFile())
+        m_controller->setUserParams(deviceID, file->userParams());
 }
 
 // --- actions on several drives ---
