@@ -23,7 +23,14 @@ ControllerOnABus::ControllerOnABus()
 {
     if (!bus.start())
         qFatal("%s", qPrintable(bus.errorText()));
+    m_silence.emplace(bus);
     ports.plugUsb(portName, bus.portPath());
+}
+
+void ControllerOnABus::slowDown()
+{
+    bus.command("pace on");
+    m_silence.reset();
 }
 
 z7sim::BusConfig ControllerOnABus::busConfig() const

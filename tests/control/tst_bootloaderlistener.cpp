@@ -74,6 +74,7 @@ private:
 void TestBootloaderListener::init()
 {
     tested.emplace();
+    tested->slowDown();
     Z7Services::instance()->options()->setTimeout(patientTimeoutMs);
     FirmwareUser::writeImageAndProgrammer();
     id3 = tested->drive3().deviceId();

@@ -44,6 +44,7 @@ private:
 void TestControllerFullRead::init()
 {
     tested.emplace();
+    tested->slowDown();
     Z7Services::instance()->options()->setPollingInterval(pauseMs);
     id3 = tested->drive3().deviceId();
     tested->connectDrives({tested->drive3()});

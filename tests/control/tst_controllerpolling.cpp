@@ -138,6 +138,7 @@ void TestControllerPolling::pollingGoesOnAtNewAddress()
 void TestControllerPolling::pageCanStopAllCommunication()
 {
     NotingListener callback;
+    tested->slowDown();
     tested->showPage(network, id3);
     controller().scanDevice(Z7Device(tested->drive3().portInfo), &callback);
     QTRY_VERIFY(callback.notes.contains("progress"));
