@@ -106,6 +106,8 @@ void TestAddressJourneys::hintComesAndGoesWithMode()
     TestBench bench;
     z7sim::DriveConfig config = TestBench::shortDrive(1);
     config.version = "V200";
+    // None of the modes that are written, so that each write can be seen to arrive.
+    config.parameters = {{1, 5}, {2, 5}};
     auto &bus = bench.plugIn(port, {config});
     const Journey journey;
     QVERIFY(journey.connectManually(port, 1, 0));
