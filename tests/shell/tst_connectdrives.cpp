@@ -106,7 +106,7 @@ z7sim::DriveConfig TestConnectDrives::simulated(int address, int password)
 
 void TestConnectDrives::makeSlow(z7sim::SimulatedBus &bus)
 {
-    bus.command("turnaround 40000");
+    bus.command("turnaround 80000");
     bus.command("pace on");
 }
 
@@ -378,7 +378,7 @@ void TestConnectDrives::secondWayConnectsAfterInterruptedOne()
 {
     z7sim::SimulatedBus &bus = plugDrive(17, 4711);
     bus.addDrive(simulated(18, 99));
-    drives->slowDown(firstPort);
+    makeSlow(bus);
     logOn(17, 4711);
     QTRY_VERIFY(isUnderWay());
     logOn(18, 99);
@@ -392,8 +392,7 @@ void TestConnectDrives::secondWayConnectsAfterInterruptedOne()
 
 void TestConnectDrives::closingDuringLogOnLeavesDialogUsable()
 {
-    plugDrive(17, 4711);
-    drives->slowDown(firstPort);
+    makeSlow(plugDrive(17, 4711));
     logOn(17, 4711);
     QTRY_VERIFY(isUnderWay());
     bench->press("BtnCancel");
