@@ -99,8 +99,7 @@ bool Journey::connectQuickly() const
 bool Journey::connectManually(const QString &port, int address, int password) const
 {
     const WizardUser user = wizard();
-    return openWizard() && user.press("BtnManual") && user.choosePort(port) && user.typeAddress(address)
-        && user.typePassword(password) && user.next()
+    return openWizard() && user.logOn(port, address, password)
         && Person::waitUntil([&user] { return user.canPressOk(); }) && user.ok();
 }
 

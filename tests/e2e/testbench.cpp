@@ -106,9 +106,22 @@ QString TestBench::text(const QString &fileName) const
 
 z7sim::DriveConfig TestBench::shortDrive(int address, int password)
 {
+    return fullDrive(address, password, shortVersion);
+}
+
+QVector<z7sim::DriveConfig> TestBench::shortDrives(const QList<int> &addresses)
+{
+    QVector<z7sim::DriveConfig> drives;
+    for (const int address : addresses)
+        drives.append(shortDrive(address));
+    return drives;
+}
+
+z7sim::DriveConfig TestBench::fullDrive(int address, int password, const QByteArray &version)
+{
     z7sim::DriveConfig drive;
     drive.address = address;
     drive.password = password;
-    drive.version = shortVersion;
+    drive.version = version;
     return drive;
 }

@@ -48,6 +48,9 @@ public:
     /// A drive of the version with few parameters, which are read in no time, and with the password of
     /// delivery, 0.
     static z7sim::DriveConfig shortDrive(int address, int password = 0);
+    static QVector<z7sim::DriveConfig> shortDrives(const QList<int> &addresses);
+    /// A drive with all parameters that its version, V123 or V200, has.
+    static z7sim::DriveConfig fullDrive(int address, int password = 0, const QByteArray &version = "V123");
 
     static const QByteArray shortVersion;
     /// The parameters of the short version.

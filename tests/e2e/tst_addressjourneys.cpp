@@ -1,32 +1,15 @@
 // A drive gets another bus address, and another operating mode, under a person's hands.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
 
-#include <QLabel>
-#include <QLineEdit>
 #include <QtTest>
 
+#include <utility>
+
 using namespace Telegrams;
-
-namespace {
-
-const QString port = QStringLiteral("ttyUSB0");
-
-QString driveName(int address)
-{
-    return QStringLiteral("Port0 - Z7.%1").arg(address);
-}
-
-QLineEdit *field(const Journey &journey, const char *name)
-{
-    return journey.window().findChild<QLineEdit *>(QString::fromLatin1(name));
-}
-
-} // namespace
 
 class TestAddressJourneys : public QObject
 {
@@ -37,57 +20,47 @@ private slots:
     void addressOutOfRangeIsNotSent();
     void hintComesAndGoesWithMode_data();
     void hintComesAndGoesWithMode();
-
-private:
-    static void move(const Journey &journey, z7sim::SimulatedBus &bus, int from, int to);
 };
-
-void TestAddressJourneys::move(const Journey &journey, z7sim::SimulatedBus &bus, int from, int to)
-{
-    QVERIFY(journey.showPage(driveName(from), QStringLiteral("RS485")));
-    QTRY_COMPARE(Person::textOf(journey.window(), "lParam0x52Device"), QString::number(from));
-    QVERIFY(Person::type(field(journey, "edParam0x52User"), QString::number(to)));
-    QVERIFY(journey.press("BtnChangeAdress"));
-
-    QTRY_COMPARE_WITH_TIMEOUT(bus.command("get " + QByteArray::number(to) + " address"),
-        "ok " + QByteArray::number(to), Person::patienceMs);
-    QTRY_VERIFY(journey.drives().contains(driveName(to) + ", active"));
-    QVERIFY(!journey.drives().join(' ').contains(driveName(from) + ","));
-    QTRY_COMPARE(journey.bar().device, QStringLiteral("Z7.%1").arg(to));
-    // The live update goes on at the new address alone.
-    bus.clearLog();
-    QVERIFY(Person::waitUntil([&] { return requests(bus.log()).count(read(to, 0x52)) >= 2; }));
-    QVERIFY(!requests(bus.log()).join(' ').contains(QStringLiteral("A=%1 ").arg(from)));
-    QTRY_COMPARE(Person::textOf(journey.window(), "lParam0x52Device"), QString::number(to));
-}
 
 void TestAddressJourneys::driveIsFollowedToItsNewAddressAndBack()
 {
-    TestBench bench;
-    auto &bus =
-        bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(3), TestBench::shortDrive(7)});
-    const Journey journey;
-    for (const int address : {1, 3, 7})
-        QVERIFY(journey.connectManually(port, address, 0));
-    move(journey, bus, 3, 77);
-    if (!QTest::currentTestFailed())
-        move(journey, bus, 77, 3);
+    const Desk desk(TestBench::shortDrives({1, 3, 7}));
+    const Journey &journey = desk.journey;
+    const MainWindow &window = journey.window();
+    QVERIFY(desk.connectAll());
+    for (const auto &[from, to] : {std::make_pair(3, 77), std::make_pair(77, 3)}) {
+        QVERIFY(journey.showPage(driveName(from), QStringLiteral("RS485")));
+        QTRY_COMPARE(Person::textOf(window, "lParam0x52Device"), QString::number(from));
+        QVERIFY(Person::type(window, "edParam0x52User", QString::number(to)));
+        QVERIFY(journey.press("BtnChangeAdress"));
+
+        QTRY_COMPARE_WITH_TIMEOUT(desk.bus.command("get " + QByteArray::number(to) + " address"),
+            "ok " + QByteArray::number(to), Person::patienceMs);
+        QTRY_VERIFY(journey.drives().contains(driveName(to) + ", active"));
+        QVERIFY(!journey.drives().join(' ').contains(driveName(from) + ","));
+        QTRY_COMPARE(journey.bar().device, QStringLiteral("Z7.%1").arg(to));
+        // The live update goes on at the new address alone.
+        desk.bus.clearLog();
+        const QString asked = read(to, 0x52);
+        QVERIFY(Person::waitUntil([&desk, &asked] { return desk.requests().count(asked) >= 2; }));
+        QVERIFY(!desk.requests().join(' ').contains(QStringLiteral("A=%1 ").arg(from)));
+        QTRY_COMPARE(Person::textOf(window, "lParam0x52Device"), QString::number(to));
+    }
     for (const int address : {1, 7})
         QVERIFY(journey.drives().contains(driveName(address) + ", active"));
 }
 
 void TestAddressJourneys::addressOutOfRangeIsNotSent()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(3)});
-    const Journey journey;
-    QVERIFY(journey.connectManually(port, 3, 0));
+    const Desk desk(TestBench::shortDrives({3}));
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectAll());
     QVERIFY(journey.showPage(driveName(3), QStringLiteral("RS485")));
-    QVERIFY(Person::type(field(journey, "edParam0x52User"), QStringLiteral("256")));
+    QVERIFY(Person::type(journey.window(), "edParam0x52User", QStringLiteral("256")));
     const MessageBoxAnswerer user(QMessageBox::Ok);
     QVERIFY(journey.press("BtnChangeAdress"));
     QCOMPARE(user.count(), 1);
-    QCOMPARE(bus.command("get 3 address"), QByteArray("ok 3"));
+    QCOMPARE(desk.bus.command("get 3 address"), QByteArray("ok 3"));
 }
 
 void TestAddressJourneys::hintComesAndGoesWithMode_data()
@@ -103,26 +76,23 @@ void TestAddressJourneys::hintComesAndGoesWithMode()
 {
     QFETCH(QString, page);
     QFETCH(int, mode);
-    TestBench bench;
-    z7sim::DriveConfig config = TestBench::shortDrive(1);
-    config.version = "V200";
+    z7sim::DriveConfig config = TestBench::fullDrive(1, 0, "V200");
     // None of the modes that are written, so that each write can be seen to arrive.
     config.parameters = {{1, 5}, {2, 5}};
-    auto &bus = bench.plugIn(port, {config});
-    const Journey journey;
-    QVERIFY(journey.connectManually(port, 1, 0));
-    const auto warns = [&journey] {
-        return !Person::textOf(journey.window(), "lSwitchOperationsModeInfo").isEmpty();
-    };
+    const Desk desk({config});
+    const Journey &journey = desk.journey;
+    const MainWindow &window = journey.window();
+    QVERIFY(desk.connectAll());
+    const auto warns = [&window] { return !Person::textOf(window, "lSwitchOperationsModeInfo").isEmpty(); };
     // Another mode first, then the page's, then the other one again.
     for (const int written : {0, mode, 0}) {
         QVERIFY(journey.showPage(driveName(1), QStringLiteral("Betriebsmodus")));
-        QVERIFY(Person::type(field(journey, "edRevolutionN1User"), QString::number(written)));
-        QVERIFY(Person::type(field(journey, "edRevolutionN2User"), QStringLiteral("0")));
+        QVERIFY(Person::type(window, "edRevolutionN1User", QString::number(written)));
+        QVERIFY(Person::type(window, "edRevolutionN2User", QStringLiteral("0")));
         const MessageBoxAnswerer writeAnyway(QMessageBox::Yes);
         QVERIFY(journey.press("BtnUpload"));
-        QTRY_COMPARE_WITH_TIMEOUT(bus.memory(1, 1), written, Person::patienceMs);
-        QTRY_COMPARE(bus.memory(1, 2), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(desk.bus.memory(1, 1), written, Person::patienceMs);
+        QTRY_COMPARE(desk.bus.memory(1, 2), 0);
         QVERIFY(journey.showPage(driveName(1), page));
         QTRY_COMPARE_WITH_TIMEOUT(warns(), written != mode, Person::patienceMs);
     }

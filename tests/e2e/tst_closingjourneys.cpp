@@ -1,8 +1,7 @@
 // The end of the program and the next start.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 
 #include <QPushButton>
 #include <QtTest>
@@ -11,9 +10,7 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
-const QString table = QStringLiteral("Parametertabelle");
+const QString drive = driveName(1);
 const QString optionsFile = QStringLiteral("Z7Properties.ini");
 const QString languageFile = QStringLiteral("deutsch.z7lang");
 
@@ -46,19 +43,18 @@ private slots:
 
 void TestClosingJourneys::closingWindowWritesOptionsAndLanguage()
 {
-    TestBench bench;
-    bench.plugIn(port, {TestBench::shortDrive(1)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
     QVERIFY(journey.showPage(drive, table));
     QTRY_COMPARE(journey.row(23).deviceValue, QStringLiteral("500"));
     QVERIFY(journey.closeWindow());
 
-    const QString options = bench.text(optionsFile);
+    const QString options = desk.bench.text(optionsFile);
     for (const char *line :
         {"[OPTIONS]", "language=deutsch", "timeout=140", "defaultVendorID=1027", "pollingInterval=100"})
         QVERIFY2(options.contains(QLatin1String(line)), line);
-    const QString language = bench.text(languageFile);
+    const QString language = desk.bench.text(languageFile);
     for (const char *line : {"[Common]", "Upload=Schreiben", "[DialogParamTable]",
              "ColUserDataTitle=Soll-Wert", "[ParamDefinition]", "Festdrehzahl%20n1=Festdrehzahl n1"})
         QVERIFY2(language.contains(QLatin1String(line)), line);
@@ -66,32 +62,30 @@ void TestClosingJourneys::closingWindowWritesOptionsAndLanguage()
 
 void TestClosingJourneys::closingWindowInMidPassLeavesBusSilent()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    bench.slowDown(port);
-    const Journey journey;
+    Desk desk(TestBench::shortDrives({1}));
+    desk.slowDown();
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
     QVERIFY(journey.showPage(drive, table));
-    QTRY_VERIFY(requests(bus.log()).size() > logOn(1, 0).size());
+    QTRY_VERIFY(desk.requests().size() > logOn(1, 0).size());
     QVERIFY(journey.closeWindow());
 
-    QVERIFY(staysSilent(bus));
+    QVERIFY(staysSilent(desk.bus));
 }
 
 void TestClosingJourneys::closingWindowInMidScanLeavesBusSilent()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {});
-    bench.slowDown(port);
-    const Journey journey;
+    Desk desk({});
+    desk.slowDown();
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     QVERIFY(journey.wizard().press("BtnScanPort"));
     QVERIFY(journey.wizard().next());
-    QTRY_VERIFY(bus.log().size() > 3);
+    QTRY_VERIFY(desk.bus.log().size() > 3);
     QVERIFY(journey.closeWindow());
 
-    QVERIFY(staysSilent(bus));
-    const QStringList probes = requests(bus.log());
+    QVERIFY(staysSilent(desk.bus));
+    const QStringList probes = desk.requests();
     QCOMPARE(probes, sweep(1, probes.size()));
 }
 

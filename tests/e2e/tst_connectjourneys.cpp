@@ -1,20 +1,13 @@
 // From the tool button to the tree: the ways to one drive, and what keeps a drive out.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
 
 #include <QtTest>
 
 using namespace Telegrams;
-
-namespace {
-
-const QString port = QStringLiteral("ttyUSB0");
-
-} // namespace
 
 class TestConnectJourneys : public QObject
 {
@@ -36,10 +29,9 @@ private slots:
 
 void TestConnectJourneys::quickConnectLogsOnToDriveWithDefaultAddress()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    bench.slowDown(port);
-    const Journey journey;
+    Desk desk(TestBench::shortDrives({1}));
+    desk.slowDown();
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     QVERIFY(journey.wizard().press("BtnQuickConnect"));
     QTRY_COMPARE(journey.wizard().triedDrives(), QStringList("Port0 - Z7.1: connected"));
@@ -47,7 +39,7 @@ void TestConnectJourneys::quickConnectLogsOnToDriveWithDefaultAddress()
     QVERIFY(journey.wizard().ok());
 
     QVERIFY(!journey.wizard().isOpen());
-    QCOMPARE(requests(bus.log()), logOn(1, 0));
+    QCOMPARE(desk.requests(), logOn(1, 0));
     QCOMPARE(journey.drives(), QStringList("Port0 - Z7.1, active"));
     const ControlBar bar = journey.bar();
     QCOMPARE(bar.port, port);
@@ -82,19 +74,17 @@ void TestConnectJourneys::quickConnectWithoutPortFindsNoDrive()
 
 void TestConnectJourneys::nothingMovesOnBusBeforePageIsShown()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
     QTest::qWait(500);
-    QCOMPARE(requests(bus.log()), logOn(1, 0));
+    QCOMPARE(desk.requests(), logOn(1, 0));
 }
 
 void TestConnectJourneys::manualConnectTakesPasswordThatIsNotAddress()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(3, 4711)});
-    const Journey journey;
+    const Desk desk({TestBench::shortDrive(3, 4711)});
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     const WizardUser wizard = journey.wizard();
     QVERIFY(wizard.press("BtnManual"));
@@ -107,26 +97,22 @@ void TestConnectJourneys::manualConnectTakesPasswordThatIsNotAddress()
     QVERIFY(wizard.ok());
 
     // The drive refuses its address as password and takes the one that was typed.
-    QCOMPARE(requests(bus.log()), logOn(3, 4711));
-    QCOMPARE(bus.log().at(1).bytes, QByteArray::fromHex("89 03 10 c9"));
-    QCOMPARE(bus.log().at(3).bytes, QByteArray::fromHex("89 03 00 d9"));
+    QCOMPARE(desk.requests(), logOn(3, 4711));
+    QCOMPARE(desk.bus.log().at(1).bytes, QByteArray::fromHex("89 03 10 c9"));
+    QCOMPARE(desk.bus.log().at(3).bytes, QByteArray::fromHex("89 03 00 d9"));
     QCOMPARE(journey.drives(), QStringList("Port0 - Z7.3, active"));
 }
 
 void TestConnectJourneys::wrongPasswordShowsDriveAsPresentAndLocked()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(3, 4711)});
-    const Journey journey;
+    const Desk desk({TestBench::shortDrive(3, 4711)});
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     const WizardUser wizard = journey.wizard();
-    QVERIFY(wizard.press("BtnManual"));
-    QVERIFY(wizard.typeAddress(3));
-    QVERIFY(wizard.typePassword(1111));
-    QVERIFY(wizard.next());
+    QVERIFY(wizard.logOn(port, 3, 1111));
     QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.3: refused"));
 
-    QCOMPARE(requests(bus.log()), QStringList({access(3, 3), access(3, 1111)}));
+    QCOMPARE(desk.requests(), QStringList({access(3, 3), access(3, 1111)}));
     const ControlBar bar = journey.bar();
     QCOMPARE(bar.usb, QStringLiteral("yellow"));
     QCOMPARE(bar.message, QStringLiteral("Ungültiges Passwort"));
@@ -136,9 +122,8 @@ void TestConnectJourneys::wrongPasswordShowsDriveAsPresentAndLocked()
 
 void TestConnectJourneys::driveWithWrongPasswordIsNotTakenOver()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1, 4711)});
-    const Journey journey;
+    const Desk desk({TestBench::shortDrive(1, 4711)});
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     const WizardUser wizard = journey.wizard();
     QVERIFY(wizard.press("BtnQuickConnect"));
@@ -147,14 +132,13 @@ void TestConnectJourneys::driveWithWrongPasswordIsNotTakenOver()
     QVERIFY(!wizard.canPressOk());
     QVERIFY(wizard.close());
     QCOMPARE(journey.drives(), QStringList());
-    QCOMPARE(requests(bus.log()), QStringList({access(1, 1), access(1, 0)}));
+    QCOMPARE(desk.requests(), QStringList({access(1, 1), access(1, 0)}));
 }
 
 void TestConnectJourneys::wrongPasswordIsCorrectedOnWayBack()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1, 4711)});
-    const Journey journey;
+    const Desk desk({TestBench::shortDrive(1, 4711)});
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     const WizardUser wizard = journey.wizard();
     QVERIFY(wizard.press("BtnManual"));
@@ -166,20 +150,19 @@ void TestConnectJourneys::wrongPasswordIsCorrectedOnWayBack()
     QTRY_COMPARE(wizard.triedDrives(), QStringList("Port0 - Z7.1: connected"));
     QTRY_VERIFY(wizard.canPressOk());
     QVERIFY(wizard.ok());
-    QCOMPARE(requests(bus.log()), QStringList({access(1, 1), access(1, 0)}) + logOn(1, 4711));
+    QCOMPARE(desk.requests(), QStringList({access(1, 1), access(1, 0)}) + logOn(1, 4711));
     QCOMPARE(journey.drives(), QStringList("Port0 - Z7.1, active"));
 }
 
 void TestConnectJourneys::driveThatDoesNotAnswerIsTriedOnce()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(9)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({9}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.openWizard());
     QVERIFY(journey.wizard().press("BtnQuickConnect"));
     QTRY_COMPARE(journey.wizard().triedDrives(), QStringList("Port0 - Z7.1: refused"));
     QTRY_VERIFY(!journey.bar().progress);
-    QCOMPARE(requests(bus.log()), QStringList(access(1, 1)));
+    QCOMPARE(desk.requests(), QStringList(access(1, 1)));
     QCOMPARE(journey.bar().usb, QStringLiteral("red"));
     QCOMPARE(journey.bar().message, QStringLiteral("Das Gerät antwortet nicht (timeout)"));
     QCOMPARE(journey.bar().device, QString());
@@ -217,9 +200,8 @@ void TestConnectJourneys::driveWithoutDefinitionsIsRefusedAndOtherOneAdded()
 
 void TestConnectJourneys::removedDriveIsGoneAfterOk()
 {
-    TestBench bench;
-    bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1, 2}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectManually(port, 1, 0));
     QVERIFY(journey.connectManually(port, 2, 0));
     QCOMPARE(journey.drives(), QStringList({"Port0 - Z7.1, active", "Port0 - Z7.2, active"}));

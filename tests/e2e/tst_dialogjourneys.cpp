@@ -2,9 +2,8 @@
 
 #include "pages/setpassworddialog.h"
 #include "shell/deviceselectiondialog.h"
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
@@ -15,14 +14,6 @@
 using namespace Telegrams;
 
 namespace {
-
-const QString port = QStringLiteral("ttyUSB0");
-const QString table = QStringLiteral("Parametertabelle");
-
-QString driveName(int address)
-{
-    return QStringLiteral("Port0 - Z7.%1").arg(address);
-}
 
 /// What a parameter file holds.
 QMap<int, int> valuesIn(const QString &fileName)
@@ -39,42 +30,6 @@ QMap<int, int> valuesIn(const QString &fileName)
     return values;
 }
 
-/// Drives with few parameters, and a person who is connected to all of them.
-struct Desk
-{
-    explicit Desk(const QList<int> &driveAddresses)
-        : bus(bench.plugIn(port, configs(driveAddresses)))
-        , addresses(driveAddresses)
-    {
-    }
-
-    static QVector<z7sim::DriveConfig> configs(const QList<int> &driveAddresses)
-    {
-        QVector<z7sim::DriveConfig> drives;
-        for (const int address : driveAddresses)
-            drives.append(TestBench::shortDrive(address));
-        return drives;
-    }
-
-    bool connectAll() const
-    {
-        return std::all_of(addresses.begin(), addresses.end(),
-            [this](int address) { return journey.connectManually(port, address, 0); });
-    }
-    /// Shows the table of a drive and waits until its values are there.
-    bool showTable(int address) const
-    {
-        return journey.showPage(driveName(address), table) && Person::waitUntil([this, address] {
-            return journey.row(23).deviceValue == QString::number(bus.memory(address, 23));
-        });
-    }
-
-    TestBench bench;
-    z7sim::SimulatedBus &bus;
-    const QList<int> addresses;
-    Journey journey;
-};
-
 } // namespace
 
 class TestDialogJourneys : public QObject
@@ -90,7 +45,7 @@ private slots:
 
 void TestDialogJourneys::newPasswordIsInForceAfterWrongOldOne()
 {
-    const Desk desk({1});
+    const Desk desk(TestBench::shortDrives({1}));
     const Journey &journey = desk.journey;
     QVERIFY(desk.connectAll());
     QVERIFY(desk.showTable(1));
@@ -106,7 +61,7 @@ void TestDialogJourneys::newPasswordIsInForceAfterWrongOldOne()
 
     // The live update logs on with it from the next pass on, and so does whoever connects after a power
     // failure.
-    QVERIFY(Person::waitUntil([&desk] { return requests(desk.bus.log()).contains(access(1, 4711)); }));
+    QVERIFY(desk.waitForRequest(access(1, 4711)));
     desk.bus.command("power-cycle 1");
     QVERIFY(journey.connectManually(port, 1, 4711));
     QVERIFY(desk.showTable(1));
@@ -115,7 +70,7 @@ void TestDialogJourneys::newPasswordIsInForceAfterWrongOldOne()
 
 void TestDialogJourneys::parameterSetOfOneDriveIsPutOnTwoOfThree()
 {
-    const Desk desk({1, 2, 3});
+    const Desk desk(TestBench::shortDrives({1, 2, 3}));
     const Journey &journey = desk.journey;
     QVERIFY(desk.connectAll());
     QVERIFY(desk.showTable(1));
@@ -152,7 +107,7 @@ void TestDialogJourneys::parameterSetOfOneDriveIsPutOnTwoOfThree()
 
 void TestDialogJourneys::factorySettingsComeBackOnceAnswerIsYes()
 {
-    const Desk desk({1});
+    const Desk desk(TestBench::shortDrives({1}));
     const Journey &journey = desk.journey;
     QVERIFY(desk.connectAll());
     QVERIFY(desk.showTable(1));
@@ -176,7 +131,7 @@ void TestDialogJourneys::factorySettingsComeBackOnceAnswerIsYes()
 
 void TestDialogJourneys::changesOfTwoDrivesAreDiscardedTogether()
 {
-    const Desk desk({1, 2, 3});
+    const Desk desk(TestBench::shortDrives({1, 2, 3}));
     const Journey &journey = desk.journey;
     QVERIFY(desk.connectAll());
     for (const int address : {1, 2, 3}) {

@@ -1,8 +1,7 @@
 // The person changes values in the table and is asked before a conflict is written.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
 
@@ -12,9 +11,7 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
-const QString table = QStringLiteral("Parametertabelle");
+const QString drive = driveName(1);
 
 const QColor differs(200, 200, 200);
 const QColor equals(230, 230, 230);
@@ -27,22 +24,19 @@ Polling polling()
 }
 
 /// A drive whose table is on the screen and has been read.
-struct ReadTable
+struct ReadTable : Desk
 {
-    TestBench bench;
-    z7sim::SimulatedBus &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    Journey journey;
-
-    bool show()
+    ReadTable()
+        : Desk(TestBench::shortDrives({1}))
     {
-        return journey.connectQuickly() && journey.showPage(drive, table)
-            && Person::waitUntil([this] { return journey.row(23).deviceValue == QLatin1String("500"); });
     }
+
+    bool show() const { return connectAll() && showTable(1); }
     bool waitForPasses(int count)
     {
         bus.clearLog();
         return Person::waitUntil(
-            [&] { return requests(bus.log()).size() > (count + 1) * polling().firstPass().size(); });
+            [&] { return requests().size() > (count + 1) * polling().firstPass().size(); });
     }
 };
 
@@ -79,7 +73,7 @@ void TestEditJourneys::typedValueIsMarkedAndStaysAcrossPolling()
     QCOMPARE(journey.row(23).deviceValue, QStringLiteral("500"));
     QCOMPARE(journey.row(23).colour, differs);
     QCOMPARE(journey.mark(drive, table), QStringLiteral("active_modified"));
-    QCOMPARE(besides(polling(), requests(read.bus.log())), QList<QStringList>());
+    QCOMPARE(besides(polling(), read.requests()), QList<QStringList>());
     QCOMPARE(read.bus.memory(1, 23), 500);
 }
 
@@ -109,7 +103,7 @@ void TestEditJourneys::emptiedFieldWithdrawsChange()
     read.bus.clearLog();
     QVERIFY(journey.press("BtnUpload"));
     QVERIFY(read.waitForPasses(1));
-    QCOMPARE(besides(polling(), requests(read.bus.log())), QList<QStringList>());
+    QCOMPARE(besides(polling(), read.requests()), QList<QStringList>());
 }
 
 void TestEditJourneys::typedValueComesBackWithPage()
@@ -153,7 +147,7 @@ void TestEditJourneys::conflictIsShownAndAnsweredNoWritesNothing()
     QCOMPARE(journey.conflictLine(), conflict);
 
     QVERIFY(read.waitForPasses(1));
-    QCOMPARE(besides(polling(), requests(read.bus.log())), QList<QStringList>());
+    QCOMPARE(besides(polling(), read.requests()), QList<QStringList>());
     QCOMPARE(read.bus.memory(1, 11), 256);
     QCOMPARE(journey.row(11).userValue, QStringLiteral("600"));
 }
@@ -180,7 +174,7 @@ void TestEditJourneys::conflictAnsweredYesIsWritten()
     QTRY_COMPARE(journey.row(11).deviceValue, QStringLiteral("600"));
 
     const QList<QStringList> written {logOn(1, 0) + QStringList(write(1, 11, 600))};
-    QCOMPARE(besides(polling(), requests(read.bus.log())), written);
+    QCOMPARE(besides(polling(), read.requests()), written);
     QCOMPARE(read.bus.memory(1, 11), 600);
     QCOMPARE(read.bus.flash(1, 11), 256);
     QCOMPARE(journey.mark(drive, table), QStringLiteral("active"));
@@ -192,7 +186,7 @@ void TestEditJourneys::conflictingParametersCannotBeStored()
     const Journey &journey = read.journey;
     QVERIFY(read.show());
     QVERIFY(journey.typeValue(11, QStringLiteral("600")));
-    read.bench.slowDown(port);
+    read.slowDown();
     read.bus.clearLog();
     const MessageBoxAnswerer user(QMessageBox::Yes);
     QVERIFY(journey.press("BtnWriteAndStore"));
@@ -200,7 +194,7 @@ void TestEditJourneys::conflictingParametersCannotBeStored()
     QCOMPARE(user.count(), 1);
 
     const QList<QStringList> sent {logOn(1, 0) + QStringList({write(1, 11, 600), store(1, 0)})};
-    QCOMPARE(besides(polling(), requests(read.bus.log())), sent);
+    QCOMPARE(besides(polling(), read.requests()), sent);
     QCOMPARE(read.bus.memory(1, 11), 600);
     QCOMPARE(read.bus.flash(1, 11), 256);
 }

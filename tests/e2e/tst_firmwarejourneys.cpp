@@ -1,7 +1,6 @@
 // A drive gets new firmware from an external programmer.
 
-#include "tests/e2e/journey.h"
-#include "tests/e2e/testbench.h"
+#include "tests/e2e/desk.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
@@ -17,8 +16,7 @@
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
+const QString drive = driveName(1);
 const QString firmwarePage = QStringLiteral("Firmware update");
 const QString image = QStringLiteral("new firmware.bin");
 
@@ -26,7 +24,7 @@ const QString image = QStringLiteral("new firmware.bin");
 struct UpdateDesk
 {
     explicit UpdateDesk(const QList<int> &addresses = {1})
-        : bus(bench.plugIn(port, configs(addresses)))
+        : bus(bench.plugIn(port, TestBench::shortDrives(addresses)))
     {
         QFile::copy(QStringLiteral(Z7_PROGRAMMER), programmer);
         WorkingFolder::write(image, "Z7 firmware V200\n");
@@ -50,14 +48,6 @@ struct UpdateDesk
                 process->waitForFinished();
             }
         }
-    }
-
-    static QVector<z7sim::DriveConfig> configs(const QList<int> &addresses)
-    {
-        QVector<z7sim::DriveConfig> drives;
-        for (const int address : addresses)
-            drives.append(TestBench::shortDrive(address));
-        return drives;
     }
 
     bool showPage() const

@@ -1,8 +1,7 @@
 // Something goes away in the middle of the live update and comes back.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/person.h"
 
 #include <QtTest>
@@ -11,9 +10,7 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
-const QString table = QStringLiteral("Parametertabelle");
+const QString drive = driveName(1);
 
 Polling polling()
 {
@@ -41,118 +38,112 @@ private slots:
 private:
     QStringList bar() const;
 
-    std::unique_ptr<TestBench> m_bench;
-    z7sim::SimulatedBus *m_bus = nullptr;
-    std::unique_ptr<Journey> m_journey;
+    std::unique_ptr<Desk> m_desk;
 };
 
 void TestInterruptionJourneys::init()
 {
-    m_bench = std::make_unique<TestBench>();
-    m_bus = &m_bench->plugIn(port, {TestBench::shortDrive(1)});
-    m_journey = std::make_unique<Journey>();
-    QVERIFY(m_journey->connectQuickly());
-    QVERIFY(m_journey->showPage(drive, table));
-    QTRY_COMPARE(m_journey->row(23).deviceValue, QStringLiteral("500"));
+    m_desk = std::make_unique<Desk>(TestBench::shortDrives({1}));
+    QVERIFY(m_desk->connectAll());
+    QVERIFY(m_desk->showTable(1));
     QCOMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
 }
 
 void TestInterruptionJourneys::cleanup()
 {
-    m_journey.reset();
-    m_bench.reset();
+    m_desk.reset();
 }
 
 /// State of the port, drive, lamp and message, as the control bar shows them.
 QStringList TestInterruptionJourneys::bar() const
 {
-    const ControlBar bar = m_journey->bar();
+    const ControlBar bar = m_desk->journey.bar();
     return {bar.usb, bar.device, bar.lamp, bar.message};
 }
 
 void TestInterruptionJourneys::driveThatFallsSilentIsShownUntilItAnswersAgain()
 {
-    m_bus->command("fault 1 no-answer");
+    m_desk->bus.command("fault 1 no-answer");
     QTRY_COMPARE(bar(), QStringList({"yellow", "Z7.1", "", "Das Gerät antwortet nicht (timeout)"}));
-    m_bus->command("clear-faults");
+    m_desk->bus.command("clear-faults");
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
 }
 
 void TestInterruptionJourneys::silentDriveIsAskedOncePerPass()
 {
-    m_bus->command("fault 1 no-answer");
+    m_desk->bus.command("fault 1 no-answer");
     QTRY_COMPARE(bar().first(), QStringLiteral("yellow"));
-    m_bus->clearLog();
-    QTRY_VERIFY(m_bus->log().size() >= 4);
-    for (const QString &request : requests(m_bus->log()))
+    m_desk->bus.clearLog();
+    QTRY_VERIFY(m_desk->bus.log().size() >= 4);
+    for (const QString &request : m_desk->requests())
         QCOMPARE(request, access(1, 0));
 }
 
 void TestInterruptionJourneys::driveThatRestartsIsLoggedOnAgain()
 {
-    m_bus->command("set 1 param 23 700");
-    QTRY_COMPARE(m_journey->row(23).deviceValue, QStringLiteral("700"));
-    m_bus->command("power-cycle 1");
-    QTRY_COMPARE(m_journey->row(23).deviceValue, QStringLiteral("500"));
+    m_desk->bus.command("set 1 param 23 700");
+    QTRY_COMPARE(m_desk->journey.row(23).deviceValue, QStringLiteral("700"));
+    m_desk->bus.command("power-cycle 1");
+    QTRY_COMPARE(m_desk->journey.row(23).deviceValue, QStringLiteral("500"));
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
-    QCOMPARE(m_bus->command("get 1 access"), QByteArray("ok 1"));
+    QCOMPARE(m_desk->bus.command("get 1 access"), QByteArray("ok 1"));
 }
 
 void TestInterruptionJourneys::pulledAdapterIsShownUntilItIsPutBack()
 {
     // In the middle of the parameters, instead of an answer.
-    m_bus->command("fault 1 pull command=0x04 param=12 count=1");
-    QTRY_COMPARE(m_bus->portPath(), QString());
-    m_bench->pull(port);
+    m_desk->bus.command("fault 1 pull command=0x04 param=12 count=1");
+    QTRY_COMPARE(m_desk->bus.portPath(), QString());
+    m_desk->bench.pull(port);
     QTRY_COMPARE(bar(), QStringList({"yellow", "Z7.1", "", "Der Port kann nicht geöffnet werden"}));
-    QCOMPARE(requests(m_bus->log()).last(), read(1, 12));
+    QCOMPARE(m_desk->requests().last(), read(1, 12));
 
-    m_bus->clearLog();
-    m_bench->putBack(port);
+    m_desk->bus.clearLog();
+    m_desk->bench.putBack(port);
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
-    QCOMPARE(besides(polling(), requests(m_bus->log())), QList<QStringList>());
+    QCOMPARE(besides(polling(), m_desk->requests()), QList<QStringList>());
 }
 
 void TestInterruptionJourneys::driveThatSawChecksumErrorIsRedUntilNextPass()
 {
-    m_bench->slowDown(port);
-    m_bus->command("fault 1 comm-status value=2 count=1");
+    m_desk->slowDown();
+    m_desk->bus.command("fault 1 comm-status value=2 count=1");
     QTRY_COMPARE(bar(), QStringList({"red", "", "", "Telegramm mit falscher Prüfsumme empfangen"}));
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
 }
 
 void TestInterruptionJourneys::valuesAreStillThereAfterInterruption()
 {
-    QVERIFY(m_journey->typeValue(24, QStringLiteral("1700")));
-    m_bench->pull(port);
+    QVERIFY(m_desk->journey.typeValue(24, QStringLiteral("1700")));
+    m_desk->bench.pull(port);
     QTRY_COMPARE(bar().last(), QStringLiteral("Der Port kann nicht geöffnet werden"));
-    QCOMPARE(m_journey->row(23).deviceValue, QStringLiteral("500"));
-    QCOMPARE(m_journey->row(24).userValue, QStringLiteral("1700"));
-    QCOMPARE(m_journey->mark(drive, table), QStringLiteral("active_modified"));
+    QCOMPARE(m_desk->journey.row(23).deviceValue, QStringLiteral("500"));
+    QCOMPARE(m_desk->journey.row(24).userValue, QStringLiteral("1700"));
+    QCOMPARE(m_desk->journey.mark(drive, table), QStringLiteral("active_modified"));
 
-    m_bench->putBack(port);
+    m_desk->bench.putBack(port);
     QTRY_COMPARE(bar().first(), QStringLiteral("green"));
-    QCOMPARE(m_journey->row(23).deviceValue, QStringLiteral("500"));
-    QCOMPARE(m_journey->row(24).userValue, QStringLiteral("1700"));
-    QCOMPARE(m_bus->memory(1, 24), 1500);
+    QCOMPARE(m_desk->journey.row(23).deviceValue, QStringLiteral("500"));
+    QCOMPARE(m_desk->journey.row(24).userValue, QStringLiteral("1700"));
+    QCOMPARE(m_desk->bus.memory(1, 24), 1500);
 }
 
 void TestInterruptionJourneys::writeToSilentDriveFailsAndSucceedsLater()
 {
-    QVERIFY(m_journey->typeValue(24, QStringLiteral("1700")));
-    m_bench->slowDown(port);
-    m_bus->command("fault 1 no-answer command=0x03");
-    m_bus->clearLog();
-    QVERIFY(m_journey->press("BtnUpload"));
+    QVERIFY(m_desk->journey.typeValue(24, QStringLiteral("1700")));
+    m_desk->slowDown();
+    m_desk->bus.command("fault 1 no-answer command=0x03");
+    m_desk->bus.clearLog();
+    QVERIFY(m_desk->journey.press("BtnUpload"));
     QTRY_COMPARE(bar().last(), QStringLiteral("Das Gerät antwortet nicht (timeout)"));
     QTRY_COMPARE(bar(), QStringList({"green", "Z7.1", "Green", ""}));
     const QStringList written = logOn(1, 0) + QStringList(write(1, 24, 1700));
-    QCOMPARE(besides(polling(), requests(m_bus->log())), {written});
+    QCOMPARE(besides(polling(), m_desk->requests()), {written});
 
-    m_bus->command("clear-faults");
-    QVERIFY(m_journey->press("BtnUpload"));
-    QTRY_COMPARE(m_bus->memory(1, 24), 1700);
-    QTRY_COMPARE(besides(polling(), requests(m_bus->log())), QList<QStringList>({written, written}));
+    m_desk->bus.command("clear-faults");
+    QVERIFY(m_desk->journey.press("BtnUpload"));
+    QTRY_COMPARE(m_desk->bus.memory(1, 24), 1700);
+    QTRY_COMPARE(besides(polling(), m_desk->requests()), QList<QStringList>({written, written}));
 }
 
 QTEST_MAIN(TestInterruptionJourneys)

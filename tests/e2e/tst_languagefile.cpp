@@ -1,8 +1,7 @@
 // A person opens everything once. The language file then holds every text, and a file of translations reaches
 // every corner of the window.
 
-#include "tests/e2e/journey.h"
-#include "tests/e2e/testbench.h"
+#include "tests/e2e/desk.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/germantexts.h"
 #include "tests/support/messageboxes.h"
@@ -23,8 +22,7 @@
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
+const QString drive = driveName(1);
 const QString languageFile = QStringLiteral("deutsch.z7lang");
 const QString mark = QStringLiteral("#");
 
@@ -52,7 +50,7 @@ class Walk
 {
 public:
     Walk()
-        : m_bus(m_bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)}))
+        : m_bus(m_bench.plugIn(port, TestBench::shortDrives({1, 2})))
     {
         WorkingFolder::write("Z7Programmer.exe", "");
         WorkingFolder::write("image.bin", "");

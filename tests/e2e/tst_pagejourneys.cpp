@@ -3,14 +3,11 @@
 
 #include "pages/datawidget.h"
 #include "pages/pagefactory.h"
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
 
-#include <QLabel>
-#include <QLineEdit>
 #include <QtTest>
 
 using namespace PageNumber;
@@ -18,7 +15,8 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
+/// The pages are asked for one after the other, and each waits for passes of its own.
+const TestBench::Options quickPolling {20};
 
 /// A page as it stands in the tree, and one parameter that is changed on it. Without a field nothing is.
 struct Entry
@@ -53,14 +51,66 @@ const QVector<Entry> entries {
     {RS485, "RS485", 0x52, "lParam0x52Device", {}},
 };
 
-z7sim::DriveConfig driveOf(int address, const char *version)
+/// A person before two drives of different versions, who goes through the pages of one.
+struct Walk : Desk
 {
-    z7sim::DriveConfig config;
-    config.address = address;
-    config.password = 0;
-    config.version = version;
-    return config;
-}
+    Walk(int drive, const QByteArray &softwareVersion)
+        : Desk({TestBench::fullDrive(1, 0, "V123"), TestBench::fullDrive(7, 0, "V200")}, quickPolling)
+        , address(drive)
+        , version(softwareVersion)
+    {
+    }
+
+    QString drive() const { return driveName(address); }
+    QList<int> numbersOf(const Entry &entry) const
+    {
+        if (entry.page == ParameterTable)
+            return bench.numbers(version);
+        QList<int> numbers = createDataPage(entry.page)->paramIds();
+        std::sort(numbers.begin(), numbers.end());
+        return numbers;
+    }
+    /// Waits for the last telegram of a pass: the page's last parameter, or the last live value.
+    bool polls(const QList<int> &numbers) const
+    {
+        return waitForRequest(
+            numbers.isEmpty() ? logOn(address, 0).constLast() : read(address, numbers.constLast()));
+    }
+    QString shown(const Entry &entry) const
+    {
+        if (entry.page == ParameterTable)
+            return journey.row(entry.number).deviceValue;
+        return Person::textOf(journey.window(), entry.deviceLabel.toLatin1().constData());
+    }
+    int heldBy(const Entry &entry) const { return bus.memory(address, entry.number); }
+    bool isMarked(const Entry &entry, const char *mark) const
+    {
+        return journey.mark(drive(), entry.title) == QLatin1String(mark);
+    }
+
+    bool readsOnlyItsOwn(const Entry &entry)
+    {
+        const QList<int> numbers = numbersOf(entry);
+        bus.clearLog();
+        if (!polls(numbers))
+            return false;
+        bus.clearLog();
+        return polls(numbers) && besides({address, 0, numbers}, requests()).isEmpty();
+    }
+    /// Types another value, writes it, and waits until drive and page have it.
+    bool change(const Entry &entry) const
+    {
+        const int wanted = heldBy(entry) + (entry.number == 6 ? 1 : -1);
+        const MessageBoxAnswerer writeAnyway(QMessageBox::Yes);
+        return Person::type(journey.window(), entry.userField.toLatin1().constData(), QString::number(wanted))
+            && isMarked(entry, "active_modified") && journey.press("BtnUpload")
+            && Person::waitUntil([&] { return heldBy(entry) == wanted && isMarked(entry, "active"); })
+            && shown(entry) == QString::number(wanted);
+    }
+
+    const int address;
+    const QByteArray version;
+};
 
 } // namespace
 
@@ -71,49 +121,7 @@ class TestPageJourneys : public QObject
 private slots:
     void everyPageShowsAndChangesWhatDriveHolds_data();
     void everyPageShowsAndChangesWhatDriveHolds();
-
-private:
-    struct Walk
-    {
-        TestBench &bench;
-        z7sim::SimulatedBus &bus;
-        const Journey &journey;
-        const int address;
-        const QByteArray version;
-
-        QString drive() const { return QStringLiteral("Port0 - Z7.%1").arg(address); }
-        QList<int> numbersOf(const Entry &entry) const;
-        bool polls(const QList<int> &numbers) const;
-        QString shown(const Entry &entry) const;
-        int heldBy(const Entry &entry) const { return bus.memory(address, entry.number); }
-    };
-    static void readsOnlyItsOwn(const Walk &walk, const Entry &entry);
-    static void changes(const Walk &walk, const Entry &entry);
 };
-
-QList<int> TestPageJourneys::Walk::numbersOf(const Entry &entry) const
-{
-    if (entry.page == ParameterTable)
-        return bench.numbers(version);
-    QList<int> numbers = createDataPage(entry.page)->paramIds();
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
-}
-
-bool TestPageJourneys::Walk::polls(const QList<int> &numbers) const
-{
-    // The last telegram of a pass: the page's last parameter, or the last live value.
-    const QString last =
-        numbers.isEmpty() ? logOn(address, 0).constLast() : read(address, numbers.constLast());
-    return Person::waitUntil([this, last] { return requests(bus.log()).contains(last); });
-}
-
-QString TestPageJourneys::Walk::shown(const Entry &entry) const
-{
-    if (entry.page == ParameterTable)
-        return journey.row(entry.number).deviceValue;
-    return Person::textOf(journey.window(), entry.deviceLabel.toLatin1().constData());
-}
 
 void TestPageJourneys::everyPageShowsAndChangesWhatDriveHolds_data()
 {
@@ -127,56 +135,25 @@ void TestPageJourneys::everyPageShowsAndChangesWhatDriveHolds()
 {
     QFETCH(int, address);
     QFETCH(QByteArray, version);
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {driveOf(1, "V123"), driveOf(7, "V200")});
-    const Journey journey;
-    const Walk walk {bench, bus, journey, address, version};
+    Walk walk(address, version);
+    const Journey &journey = walk.journey;
     QVERIFY(journey.connectManually(port, address, 0));
 
     QVERIFY(journey.showPage(walk.drive()));
     QTRY_COMPARE(Person::textOf(journey.window(), "lMotorSoftwareVersion_2"), QString(version));
     // The first pass reads everything, once.
-    QVERIFY(Person::waitUntil(
-        [&] { return requests(bus.log()).contains(read(address, bench.numbers(version).constLast())); }));
+    QVERIFY(walk.waitForRequest(read(address, walk.bench.numbers(version).constLast())));
 
     for (const Entry &entry : entries) {
-        QVERIFY2(journey.showPage(walk.drive(), entry.title), qPrintable(entry.title));
+        const QByteArray title = entry.title.toUtf8();
+        QVERIFY2(journey.showPage(walk.drive(), entry.title), title.constData());
         QCOMPARE(journey.pageTitle(), entry.title);
-        readsOnlyItsOwn(walk, entry);
-        if (QTest::currentTestFailed())
-            QFAIL(qPrintable(entry.title));
+        QVERIFY2(walk.readsOnlyItsOwn(entry), title.constData());
         if (entry.number != 0)
             QTRY_COMPARE(walk.shown(entry), QString::number(walk.heldBy(entry)));
-        changes(walk, entry);
-        if (QTest::currentTestFailed())
-            QFAIL(qPrintable(entry.title));
+        if (!entry.userField.isEmpty())
+            QVERIFY2(walk.change(entry), title.constData());
     }
-}
-
-void TestPageJourneys::readsOnlyItsOwn(const Walk &walk, const Entry &entry)
-{
-    const QList<int> numbers = walk.numbersOf(entry);
-    walk.bus.clearLog();
-    QVERIFY(walk.polls(numbers));
-    walk.bus.clearLog();
-    QVERIFY(walk.polls(numbers));
-    QCOMPARE(besides({walk.address, 0, numbers}, requests(walk.bus.log())), {});
-}
-
-void TestPageJourneys::changes(const Walk &walk, const Entry &entry)
-{
-    if (entry.userField.isEmpty())
-        return;
-    const int wanted = walk.heldBy(entry) + (entry.number == 6 ? 1 : -1);
-    auto *field = walk.journey.window().findChild<QLineEdit *>(entry.userField);
-    QVERIFY(Person::type(field, QString::number(wanted)));
-    QCOMPARE(walk.journey.mark(walk.drive(), entry.title), QStringLiteral("active_modified"));
-
-    const MessageBoxAnswerer writeAnyway(QMessageBox::Yes);
-    QVERIFY(walk.journey.press("BtnUpload"));
-    QTRY_COMPARE(walk.heldBy(entry), wanted);
-    QTRY_COMPARE(walk.journey.mark(walk.drive(), entry.title), QStringLiteral("active"));
-    QCOMPARE(walk.shown(entry), QString::number(wanted));
 }
 
 QTEST_MAIN(TestPageJourneys)

@@ -1,9 +1,8 @@
 // The live update: what it reads after connecting, and what once a page is shown.
 
 #include "pages/datawidget.h"
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/person.h"
 
 #include <QtTest>
@@ -14,16 +13,7 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
-const QString table = QStringLiteral("Parametertabelle");
-
-z7sim::DriveConfig fullDrive(int address)
-{
-    z7sim::DriveConfig config = TestBench::shortDrive(address);
-    config.version = "V123";
-    return config;
-}
+const QString drive = driveName(1);
 
 /// The parameters of the page on the screen, as they are read.
 QList<int> numbersOfShownPage(const Journey &journey)
@@ -54,52 +44,49 @@ private slots:
 
 void TestPollingJourneys::firstPassReadsEverythingAndNextOnlyStatusPage()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {fullDrive(1)});
-    bench.slowDown(port);
-    const QList<int> all = bench.numbers("V123");
+    Desk desk({TestBench::fullDrive(1)});
+    desk.slowDown();
+    const QList<int> all = desk.bench.numbers("V123");
     QCOMPARE(all.size(), 120);
-    const Journey journey;
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
-    bus.clearLog();
+    desk.bus.clearLog();
     QVERIFY(journey.showPage(drive));
     QCOMPARE(journey.pageTitle(), QStringLiteral("Z7-Motorstatus"));
 
     const QStringList expected = Polling {1, 0, all}.firstPass() + Polling {1, 0, {}}.firstPass()
         + Polling {1, 0, {}}.laterPass() + Polling {1, 0, {}}.laterPass();
-    QVERIFY(Person::waitUntil([&] { return requests(bus.log()).size() >= expected.size(); }));
-    QCOMPARE(requests(bus.log()).mid(0, expected.size()), expected);
+    QVERIFY(Person::waitUntil([&] { return desk.requests().size() >= expected.size(); }));
+    QCOMPARE(desk.requests().mid(0, expected.size()), expected);
 }
 
 void TestPollingJourneys::everyOkOfWizardReadsEverythingOnceMore()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1}));
+    const Journey &journey = desk.journey;
     const QStringList expected =
         Polling {1, 0, TestBench::shortNumbers}.firstPass() + Polling {1, 0, {}}.firstPass();
     for (int i = 0; i < 2; ++i) {
         QVERIFY(journey.connectQuickly());
-        bus.clearLog();
+        desk.bus.clearLog();
         QVERIFY(journey.showPage(drive));
-        QTRY_VERIFY(requests(bus.log()).size() >= expected.size());
-        QCOMPARE(requests(bus.log()).mid(0, expected.size()), expected);
+        QTRY_VERIFY(desk.requests().size() >= expected.size());
+        QCOMPARE(desk.requests().mid(0, expected.size()), expected);
     }
 }
 
 void TestPollingJourneys::pageIsReadWithItsOwnParametersAndNoOthers()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {fullDrive(1)});
-    const Journey journey;
+    const Desk desk({TestBench::fullDrive(1)});
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
     QVERIFY(journey.showPage(drive, QStringLiteral("Festdrehzahlen")));
-    const Polling everything {1, 0, bench.numbers("V123")};
+    const Polling everything {1, 0, desk.bench.numbers("V123")};
     const Polling page {1, 0, numbersOfShownPage(journey)};
-    QTRY_VERIFY_WITH_TIMEOUT(requests(bus.log()).size() >= logOn(1, 0).size() + everything.firstPass().size()
+    QTRY_VERIFY_WITH_TIMEOUT(desk.requests().size() >= logOn(1, 0).size() + everything.firstPass().size()
                 + page.firstPass().size() + page.laterPass().size(),
         Person::patienceMs);
-    const QStringList polled = requests(bus.log()).mid(logOn(1, 0).size());
+    const QStringList polled = desk.requests().mid(logOn(1, 0).size());
     QCOMPARE(polled.mid(0, everything.firstPass().size()), everything.firstPass());
     QCOMPARE(besides(page, polled.mid(everything.firstPass().size())), QList<QStringList>());
 }
@@ -120,28 +107,26 @@ void TestPollingJourneys::tableKeepsReadingAllParameters()
 
 void TestPollingJourneys::liveValuesFollowDrive()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
     QVERIFY(journey.showPage(drive));
     QTRY_COMPARE(journey.bar().speed, QStringLiteral("0"));
 
-    bus.command("set 1 param 0x8001 -1234");
-    bus.command("set 1 param 0x8007 850");
-    bus.command("set 1 status 0x40");
+    desk.bus.command("set 1 param 0x8001 -1234");
+    desk.bus.command("set 1 param 0x8007 850");
+    desk.bus.command("set 1 status 0x40");
     QTRY_COMPARE(journey.bar().speed, QStringLiteral("-1234"));
     QCOMPARE(journey.bar().current, QStringLiteral("850"));
     QCOMPARE(journey.bar().lamp, QStringLiteral("Yellow"));
-    bus.command("set 1 status 0x08");
+    desk.bus.command("set 1 status 0x08");
     QTRY_COMPARE(journey.bar().lamp, QStringLiteral("Red"));
 }
 
 void TestPollingJourneys::onlySelectedDriveIsRead()
 {
-    TestBench bench;
-    auto &bus = bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1, 2}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectManually(port, 1, 0));
     QVERIFY(journey.connectManually(port, 2, 0));
     QVERIFY(journey.showPage(drive));
@@ -149,9 +134,9 @@ void TestPollingJourneys::onlySelectedDriveIsRead()
     QVERIFY(journey.showPage(QStringLiteral("Port0 - Z7.2")));
     QTRY_COMPARE(journey.bar().device, QStringLiteral("Z7.2"));
 
-    bus.clearLog();
-    QTRY_VERIFY(requests(bus.log()).size() > 3 * logOn(2, 0).size());
-    QCOMPARE(requests(bus.log()).filter(QStringLiteral(" A=1 ")), QStringList());
+    desk.bus.clearLog();
+    QTRY_VERIFY(desk.requests().size() > 3 * logOn(2, 0).size());
+    QCOMPARE(desk.requests().filter(QStringLiteral(" A=1 ")), QStringList());
 }
 
 QTEST_MAIN(TestPollingJourneys)

@@ -1,8 +1,7 @@
 // Looking for drives: one port from the first address to the last, and all ports until the person has enough.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 
 #include <QtTest>
 
@@ -10,7 +9,6 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
 const QString secondPort = QStringLiteral("ttyUSB1");
 const QString thirdPort = QStringLiteral("ttyUSB2");
 

@@ -1,19 +1,11 @@
 // What a person finds in the tree and behind the help button, whatever was put away or is missing.
 
-#include "tests/e2e/journey.h"
-#include "tests/e2e/testbench.h"
+#include "tests/e2e/desk.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
 
 #include <QTreeWidget>
 #include <QtTest>
-
-namespace {
-
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
-
-} // namespace
 
 class TestTreeJourneys : public QObject
 {
@@ -26,11 +18,10 @@ private slots:
 
 void TestTreeJourneys::driveThatWasCollapsedIsOpenAgainWithNextRecord()
 {
-    TestBench bench;
-    bench.plugIn(port, {TestBench::shortDrive(1)});
-    const Journey journey;
+    const Desk desk(TestBench::shortDrives({1}));
+    const Journey &journey = desk.journey;
     QVERIFY(journey.connectQuickly());
-    QVERIFY(journey.showPage(drive, QStringLiteral("Festdrehzahlen")));
+    QVERIFY(journey.showPage(driveName(1), QStringLiteral("Festdrehzahlen")));
     auto *tree = journey.window().findChild<QTreeWidget *>(QStringLiteral("MainMenuTree"));
     QTreeWidgetItem *item = tree->topLevelItem(0);
     tree->setFocus();

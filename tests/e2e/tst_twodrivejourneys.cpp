@@ -2,65 +2,37 @@
 
 #include "control/services/options.h"
 #include "control/services/services.h"
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/messageboxes.h"
 #include "tests/support/person.h"
 
-#include <QLineEdit>
 #include <QtTest>
 
 using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString table = QStringLiteral("Parametertabelle");
 constexpr int setPoint = 23;
 /// Longer than any reply that a test delays.
 constexpr int patientTimeoutMs = 5000;
 
-QString driveName(int address)
+/// Drive 1 of version V123 with its many parameters, drive 3 with few.
+struct TwoDrives : Desk
 {
-    return QStringLiteral("Port0 - Z7.%1").arg(address);
-}
-
-z7sim::DriveConfig longDrive(int address)
-{
-    z7sim::DriveConfig drive = TestBench::shortDrive(address);
-    drive.version = "V123";
-    return drive;
-}
-
-/// Drive 1 of version V123 with its many parameters, drive 3 with few, and a person connected to both.
-struct Desk
-{
-    Desk()
-        : bus(bench.plugIn(port, {longDrive(1), TestBench::shortDrive(3)}))
+    TwoDrives()
+        : Desk({TestBench::fullDrive(1), TestBench::shortDrive(3)})
     {
         Z7Services::instance()->options()->setTimeout(patientTimeoutMs);
     }
 
-    bool connectBoth() const
+    /// Types and writes a set point into the table that is shown, and waits until drive 3 holds it.
+    bool writeToDrive3(int value) const
     {
-        return journey.connectManually(port, 1, 0) && journey.connectManually(port, 3, 0);
+        return journey.typeValue(setPoint, QString::number(value)) && journey.press("BtnUpload")
+            && Person::waitUntil([this, value] { return bus.memory(3, setPoint) == value; });
     }
-    bool showTable(int address) const
-    {
-        return journey.showPage(driveName(address), table) && Person::waitUntil([this, address] {
-            return journey.row(setPoint).deviceValue == QString::number(bus.memory(address, setPoint));
-        });
-    }
-    bool waitForRequest(const QString &request) const
-    {
-        return Person::waitUntil([this, &request] { return requests(bus.log()).contains(request); });
-    }
-
-    TestBench bench;
-    z7sim::SimulatedBus &bus;
-    Journey journey;
 };
 
 } // namespace
@@ -78,11 +50,11 @@ private slots:
 
 void TestTwoDriveJourneys::tableClickedDuringPassOfOtherDriveHasOnlyItsOwnRows()
 {
-    Desk desk;
+    TwoDrives desk;
     const Journey &journey = desk.journey;
-    QVERIFY(desk.connectBoth());
+    QVERIFY(desk.connectAll());
     QVERIFY(desk.showTable(1));
-    desk.bench.slowDown(port);
+    desk.slowDown();
     desk.bus.clearLog();
     QVERIFY(desk.waitForRequest(read(1, setPoint)));
 
@@ -92,22 +64,20 @@ void TestTwoDriveJourneys::tableClickedDuringPassOfOtherDriveHasOnlyItsOwnRows()
     QTRY_COMPARE(journey.row(setPoint).deviceValue, QString::number(desk.bus.memory(3, setPoint)));
     QCOMPARE(journey.rowCount(), TestBench::shortNumbers.size());
 
-    QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));
-    QVERIFY(journey.press("BtnUpload"));
-    QTRY_COMPARE(desk.bus.memory(3, setPoint), 321);
+    QVERIFY(desk.writeToDrive3(321));
     QVERIFY(desk.bus.memory(1, setPoint) != 321);
 }
 
 void TestTwoDriveJourneys::editsGoToDriveThatIsShownWhenOtherHasMoved()
 {
-    const Desk desk;
+    const TwoDrives desk;
     const Journey &journey = desk.journey;
-    QVERIFY(desk.connectBoth());
+    QVERIFY(desk.connectAll());
     QVERIFY(journey.showPage(driveName(1), QStringLiteral("RS485")));
     QTRY_COMPARE(Person::textOf(journey.window(), "lParam0x52Device"), QStringLiteral("1"));
     // The drive takes its new address at once and tells so late.
     desk.bus.command("fault 1 late ms=1000 count=1 command=0x03");
-    QVERIFY(Person::type(journey.window().findChild<QLineEdit *>("edParam0x52User"), QStringLiteral("77")));
+    QVERIFY(Person::type(journey.window(), "edParam0x52User", QStringLiteral("77")));
     QVERIFY(journey.press("BtnChangeAdress"));
     QVERIFY(desk.waitForRequest(write(1, 0x52, 77)));
     QVERIFY(journey.showPage(driveName(3), table));
@@ -125,9 +95,9 @@ void TestTwoDriveJourneys::editsGoToDriveThatIsShownWhenOtherHasMoved()
 
 void TestTwoDriveJourneys::fileForOtherDriveLeavesShownTable()
 {
-    const Desk desk;
+    const TwoDrives desk;
     const Journey &journey = desk.journey;
-    QVERIFY(desk.connectBoth());
+    QVERIFY(desk.connectAll());
     WorkingFolder::write("set.z7param",
         "<Z7Device><DeviceInfo SoftwareVersion=\"V101\"/><Z7-Parameter><parameter id=\"23\" val=\"-777\"/>"
         "<parameter id=\"4711\" val=\"1\"/></Z7-Parameter></Z7Device>");
@@ -150,9 +120,9 @@ void TestTwoDriveJourneys::fileForOtherDriveLeavesShownTable()
 
 void TestTwoDriveJourneys::discardOnOtherDriveLeavesShownTable()
 {
-    const Desk desk;
+    const TwoDrives desk;
     const Journey &journey = desk.journey;
-    QVERIFY(desk.connectBoth());
+    QVERIFY(desk.connectAll());
     for (const int address : {3, 1}) {
         QVERIFY(desk.showTable(address));
         QVERIFY(journey.typeValue(setPoint, QStringLiteral("321")));

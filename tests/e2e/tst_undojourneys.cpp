@@ -1,7 +1,6 @@
 // What the program has emptied stays away, also from a person who presses the keys for undo.
 
-#include "tests/e2e/journey.h"
-#include "tests/e2e/testbench.h"
+#include "tests/e2e/desk.h"
 #include "tests/support/person.h"
 
 #include <QDialog>
@@ -10,13 +9,7 @@
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
 const QString fixedSpeeds = QStringLiteral("Festdrehzahlen");
-
-QString driveName(int address)
-{
-    return QStringLiteral("Port0 - Z7.%1").arg(address);
-}
 
 /// What stands in a field after a click into it and as many undo keys as a hand presses in a row.
 QString textAfterUndo(QLineEdit *field)
@@ -28,14 +21,17 @@ QString textAfterUndo(QLineEdit *field)
 }
 
 /// A person who is connected to two drives and has typed a fixed speed for the first.
-struct Desk
+struct SpeedDesk : Desk
 {
-    Desk() { bench.plugIn(port, {TestBench::shortDrive(1), TestBench::shortDrive(2)}); }
+    SpeedDesk()
+        : Desk(TestBench::shortDrives({1, 2}))
+    {
+    }
 
     bool typeFixedSpeed() const
     {
-        return journey.connectManually(port, 1, 0) && journey.connectManually(port, 2, 0) && show(1)
-            && Person::type(field(), QStringLiteral("700")) && mark(1) == QLatin1String("active_modified");
+        return connectAll() && show(1) && Person::type(field(), QStringLiteral("700"))
+            && mark(1) == QLatin1String("active_modified");
     }
     bool show(int address) const { return journey.showPage(driveName(address), fixedSpeeds); }
     QString mark(int address) const { return journey.mark(driveName(address), fixedSpeeds); }
@@ -43,9 +39,6 @@ struct Desk
     {
         return qobject_cast<QLineEdit *>(Person::seen(journey.window(), "edParam0x17User"));
     }
-
-    TestBench bench;
-    Journey journey;
 };
 
 } // namespace
@@ -62,14 +55,13 @@ private slots:
 
 void TestUndoJourneys::passwordsAreGoneWhenDialogIsOpenedAgain()
 {
-    TestBench bench;
-    z7sim::SimulatedBus &bus = bench.plugIn(port, {TestBench::shortDrive(1)});
-    const Journey journey;
-    QVERIFY(journey.connectQuickly());
+    const Desk desk(TestBench::shortDrives({1}));
+    const Journey &journey = desk.journey;
+    QVERIFY(desk.connectAll());
     QVERIFY(journey.showPage(driveName(1)));
     QVERIFY(journey.press("BtnSetPassword"));
     QVERIFY(journey.changePassword("0", "4711"));
-    QTRY_COMPARE(bus.command("get 1 password"), QByteArray("ok 4711"));
+    QTRY_COMPARE(desk.bus.command("get 1 password"), QByteArray("ok 4711"));
 
     QVERIFY(journey.press("BtnSetPassword"));
     for (const char *field : {"edOldPassword", "edNewPassword_1", "edNewPassword_2"})
@@ -78,7 +70,7 @@ void TestUndoJourneys::passwordsAreGoneWhenDialogIsOpenedAgain()
 
 void TestUndoJourneys::changeOfOneDriveIsNotBroughtBackOnAnother()
 {
-    const Desk desk;
+    const SpeedDesk desk;
     QVERIFY(desk.typeFixedSpeed());
     QVERIFY(desk.show(2));
     QCOMPARE(textAfterUndo(desk.field()), QString());
@@ -88,7 +80,7 @@ void TestUndoJourneys::changeOfOneDriveIsNotBroughtBackOnAnother()
 
 void TestUndoJourneys::discardedChangeIsNotBroughtBack()
 {
-    const Desk desk;
+    const SpeedDesk desk;
     QVERIFY(desk.typeFixedSpeed());
     QVERIFY(desk.journey.press("BtnResetChanges"));
     QVERIFY(desk.journey.pickDrives({0}));

@@ -1,8 +1,7 @@
 // Write, read, store: what the four buttons send, and what the drive then holds in its memory and its flash.
 
-#include "tests/e2e/journey.h"
+#include "tests/e2e/desk.h"
 #include "tests/e2e/telegrams.h"
-#include "tests/e2e/testbench.h"
 #include "tests/support/person.h"
 
 #include <QtTest>
@@ -11,48 +10,33 @@ using namespace Telegrams;
 
 namespace {
 
-const QString port = QStringLiteral("ttyUSB0");
-const QString drive = QStringLiteral("Port0 - Z7.1");
-const QString table = QStringLiteral("Parametertabelle");
+const QString drive = driveName(1);
 
 /// A drive whose table is on the screen, with 500 in parameter 23 and 1500 in 24.
-struct ReadTable
+struct ReadTable : Desk
 {
-    explicit ReadTable(const z7sim::DriveConfig &config, const TestBench::Options &options = {})
-        : bench(options)
-        , bus(bench.plugIn(port, {config}))
+    explicit ReadTable(
+        const z7sim::DriveConfig &config, const TestBench::Options &options = TestBench::Options())
+        : Desk({config}, options)
         , polling {1, *config.password, bench.numbers(config.version)}
     {
     }
 
-    TestBench bench;
-    z7sim::SimulatedBus &bus;
-    Journey journey;
     const Polling polling;
 
-    bool show()
-    {
-        return journey.connectManually(port, 1, polling.password) && journey.showPage(drive, table);
-    }
-    bool hasRead()
+    bool show() const { return connectAll() && journey.showPage(drive, table); }
+    bool hasRead() const
     {
         return Person::waitUntil([this] { return journey.row(23).deviceValue == QLatin1String("500"); });
     }
     /// What has been sent since the log was cleared, without the live update.
-    QList<QStringList> sent() const { return besides(polling, requests(bus.log())); }
+    QList<QStringList> sent() const { return besides(polling, requests()); }
     bool press(const char *button)
     {
         bus.clearLog();
         return journey.press(button);
     }
 };
-
-z7sim::DriveConfig fullDrive(int password)
-{
-    z7sim::DriveConfig config = TestBench::shortDrive(1, password);
-    config.version = "V123";
-    return config;
-}
 
 } // namespace
 
@@ -115,7 +99,7 @@ void TestWriteJourneys::readingAsksForEveryParameterOfTable()
     QVERIFY(read.press("BtnDownload"));
     QVERIFY(read.hasRead());
     QCOMPARE(journey.row(24).deviceValue, QStringLiteral("1600"));
-    QCOMPARE(requests(read.bus.log()), logOn(1, 0) + reads(1, TestBench::shortNumbers));
+    QCOMPARE(read.requests(), logOn(1, 0) + reads(1, TestBench::shortNumbers));
 }
 
 void TestWriteJourneys::storingWithNothingNewIsReported()
@@ -123,7 +107,7 @@ void TestWriteJourneys::storingWithNothingNewIsReported()
     ReadTable read(TestBench::shortDrive(1));
     QVERIFY(read.show());
     QVERIFY(read.hasRead());
-    read.bench.slowDown(port);
+    read.slowDown();
     QVERIFY(read.press("BtnStore"));
     QTRY_COMPARE(read.journey.bar().message, QStringLiteral("Keine Parameteränderung"));
     QCOMPARE(read.journey.bar().usb, QStringLiteral("yellow"));
@@ -174,7 +158,7 @@ void TestWriteJourneys::valueThatDriveRefusesStaysUnwritten()
 
 void TestWriteJourneys::changesOfFullTableSurvivePowerCycleOnceStored()
 {
-    ReadTable read(fullDrive(4711));
+    ReadTable read(TestBench::fullDrive(1, 4711));
     const Journey &journey = read.journey;
     QVERIFY(read.show());
     QVERIFY(read.hasRead());

@@ -116,6 +116,11 @@ bool WizardUser::canPressNext() const
     return button && button->isEnabled();
 }
 
+bool WizardUser::logOn(const QString &port, int address, int password) const
+{
+    return press("BtnManual") && choosePort(port) && typeAddress(address) && typePassword(password) && next();
+}
+
 bool WizardUser::choosePort(const QString &name) const
 {
     return Person::choose(qobject_cast<QComboBox *>(Person::seen(*dialog(), "cbPorts")), name);

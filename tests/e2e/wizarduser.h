@@ -26,6 +26,9 @@ public:
     bool canPressOk() const;
     bool canPressNext() const;
 
+    /// The way by hand up to the log-on of a drive.
+    bool logOn(const QString &port, int address, int password) const;
+
     bool choosePort(const QString &name) const;
     bool typeAddress(int address) const;
     bool typePassword(int password) const;

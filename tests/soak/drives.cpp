@@ -30,8 +30,7 @@ bool scan(const Journey &journey, int password)
 
 bool connectByHand(const WizardUser &wizard, const SoakDrive &drive)
 {
-    return wizard.next() && wizard.press("BtnManual") && wizard.choosePort(port)
-        && wizard.typeAddress(drive.address) && wizard.typePassword(drive.password) && wizard.next()
+    return wizard.next() && wizard.logOn(port, drive.address, drive.password)
         && Person::waitUntil([&] { return wizard.canPressOk(); });
 }
 

@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QGuiApplication>
-#include <QLineEdit>
 #include <QScreen>
 #include <QtTest>
 
@@ -287,11 +286,9 @@ bool Tour::showPages()
                 QString::fromLatin1(page.picture), [&] {
                     if (!m_journey.showPage(firstDrive, QString::fromUtf8(page.title)))
                         return false;
-                    auto *field = m_journey.window().findChild<QLineEdit *>(QString::fromLatin1(page.field));
-                    return Person::type(field, QString::fromLatin1(page.value));
+                    return Person::type(m_journey.window(), page.field, QString::fromLatin1(page.value));
                 });
-        auto *field = m_journey.window().findChild<QLineEdit *>(QString::fromLatin1(page.field));
-        if (!shown || !Person::type(field, QString()))
+        if (!shown || !Person::type(m_journey.window(), page.field, QString()))
             return false;
     }
     return true;
