@@ -54,6 +54,12 @@ struct UpdateDesk
     {
         return journey->connectManually(port, 1, 0) && journey->showPage(drive, firmwarePage);
     }
+    /// Shows the page, chooses the image and starts an update with a programmer that misbehaves so.
+    bool update(const QByteArray &fault = QByteArray()) const
+    {
+        qputenv("Z7_PROGRAMMER_FAULT", fault);
+        return showPage() && chooseImage() && start().size() == 1;
+    }
     bool chooseImage() const
     {
         const FileDialogUser user(image);
@@ -138,9 +144,7 @@ void TestFirmwareJourneys::driveRunsNewFirmwareAndIsConnectedAnew()
 void TestFirmwareJourneys::updateGoesOnWhileAnotherPageIsShown()
 {
     const UpdateDesk desk;
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update());
     QVERIFY(desk.journey->showPage(drive));
     QTRY_COMPARE_WITH_TIMEOUT(desk.bus.command("get 1 bootloader") + desk.bus.command("get 1 version"),
         QByteArray("ok 0ok V200"), Person::patienceMs);
@@ -149,10 +153,7 @@ void TestFirmwareJourneys::updateGoesOnWhileAnotherPageIsShown()
 void TestFirmwareJourneys::programmerThatFailsLeavesPageReady()
 {
     const UpdateDesk desk;
-    qputenv("Z7_PROGRAMMER_FAULT", "fails");
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update("fails"));
     QTRY_VERIFY_WITH_TIMEOUT(desk.isReady(), Person::patienceMs);
     QVERIFY2(desk.output().contains("Error: "), qPrintable(desk.output()));
     QCOMPARE(desk.bus.command("get 1 version").mid(3), TestBench::shortVersion);
@@ -161,10 +162,7 @@ void TestFirmwareJourneys::programmerThatFailsLeavesPageReady()
 void TestFirmwareJourneys::zeroByteCutsOutput()
 {
     const UpdateDesk desk;
-    qputenv("Z7_PROGRAMMER_FAULT", "zero");
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update("zero"));
     QTRY_VERIFY_WITH_TIMEOUT(desk.isReady(), Person::patienceMs);
     QVERIFY2(desk.output().contains("Shown up to here"), qPrintable(desk.output()));
     QVERIFY2(!desk.output().contains("never beyond"), qPrintable(desk.output()));
@@ -173,10 +171,7 @@ void TestFirmwareJourneys::zeroByteCutsOutput()
 void TestFirmwareJourneys::endlessOutputLeavesPageResponsive()
 {
     const UpdateDesk desk;
-    qputenv("Z7_PROGRAMMER_FAULT", "endless");
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update("endless"));
     const auto *output = desk.journey->window().findChild<QPlainTextEdit *>("edOutput");
     QTRY_COMPARE_WITH_TIMEOUT(output->blockCount(), 10000, Person::patienceMs);
     QVERIFY(desk.journey->showPage(drive));
@@ -194,12 +189,9 @@ void TestFirmwareJourneys::programmerThatNeverEndsKeepsPageBusy()
 {
     QFETCH(bool, canBeExecuted);
     const UpdateDesk desk;
-    qputenv("Z7_PROGRAMMER_FAULT", "hangs");
     if (!canBeExecuted)
         QFile::setPermissions(desk.programmer, QFile::ReadOwner);
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update("hangs"));
     QTRY_COMPARE_WITH_TIMEOUT(
         desk.stage(), QStringLiteral("Upload wurde gestartet, bitte warten..."), Person::patienceMs);
     QVERIFY(!desk.journey->window().findChild<QPushButton *>("BtnUploadFirmwareFile")->isEnabled());
@@ -211,10 +203,7 @@ void TestFirmwareJourneys::nothingElseGoesOnBusBesideProgrammer()
 {
     const UpdateDesk desk;
     const Journey &journey = *desk.journey;
-    qputenv("Z7_PROGRAMMER_FAULT", "hangs");
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update("hangs"));
     QTRY_VERIFY_WITH_TIMEOUT(desk.output().contains("Waiting..."), Person::patienceMs);
     desk.bus.clearLog();
 
@@ -234,10 +223,7 @@ void TestFirmwareJourneys::nothingElseGoesOnBusBesideProgrammer()
 void TestFirmwareJourneys::liveUpdateGoesOnWhenProgrammerHasEnded()
 {
     const UpdateDesk desk;
-    qputenv("Z7_PROGRAMMER_FAULT", "hangs");
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update("hangs"));
     QTRY_VERIFY_WITH_TIMEOUT(desk.output().contains("Waiting..."), Person::patienceMs);
     QVERIFY(desk.journey->showPage(drive));
     desk.bus.command("power-cycle 1");
@@ -263,10 +249,7 @@ void TestFirmwareJourneys::closedProgramLetsProgrammerFinish()
     QFETCH(QString, atWork);
     QFETCH(bool, onAnotherPage);
     UpdateDesk desk;
-    qputenv("Z7_PROGRAMMER_FAULT", programmer);
-    QVERIFY(desk.showPage());
-    QVERIFY(desk.chooseImage());
-    desk.start();
+    QVERIFY(desk.update(programmer));
     QTRY_VERIFY_WITH_TIMEOUT(desk.output().contains(atWork), Person::patienceMs);
     if (onAnotherPage)
         QVERIFY(desk.journey->showPage(drive));

@@ -1,6 +1,7 @@
 // A person opens everything once. The language file then holds every text, and a file of translations reaches
 // every corner of the window.
 
+#include "pages/pagefactory.h"
 #include "tests/e2e/desk.h"
 #include "tests/support/filedialogs.h"
 #include "tests/support/germantexts.h"
@@ -19,6 +20,8 @@
 #include <QTableWidget>
 #include <QTreeWidget>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -127,41 +130,50 @@ private:
             && Person::waitUntil([&] { return user.canPressOk(); }) && done(user.ok());
     }
 
+    /// The titles of the first drive's pages in the tree, which may be translated, by their numbers.
+    QMap<int, QString> pageTitles() const
+    {
+        constexpr int pageRole = Qt::UserRole + 1;
+        QMap<int, QString> titles;
+        const auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
+        const QTreeWidgetItem *driveOfPages = tree->topLevelItem(0)->child(0);
+        for (int i = 0; i < driveOfPages->childCount(); ++i) {
+            const QTreeWidgetItem *page = driveOfPages->child(i);
+            titles.insert(page->data(0, pageRole).toInt(), page->text(0));
+        }
+        return titles;
+    }
+    bool showPage(int number) const
+    {
+        const QString title = pageTitles().value(number);
+        return m_journey->showPage(drive, title)
+            && Person::waitUntil([&] { return m_journey->pageTitle() == title; });
+    }
+
     bool pages()
     {
-        if (!done(m_journey->showPage(drive)))
-            return false;
-        // By place: the titles may be translated.
-        auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
-        const int count = tree->topLevelItem(0)->child(0)->childCount();
-        for (int i = 0; i < count; ++i) {
-            const QString title = tree->topLevelItem(0)->child(0)->child(i)->text(0);
-            if (!m_journey->showPage(drive, title)
-                || !Person::waitUntil([&] { return m_journey->pageTitle() == title; }) || !done(true))
-                return false;
-        }
-        return count == 14;
+        const QList<int> numbers = pageTitles().keys();
+        return numbers.size() == 14 && done(m_journey->showPage(drive))
+            && std::all_of(numbers.begin(), numbers.end(), [this](int page) { return done(showPage(page)); });
     }
 
     bool dialog(const char *button, const char *name, const char *leave)
     {
         if (!done(m_journey->press(button)))
             return false;
-        const auto *shown = m_journey->window().findChild<QDialog *>(name);
-        return done(Person::press(*shown, leave));
+        return done(Person::press(m_journey->dialog(name), leave));
     }
 
     bool dialogs()
     {
         m_journey->window().findChild<QAction *>("actionInfo")->trigger();
-        const bool about =
-            done(true) && Person::press(*m_journey->window().findChild<QDialog *>("AboutDialog"), "BtnOK");
+        const bool about = done(true) && Person::press(m_journey->dialog("AboutDialog"), "BtnOK");
         m_journey->window().activateWindow();
         return about && dialog("BtnOptions", "optionsdialog", "BtnCancel")
             && dialog("BtnResetChanges", "DeviceSelectionDialog", "BtnAbort")
             && done(m_journey->press("BtnSetPassword"))
-            && done(Person::press(*m_journey->window().findChild<QDialog *>("SetPasswordDialog"), "BtnOK"))
-            && Person::press(*m_journey->window().findChild<QDialog *>("SetPasswordDialog"), "BtnAbort");
+            && done(Person::press(m_journey->dialog("SetPasswordDialog"), "BtnOK"))
+            && Person::press(m_journey->dialog("SetPasswordDialog"), "BtnAbort");
     }
 
     /// True if a step brings up a box, all of whose texts are marked.
@@ -192,15 +204,9 @@ private:
 
     bool boxes()
     {
-        // The bus address is the page shown last but one.
-        auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
-        const auto *pageOf = tree->topLevelItem(0)->child(0);
-        for (int i = 0; i < pageOf->childCount(); ++i)
-            if (pageOf->child(i)->data(0, Qt::UserRole + 1).toInt() == 15
-                && !m_journey->showPage(drive, pageOf->child(i)->text(0)))
-                return false;
-        return box(QMessageBox::Ok, "BtnChangeAdress") && box(QMessageBox::No, "BtnFactoryReset")
-            && boxOfAction("actionHilfe") && boxOfAction("actionTeamviewer");
+        return showPage(PageNumber::RS485) && box(QMessageBox::Ok, "BtnChangeAdress")
+            && box(QMessageBox::No, "BtnFactoryReset") && boxOfAction("actionHilfe")
+            && boxOfAction("actionTeamviewer");
     }
 
     bool files()
@@ -212,21 +218,14 @@ private:
         }
         const FileDialogUser user("everything.z7param");
         return done(m_journey->press("BtnOpen"))
-            && Person::press(
-                *m_journey->window().findChildren<QDialog *>("DeviceSelectionDialog").constLast(),
-                "BtnAbort");
+            && Person::press(m_journey->dialog("DeviceSelectionDialog"), "BtnAbort");
     }
 
     bool firmware()
     {
-        auto *tree = m_journey->window().findChild<QTreeWidget *>("MainMenuTree");
-        const auto *pageOf = tree->topLevelItem(0)->child(0);
-        for (int i = 0; i < pageOf->childCount(); ++i)
-            if (pageOf->child(i)->data(0, Qt::UserRole + 1).toInt() == 10
-                && !m_journey->showPage(drive, pageOf->child(i)->text(0)))
-                return false;
         const FileDialogUser user("image.bin");
-        return done(m_journey->press("BtnSelectFile")) && box(QMessageBox::Ok, "BtnUploadFirmwareFile");
+        return showPage(PageNumber::FirmwareUpload) && done(m_journey->press("BtnSelectFile"))
+            && box(QMessageBox::Ok, "BtnUploadFirmwareFile");
     }
 
     TestBench m_bench;
