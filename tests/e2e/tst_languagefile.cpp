@@ -153,7 +153,7 @@ private:
     bool pages()
     {
         const QList<int> numbers = pageTitles().keys();
-        return numbers.size() == 14 && done(m_journey->showPage(drive))
+        return numbers.size() == drivePages().size() && done(m_journey->showPage(drive))
             && std::all_of(numbers.begin(), numbers.end(), [this](int page) { return done(showPage(page)); });
     }
 

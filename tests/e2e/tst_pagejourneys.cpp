@@ -144,6 +144,7 @@ void TestPageJourneys::everyPageShowsAndChangesWhatDriveHolds()
     // The first pass reads everything, once.
     QVERIFY(walk.waitForRequest(read(address, walk.bench.numbers(version).constLast())));
 
+    QCOMPARE(entries.size(), drivePages().size());
     for (const Entry &entry : entries) {
         const QByteArray title = entry.title.toUtf8();
         QVERIFY2(journey.showPage(walk.drive(), entry.title), title.constData());

@@ -175,7 +175,7 @@ void TestFormObjects::formWithContentIsLookedAt()
 {
     const bool isEmpty = FormFile(form()).objects().size() == 1;
     QVERIFY2(isEmpty || isInTable(form()) || pageForms.contains(form()),
-        "add the form's objects to the table of this test");
+        "add the form's objects to the table of this test, or its name to the pages' forms");
 }
 
 void TestFormObjects::noNameStandsTwice()

@@ -139,6 +139,16 @@ void addFields(int page, const QString &number, bool hasName, const QString &suf
     addObjects(page, "QLineEdit", {"ed" + stem + "User" + suffix});
 }
 
+bool isLookedAt(int page, const QString &number, const QString &fieldName)
+{
+    const bool hasNumber = std::any_of(std::begin(fields), std::end(fields), [&](const Fields &row) {
+        return row.page == page && QString(row.numbers).split(' ').contains(number);
+    });
+    return hasNumber || std::any_of(std::begin(table), std::end(table), [&](const Objects &row) {
+        return row.page == page && QString(row.names).split(' ').contains(fieldName);
+    });
+}
+
 void addPages()
 {
     QTest::addColumn<int>("page");
@@ -163,6 +173,8 @@ private slots:
     void objectIsOfItsKind();
     void pageWithContentIsLookedAt_data() { addPages(); }
     void pageWithContentIsLookedAt();
+    void everyParametersFieldIsLookedAt_data() { addPages(); }
+    void everyParametersFieldIsLookedAt();
     void noNameStandsTwice_data() { addPages(); }
     void noNameStandsTwice();
     void pageBearsNameOfItsClass_data() { addPages(); }
@@ -207,6 +219,17 @@ void TestPageObjects::pageWithContentIsLookedAt()
     const bool isInTable = std::any_of(
         table.cbegin(), table.cend(), [page](const Objects &objects) { return objects.page == page; });
     QVERIFY2(isEmpty || isInTable, "add the page's objects to the table of this test");
+}
+
+void TestPageObjects::everyParametersFieldIsLookedAt()
+{
+    QFETCH(int, page);
+    static const QRegularExpression parameterField("^edParam0x(\\w\\w)User");
+    const std::unique_ptr<Z7DataWidget> built = createDataPage(page);
+    for (const QLineEdit *field : built->findChildren<QLineEdit *>(parameterField)) {
+        const QString number = parameterField.match(field->objectName()).captured(1);
+        QVERIFY2(isLookedAt(page, number, field->objectName()), qPrintable(field->objectName()));
+    }
 }
 
 // Layouts are left out: a form that pages share has its own, whose names nobody looks for.

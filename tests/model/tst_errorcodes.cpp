@@ -2,6 +2,8 @@
 
 #include "control/services/services.h"
 #include "model/errorcodes.h"
+#include "protocol/telegram.h"
+#include "tests/support/germantexts.h"
 #include "tests/support/isolatedtest.h"
 
 #include <QtTest>
@@ -20,6 +22,7 @@ private slots:
     void languageFileBeatsGermanText();
     void languageFileCanNameNumberWithoutText();
     void shownNumberTurnsUpInLanguageFile();
+    void everyTextIsListedForTranslators();
 };
 
 namespace {
@@ -57,7 +60,7 @@ void TestErrorCodes::eachNumberHasItsText_data()
     row(18, "Inkonsistente Parameter");
     row(19, "Die Transaktion wurde abgebrochen");
     row(20, "Der Motor ist nicht im Freilauf");
-    row(21, "(21)");
+    row(TelegramError::Count, qPrintable(QStringLiteral("(%1)").arg(TelegramError::Count)));
     row(100, "(100)");
     row(-1, "(-1)");
     row(INT_MAX, "(2147483647)");
@@ -96,6 +99,16 @@ void TestErrorCodes::shownNumberTurnsUpInLanguageFile()
     Z7Services::shutdown();
     QCOMPARE(
         WorkingFolder::read(languageFile), QByteArray("[ErrorCodes]\nErrorCode_-1=(-1)\nErrorCode_2=(2)\n"));
+}
+
+void TestErrorCodes::everyTextIsListedForTranslators()
+{
+    const QMap<QString, GermanText> listed = germanTexts();
+    for (int number = 1; number < TelegramError::Count; ++number) {
+        const QString text = errorText(number);
+        if (text != QStringLiteral("(%1)").arg(number))
+            QCOMPARE(listed.value(QStringLiteral("ErrorCodes/ErrorCode_%1").arg(number)).text, text);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestErrorCodes)

@@ -80,14 +80,16 @@ class TestLanguages : public QObject
 private slots:
     void everyEntryIsText_data() { addLanguageRows(); }
     void everyEntryIsText();
+    void everyEntryIsReadInItsAlphabet_data() { addLanguageRows(); }
+    void everyEntryIsReadInItsAlphabet();
     void everyEntryStandsForGermanText_data() { addLanguageRows(); }
     void everyEntryStandsForGermanText();
     void translationLacksNoText_data();
     void translationLacksNoText();
     void entryHasPlaceholdersOfItsText_data() { addLanguageRows(); }
     void entryHasPlaceholdersOfItsText();
-    void englishHasTextsOfSamples_data();
-    void englishHasTextsOfSamples();
+    void translationHasTextsOfSamples_data();
+    void translationHasTextsOfSamples();
 };
 
 void TestLanguages::everyEntryIsText()
@@ -100,6 +102,24 @@ void TestLanguages::everyEntryIsText()
     // An unquoted comma would make a list of it, whose text is empty.
     for (const QString &key : keys)
         QVERIFY2(!settings.value(key).toString().isEmpty(), qPrintable(key));
+}
+
+/// A file in another encoding gives two letters for one, and an escaped letter swallows hexadecimal digits
+/// behind it.
+void TestLanguages::everyEntryIsReadInItsAlphabet()
+{
+    QFETCH(QString, language);
+    static const QSet<QChar::Script> alphabets {QChar::Script_Common, QChar::Script_Inherited,
+        QChar::Script_Latin, QChar::Script_Greek, QChar::Script_Cyrillic};
+    static const QRegularExpression utf8AsLatin1(QStringLiteral("[\\x{C2}-\\x{F4}][\\x{80}-\\x{BF}]"));
+    const QSettings settings(languageFile(language), QSettings::IniFormat);
+    const QStringList keys = settings.allKeys();
+    for (const QString &key : keys) {
+        const QString text = key + settings.value(key).toString();
+        QVERIFY2(!text.contains(utf8AsLatin1), qPrintable(key));
+        for (const QChar letter : text)
+            QVERIFY2(alphabets.contains(letter.script()), qPrintable(key));
+    }
 }
 
 void TestLanguages::everyEntryStandsForGermanText()
@@ -141,22 +161,21 @@ void TestLanguages::entryHasPlaceholdersOfItsText()
     }
 }
 
-void TestLanguages::englishHasTextsOfSamples_data()
+void TestLanguages::translationHasTextsOfSamples_data()
 {
-    QTest::addColumn<QString>("version");
-    QTest::newRow("V123") << QStringLiteral("V123");
-    QTest::newRow("V200") << QStringLiteral("V200");
+    addLanguageRows(QStringLiteral("deutsch"));
 }
 
-void TestLanguages::englishHasTextsOfSamples()
+void TestLanguages::translationHasTextsOfSamples()
 {
-    QFETCH(QString, version);
-    const QSettings settings(languageFile(QStringLiteral("english")), QSettings::IniFormat);
-    const QStringList texts = textsOfSample(version);
-
-    QVERIFY(texts.size() > 100);
-    for (const QString &text : texts)
-        QVERIFY2(settings.contains(QStringLiteral("ParamDefinition/") + text), qPrintable(text));
+    QFETCH(QString, language);
+    const QSettings settings(languageFile(language), QSettings::IniFormat);
+    for (const char *version : {"V123", "V200"}) {
+        const QStringList texts = textsOfSample(QString::fromLatin1(version));
+        QVERIFY(texts.size() > 100);
+        for (const QString &text : texts)
+            QVERIFY2(settings.contains(QStringLiteral("ParamDefinition/") + text), qPrintable(text));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestLanguages)

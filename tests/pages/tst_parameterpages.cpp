@@ -1,8 +1,12 @@
 // The pages with a handful of labelled parameters: what each of them shows, and where.
 
+#include "pages/labelleddatawidget.h"
+#include "pages/pagefactory.h"
 #include "tests/pages/shownpage.h"
 #include "tests/support/isolatedtest.h"
 #include "tests/support/person.h"
+
+#include <algorithm>
 
 using namespace PageNumber;
 
@@ -82,6 +86,7 @@ class TestParameterPages : public IsolatedTest
     Q_OBJECT
 
 private slots:
+    void pageOfLabelledParametersIsLookedAt();
     void pageReadsItsParametersInThisOrder_data() { everyPage(); }
     void pageReadsItsParametersInThisOrder();
     void formHasItsSizeAndPicture_data() { everyPage(); }
@@ -150,6 +155,18 @@ void TestParameterPages::everyParameter()
             continue;
         for (const int number : member.params)
             QTest::addRow("%s 0x%02X", member.section, number) << member.page << number;
+    }
+}
+
+void TestParameterPages::pageOfLabelledParametersIsLookedAt()
+{
+    for (int page = 0; page < PageNumber::Count; ++page) {
+        const std::unique_ptr<Z7DataWidget> created = createDataPage(page);
+        const bool isLookedAt = std::any_of(
+            members.begin(), members.end(), [page](const Member &member) { return member.page == page; });
+        const bool isLabelled =
+            qobject_cast<LabelledDataWidget *>(created.get()) && !created->paramIds().isEmpty();
+        QVERIFY2(isLookedAt || !isLabelled, created->metaObject()->className());
     }
 }
 

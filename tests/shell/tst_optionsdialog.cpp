@@ -23,6 +23,7 @@ class TestOptionsDialog : public IsolatedTest
 
 private slots:
     void textsStandAtTheirPlaces();
+    void noLabelKeepsTextOfForm();
     void textsAreInUsersLanguage();
     void buttonsHaveTheirIcons_data();
     void buttonsHaveTheirIcons();
@@ -63,6 +64,17 @@ private:
         dialog->show();
     }
 
+    /// Of the options that are numbers, in the order of the options.
+    static QList<QByteArray> numberFields()
+    {
+        QList<QByteArray> fields;
+        for (const Z7Options::Row &row : Z7Options::rows()) {
+            if (row.kind == Z7Options::Number)
+                fields.append(row.field);
+        }
+        return fields;
+    }
+
     std::optional<optionsdialog> dialog;
 };
 
@@ -92,6 +104,13 @@ void TestOptionsDialog::textsStandAtTheirPlaces()
     QCOMPARE(textOf(*dialog, "lRestartRequired"),
         QStringLiteral("Ihre Änderungen werden erst nach einem Neustart der Anwendung wirksam!"));
     QCOMPARE(child(*dialog, "lRestartRequired").palette().color(QPalette::WindowText), QColor(Qt::darkRed));
+}
+
+void TestOptionsDialog::noLabelKeepsTextOfForm()
+{
+    open();
+    for (const QLabel *label : dialog->findChildren<QLabel *>())
+        QVERIFY2(label->text() != QLatin1String("TextLabel"), qPrintable(label->objectName()));
 }
 
 void TestOptionsDialog::textsAreInUsersLanguage()
@@ -145,10 +164,16 @@ void TestOptionsDialog::fieldTakesItsRange_data()
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<int>("bottom");
     QTest::addColumn<int>("top");
-    QTest::newRow("time-out") << QByteArray("edTimeout") << 20 << 1000;
-    QTest::newRow("time-out of the scan") << QByteArray("edTimeoutScanning") << 20 << 1000;
-    QTest::newRow("vendor") << QByteArray("edPreselectVendorID") << 0 << 10000;
-    QTest::newRow("polling interval") << QByteArray("edPollingCycle") << 0 << 10000;
+    QList<QByteArray> fields;
+    const auto row = [&fields](const char *name, const char *field, int bottom, int top) {
+        fields.append(field);
+        QTest::newRow(name) << fields.constLast() << bottom << top;
+    };
+    row("time-out", "edTimeout", 20, 1000);
+    row("time-out of the scan", "edTimeoutScanning", 20, 1000);
+    row("vendor", "edPreselectVendorID", 0, 10000);
+    row("polling interval", "edPollingCycle", 0, 10000);
+    QCOMPARE(fields, numberFields());
 }
 
 void TestOptionsDialog::fieldTakesItsRange()
@@ -208,9 +233,9 @@ void TestOptionsDialog::undoBringsNothingBackOfEarlierShowing_data()
 {
     QTest::addColumn<QByteArray>("field");
     QTest::addColumn<QString>("typed");
-    for (const char *field : {"edTimeout", "edTimeoutScanning", "edPreselectVendorID", "edPollingCycle"}) {
-        QTest::addRow("%s, a number", field) << QByteArray(field) << QStringLiteral("77");
-        QTest::addRow("%s, emptied", field) << QByteArray(field) << QString();
+    for (const QByteArray &field : numberFields()) {
+        QTest::addRow("%s, a number", field.constData()) << field << QStringLiteral("77");
+        QTest::addRow("%s, emptied", field.constData()) << field << QString();
     }
 }
 

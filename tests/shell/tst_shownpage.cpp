@@ -3,6 +3,7 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "pages/datawidget.h"
+#include "pages/pagefactory.h"
 #include "tests/shell/contentband.h"
 #include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
@@ -10,6 +11,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QSet>
 #include <QtTest>
 
 #include <memory>
@@ -119,7 +121,9 @@ void TestShownPage::clickShowsPageUnderItsTitle_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("title");
 
-    const auto row = [](int page, const char *name, const char *title) {
+    QSet<int> pages;
+    const auto row = [&pages](int page, const char *name, const char *title) {
+        pages.insert(page);
         QTest::newRow(name) << page << QString::fromLatin1(name) << QString::fromUtf8(title);
     };
     row(1, "DeviceStatusDialog", "Z7-Motorstatus");
@@ -137,6 +141,8 @@ void TestShownPage::clickShowsPageUnderItsTitle_data()
     row(13, "FixResistanceDialog", "Ballastwiderstand");
     row(14, "VoltageLimitsDialog", "Spannungsgrenzen");
     row(15, "RS485Dialog", "RS485");
+    // The drive's own entry shows its status.
+    QCOMPARE(pages.size(), drivePages().size() + 1);
 }
 
 void TestShownPage::clickShowsPageUnderItsTitle()
