@@ -47,7 +47,7 @@ function(z7_test name)
 
     qt5_generate_moc(${name}.cpp ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
     add_executable(${name} ${TEST_SOURCES} ${CMAKE_CURRENT_BINARY_DIR}/${name}.moc)
-    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTORCC OFF)
     z7_compiler_options(${name})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR})
     target_link_libraries(${name} PRIVATE ${TEST_LIBS} Qt5::Test)
