@@ -28,6 +28,7 @@ private slots:
     void callWithoutWindowIsHarmless();
     void windowThatComesLaterIsTold();
     void windowThatGoesIsNotToldAnyMore();
+    void driveIsShownWithoutControlBar();
 };
 
 void TestControllerAlone::callWithoutWindowIsHarmless_data()
@@ -59,6 +60,7 @@ void TestControllerAlone::callWithoutWindowIsHarmless_data()
     });
     row("discard", [](Z7MainController &c) { c.resetChanges(noDrive); });
     row("defaults", [](Z7MainController &c) { c.setDefaults(noDrive); });
+    row("page that nobody knows", [](Z7MainController &c) { c.createPage(PageNumber::Count); });
     row("page that was not created", [](Z7MainController &c) { c.showPage(9, noDrive, nullptr, nullptr); });
     row("programmer on the bus", [](Z7MainController &c) {
         c.lendBus(true);
@@ -99,6 +101,18 @@ void TestControllerAlone::windowThatGoesIsNotToldAnyMore()
     }
     controller.setDevices({});
     QVERIFY(controller.deviceIds().isEmpty());
+}
+
+void TestControllerAlone::driveIsShownWithoutControlBar()
+{
+    TestedController tested;
+    tested.connectDrives({connectedDrive(3)});
+    tested.controller.setDeviceControl(nullptr);
+    tested.controller.setMainContent(nullptr);
+    QVERIFY(tested.showPage(TestedController::tablePage, connectedDrive(3).deviceId()));
+    tested.controller.StoreData();
+    tested.controller.stopCommunication();
+    QCOMPARE(tested.controller.currentDeviceRecord().address, 3);
 }
 
 QTEST_MAIN(TestControllerAlone)

@@ -50,6 +50,7 @@ private slots:
 
     // The page of the modes
     void modesAndRestartStandInNumbersAndWords();
+    void parameterOfAnotherPageChangesNoWords();
     void valueWithoutWordsHasNoBrackets();
     void valueWhoseWordsAreTranslatedToNothingKeepsItsBrackets();
     void wordsFollowDriveAndNotUser();
@@ -264,6 +265,15 @@ void TestModePages::modesAndRestartStandInNumbersAndWords()
     QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Position 1)"));
     QCOMPARE(shown.text("lTextI2"), QStringLiteral("(Zurück 2)"));
     QCOMPARE(shown.text("lTextWiederanlauf"), QStringLiteral("(erlaubt)"));
+}
+
+void TestModePages::parameterOfAnotherPageChangesNoWords()
+{
+    ShownPage shown(OperationsMode);
+    shown.showFor(modeDrive());
+    shown.page->DeviceUpdate(driveWith({readParam(1, 3), readParam(0x7FFF, 1)}));
+    shown.page->newDeviceParam(readParam(0x7FFF, 1));
+    QCOMPARE(shown.text("lTextI1"), QStringLiteral("(Position 1)"));
 }
 
 void TestModePages::valueWithoutWordsHasNoBrackets()

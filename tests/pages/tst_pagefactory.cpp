@@ -5,6 +5,7 @@
 #include "tests/support/workingfolder.h"
 
 #include <QMetaMethod>
+#include <QSignalSpy>
 #include <QTest>
 
 class TestPageFactory : public QObject
@@ -18,6 +19,8 @@ private slots:
     void numberOfNoPageGivesNone();
     void slotsOfPageCanBeCalledFromOutside_data();
     void slotsOfPageCanBeCalledFromOutside();
+    void editOfFieldThatIsNotThereReportsNothing_data();
+    void editOfFieldThatIsNotThereReportsNothing();
     void onlyTableWantsAllParameters();
     void onlyFirmwarePageWantsAllDrives();
 
@@ -90,6 +93,31 @@ void TestPageFactory::slotsOfPageCanBeCalledFromOutside()
     const QMetaMethod method = pageClass->method(pageClass->indexOfSlot(slot));
     QCOMPARE(method.methodSignature(), slot);
     QCOMPARE(method.access(), QMetaMethod::Public);
+}
+
+void TestPageFactory::editOfFieldThatIsNotThereReportsNothing_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QByteArray>("edit");
+    QTest::newRow("labelled page") << int(PageNumber::Positioning) << QByteArray("ParamChanged");
+    QTest::newRow("operating modes") << int(PageNumber::OperationsMode) << QByteArray("ParamChanged");
+    QTest::newRow("speed curve") << int(PageNumber::CalibrationRotations) << QByteArray("ParamChanged");
+    QTest::newRow("current curve") << int(PageNumber::CalibrationCurrent) << QByteArray("ParamChanged");
+    QTest::newRow("table") << int(PageNumber::ParameterTable) << QByteArray("TextChanged");
+}
+
+void TestPageFactory::editOfFieldThatIsNotThereReportsNothing()
+{
+    QFETCH(int, number);
+    QFETCH(QByteArray, edit);
+    const WorkingFolder folder;
+    const std::unique_ptr<Z7DataWidget> page = createDataPage(number);
+    page->initPage();
+    const QSignalSpy modified(page.get(), SIGNAL(parameterModified(Z7DeviceParam)));
+    const QSignalSpy deleted(page.get(), SIGNAL(parameterDeleted(Z7DeviceParam)));
+    for (const int unknown : {-1, 0x7FFF})
+        QVERIFY(QMetaObject::invokeMethod(page.get(), edit.constData(), Q_ARG(int, unknown)));
+    QCOMPARE(modified.size() + deleted.size(), 0);
 }
 
 void TestPageFactory::onlyTableWantsAllParameters()

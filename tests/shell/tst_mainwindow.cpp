@@ -217,8 +217,12 @@ void TestMainWindow::makersNameKeepsItsAmpersandInMenu()
     open();
     auto &menu = child<QMenu>(*window, "menuHilfe");
     QAction &home = action("actionNorvik_Tessel_Home");
-    const auto picture = [&] { return menu.grab(menu.actionGeometry(&home)).toImage(); };
+    const auto picture = [&] {
+        menu.popup(window->mapToGlobal(QPoint()));
+        return menu.grab(menu.actionGeometry(&home)).toImage();
+    };
     const QImage shown = picture();
+    menu.close();
     // The way in which Qt's own menus show an ampersand.
     menu.setStyle(nullptr);
     home.setText(QStringLiteral("Norvik && Tessel"));
