@@ -23,6 +23,8 @@ private slots:
 
     void passLastsUntilItsEndIsReported();
     void startDuringPassDoesNothing();
+    void secondScanDuringScanDoesNothing();
+    void refusalDuringPassLeavesPass();
     void passReportedAsEndedBeforeItsTimeStillHasStack();
     void everyPollingPassSendsWholeStack();
     void stopCutsPassShort();
@@ -143,6 +145,28 @@ void TestCommFronts::startDuringPassDoesNothing()
     QTRY_VERIFY(news->has("transfer terminated"));
     QCOMPARE(news->count("transfer started"), 1);
     QCOMPARE(bus->requests().size(), 14);
+}
+
+void TestCommFronts::secondScanDuringScanDoesNothing()
+{
+    Z7CommInterfaceScanDevice front;
+    news = std::make_unique<CommNews>(front);
+    front.start(DriveBus::drive3());
+    front.start(DriveBus::drive3());
+    QTRY_VERIFY(news->has("scan terminated"));
+    QCOMPARE(news->count("scan started"), 1);
+    QCOMPARE(bus->requests().size(), 255);
+}
+
+void TestCommFronts::refusalDuringPassLeavesPass()
+{
+    Z7CommInterfaceTransferTelegramStack front;
+    news = std::make_unique<CommNews>(front);
+    front.start(std::make_unique<Probe>(DriveBus::drive3()));
+    front.refuse(DriveBus::drive3());
+    QCOMPARE(news->events(), QStringList());
+    QTRY_VERIFY(news->has("transfer terminated"));
+    QVERIFY(news->has("transfer record 0"));
 }
 
 void TestCommFronts::passReportedAsEndedBeforeItsTimeStillHasStack()

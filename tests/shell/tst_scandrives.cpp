@@ -40,6 +40,7 @@ private slots:
     void rowTellsOfScanWhileItRuns();
     void buttonsAreLockedUntilScanEnds();
     void escapeIsNoWayOutOfScan();
+    void minimizedWindowGoesOnScanning();
     void scanThatFindsNothingKeepsPage();
     void portThatDoesNotOpenHasNoDrives();
     void secondVisitCountsAnew();
@@ -55,6 +56,7 @@ private slots:
     void logOnsArePartedByPause();
     void checkedDrivesAreTaken();
     void leavingLastPageEndsLogOns();
+    void minimizedWindowGoesOnLoggingOn();
 
 private:
     void prepare() override;
@@ -65,6 +67,8 @@ private:
     void beginScanOfAllPorts();
     void waitForTheScan() { QTRY_VERIFY_WITH_TIMEOUT(bench->isEnabled("BtnNext"), 30000); }
     void scanOnePort();
+    /// What the window system tells a page whose window is minimized.
+    void minimize();
     /// Aborts the scan beyond address 10, to save the time of the silent addresses behind it.
     void abortBeyondLowAddresses();
     void scanAllPorts();
@@ -126,6 +130,13 @@ void TestScanDrives::scanOnePort()
 {
     beginScanOfOnePort();
     waitForTheScan();
+}
+
+void TestScanDrives::minimize()
+{
+    QHideEvent minimized;
+    QSpontaneKeyEvent::setSpontaneous(&minimized);
+    qApp->notify(bench->page(), &minimized);
 }
 
 void TestScanDrives::abortBeyondLowAddresses()
@@ -238,6 +249,15 @@ void TestScanDrives::escapeIsNoWayOutOfScan()
     abortBeyondLowAddresses();
     QTest::keyClick(bench->dialog, Qt::Key_Escape);
     QVERIFY(!bench->dialog->isVisible());
+}
+
+void TestScanDrives::minimizedWindowGoesOnScanning()
+{
+    plug(firstPort, {3});
+    beginScanOfOnePort();
+    minimize();
+    waitForTheScan();
+    QCOMPARE(rowTexts(), QStringList {QStringLiteral("1 Gerät(e) erkannt")});
 }
 
 void TestScanDrives::scanThatFindsNothingKeepsPage()
@@ -419,6 +439,16 @@ void TestScanDrives::leavingLastPageEndsLogOns()
     const int asked = accessTo(firstPort, 4).size();
     QTest::qWait(500);
     QCOMPARE(accessTo(firstPort, 4).size(), asked);
+}
+
+void TestScanDrives::minimizedWindowGoesOnLoggingOn()
+{
+    plug(firstPort, {3, 4});
+    scanOnePort();
+    bench->press("BtnNext");
+    bench->press("BtnNext");
+    minimize();
+    QTRY_COMPARE(rowPictures().size(), 2);
 }
 
 QTEST_MAIN(TestScanDrives)
