@@ -64,6 +64,14 @@ private:
 };
 
 inline constexpr TextSection commonText("Common");
+/// What the window knows, in its status bar and in what opens from there.
+inline constexpr TextSection statusBarText("DialogStatusBar");
+/// Tool tips and descriptions of fields and marks, which screen readers tell as well.
+inline constexpr TextSection toolTipText("DialogToolTip");
+/// What keys do, and the answers to the program's own questions.
+inline constexpr TextSection keyboardText("DialogKeyboard");
+/// The words on the pictures, the legends of the columns, and what to do first.
+inline constexpr TextSection pictureText("DialogPicture");
 
 /// The translation of a text of the parameter definitions (a name, a unit, an option), which is its own key
 /// and default. An empty one is looked up as well; the file keeps it outside of the sections.
