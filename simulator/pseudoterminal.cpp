@@ -21,6 +21,7 @@ PseudoTerminal::~PseudoTerminal()
 QString PseudoTerminal::open()
 {
     close();
+    m_slave.reset();
     m_master = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     char name[64] = {};
     if (!m_master.isValid() || ::grantpt(m_master.get()) != 0 || ::unlockpt(m_master.get()) != 0
@@ -71,7 +72,6 @@ void PseudoTerminal::close()
     if (isOpen() && !m_link.isEmpty() && QFile::symLinkTarget(m_link) == m_path)
         QFile::remove(m_link);
     m_openers.reset();
-    m_slave.reset();
     m_master.reset();
     m_openCount = 0;
     m_path.clear();

@@ -45,7 +45,9 @@ private:
     void lastOpenerLeft();
 
     FileDescriptor m_master;
-    FileDescriptor m_slave; ///< kept open, so that the master sees no hang-up between two openers
+    /// Kept open, so that the master sees no hang-up between two openers, and beyond close(): until then the
+    /// system gives the slave's name to nobody else, to whom the master program would talk.
+    FileDescriptor m_slave;
     FileDescriptor m_openers; ///< tells when the slave is opened and closed
     int m_openCount = 0;
     QString m_path;

@@ -31,6 +31,7 @@ private slots:
     void removedDriveKeepsSilent();
 
     void pulledAdapterHangsUp();
+    void portOfPulledAdapterGoesToNobodyElse();
     void adapterPutBackAnswersAgain();
     void linkFollowsAdapter();
     void replyWithoutListenerIsLost();
@@ -201,6 +202,16 @@ void TestSimulatedLine::pulledAdapterHangsUp()
     bus->command("pull");
     QTRY_VERIFY(port->isHungUp());
     QVERIFY(bus->portPath().isEmpty());
+}
+
+void TestSimulatedLine::portOfPulledAdapterGoesToNobodyElse()
+{
+    start({});
+    const QString former = bus->portPath();
+    bus->command("pull");
+    z7sim::SimulatedBus other;
+    QVERIFY(other.start());
+    QVERIFY(other.portPath() != former);
 }
 
 void TestSimulatedLine::adapterPutBackAnswersAgain()
