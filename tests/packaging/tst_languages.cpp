@@ -82,6 +82,8 @@ private slots:
     void everyEntryIsText();
     void everyEntryIsReadInItsAlphabet_data() { addLanguageRows(); }
     void everyEntryIsReadInItsAlphabet();
+    void nothingOfLineIsLost_data() { addLanguageRows(); }
+    void nothingOfLineIsLost();
     void everyEntryStandsForGermanText_data() { addLanguageRows(); }
     void everyEntryStandsForGermanText();
     void translationLacksNoText_data();
@@ -118,8 +120,21 @@ void TestLanguages::everyEntryIsReadInItsAlphabet()
         const QString text = key + settings.value(key).toString();
         QVERIFY2(!text.contains(utf8AsLatin1), qPrintable(key));
         for (const QChar letter : text)
-            QVERIFY2(alphabets.contains(letter.script()), qPrintable(key));
+            QVERIFY2(
+                alphabets.contains(letter.script()) && (letter == '\n' || letter.isPrint()), qPrintable(key));
     }
+}
+
+/// Behind a bare semicolon the rest of the line is a comment, and bare quotes are dropped.
+void TestLanguages::nothingOfLineIsLost()
+{
+    QFETCH(QString, language);
+    QFile file(languageFile(language));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    static const QRegularExpression bareMark(QStringLiteral("^[^=;]*=(?!\").*(;|(?<!\\\\)\")"));
+    for (const QByteArray &line : lines)
+        QVERIFY2(!QString::fromLatin1(line).contains(bareMark), line.constData());
 }
 
 void TestLanguages::everyEntryStandsForGermanText()
