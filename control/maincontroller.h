@@ -4,6 +4,7 @@
 #include "control/datapages.h"
 #include "control/devicelist.h"
 #include "control/imaincontent.h"
+#include "control/knowledge.h"
 #include "control/pendingchanges.h"
 #include "control/transactionlisteners.h"
 #include "model/device.h"
@@ -74,11 +75,16 @@ public:
     /// of its own drive, here as in resetChanges().
     void setUserParams(int deviceId, const Z7DeviceParamSet &set);
     void resetChanges(int deviceId);
+    /// Brings back what resetChanges() has discarded of a drive, until that drive's next change.
+    void restoreChanges(int deviceId);
     /// Makes the factory value of every writable parameter a pending change.
     void setDefaults(int deviceId);
     /// Text of the conflict line: what stands against writing the current drive's changes; empty if nothing
     /// does.
     QString calcConflicts() const;
+
+    /// What is known beside the records: for what the window says of them. Lives as long as the controller.
+    Z7Knowledge &knowledge() { return m_knowledge; }
 
     /// For the end of the program: returns when no thread talks to the bus any more.
     void stopCommunication() { m_commInterface.stopAndWait(); }
@@ -161,4 +167,5 @@ private:
     IMainContent *m_mainContent = noMainContent(); ///< never null
     /// Behind the pages, so that it goes, with its threads, before the listeners do.
     Z7CommunicationInterface m_commInterface;
+    Z7Knowledge m_knowledge {m_commInterface, m_devices, m_userParams, m_pages};
 };
