@@ -44,7 +44,7 @@ struct Z7ParamOutcome
     Kind kind = Read;
     State state = Unsent;
     int number = -1; ///< of the parameter that was asked for
-    int value = 0; ///< that the drive gave, or that it was sent; 0 of a read without an answer
+    int value = 0; ///< that the drive gave to a read; 0 otherwise
     bool conflict = false; ///< the answer to a write had a conflict word other than 0
 };
 
@@ -59,8 +59,8 @@ struct Z7PassOutcome
         StoreUncertain, ///< sent, and no valid answer came
     };
 
-    int deviceId = -1; ///< of the drive's record at the end
-    int previousDeviceId = -1; ///< other than deviceId only if the pass has changed the address
+    int deviceId = -1; ///< of the drive's record at the end, as address
+    int address = 0;
     int error = TelegramError::TransactionAborted; ///< of the pass; 0 if it had none
     bool isComplete = false; ///< every telegram was sent and answered, and the pass had no error
     Store store = NotAsked;

@@ -20,12 +20,14 @@ Z7CommInterfaceFront::Z7CommInterfaceFront(Z7CommInterface::ThreadID threadID)
 {
     registerDeviceTypes();
     qRegisterMetaType<Z7CommInterface::ThreadID>("Z7CommInterface::ThreadID");
+    qRegisterMetaType<Z7PassOutcome>("Z7PassOutcome");
 }
 
 void Z7CommInterfaceFront::attachTo(CommThread &worker)
 {
     m_worker = &worker;
     connect(m_worker, SIGNAL(updateDevice(Z7Device)), SLOT(ThreadResponse(Z7Device)));
+    connect(m_worker, SIGNAL(passEnded(Z7PassOutcome)), SLOT(postOutcome(Z7PassOutcome)));
     connect(m_worker, SIGNAL(transactionStarted(int, Z7Device)), SLOT(postTransactionStarted(int, Z7Device)));
     connect(m_worker, SIGNAL(transactionProgress()), SLOT(postTransactionProgress()));
     connect(m_worker, SIGNAL(finished()), SLOT(postTransactionTerminated()));
@@ -44,6 +46,9 @@ bool Z7CommInterfaceFront::beginPass(const Z7Device &device)
         return false;
     m_passUnderWay = true;
     m_responded = false;
+    m_outcome = Z7PassOutcome();
+    m_outcome.deviceId = device.deviceId();
+    m_outcome.address = device.address;
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "comm/busnews.h"
 #include "model/device.h"
 
 #include <QObject>
@@ -41,6 +42,9 @@ public:
     /// Ends the pass; with none under way the front reports it as terminated at once.
     void stop();
     bool isPassUnderWay() const;
+    /// How far the last pass with a stack came; while one is under way, and where the thread has told
+    /// nothing, that of a pass that was aborted before its first telegram.
+    const Z7PassOutcome &outcome() const { return m_outcome; }
 
     /// Ends a pass before it has begun: the record comes back as aborted, whatever error it had. Needs a
     /// front without a pass under way.
@@ -57,6 +61,7 @@ signals:
 
 public slots:
     void ThreadResponse(Z7Device device);
+    void postOutcome(Z7PassOutcome outcome) { m_outcome = outcome; }
     void postTransactionStarted(int maxProgress, Z7Device device);
     void postTransactionProgress();
     void postTransactionTerminated();
@@ -74,6 +79,7 @@ private:
     const Z7CommInterface::ThreadID m_threadID;
     CommThread *m_worker = nullptr; ///< owned by the front of its class
     Z7Device m_device; ///< the record at the last start, which comes back if the thread gives none
+    Z7PassOutcome m_outcome;
     bool m_responded = false;
     bool m_passUnderWay = false;
 };

@@ -28,6 +28,7 @@ void CommThreadTelegramStack::runStack(Z7TelegramStack &stack, int timeoutMs, Cl
     if (closePort == ClosePort::BeforeReport)
         port.close();
     emit updateDevice(stack.device());
+    emit passEnded(stack.outcome());
 }
 
 void CommThreadTransferTelegramStack::start(std::unique_ptr<Z7TelegramStack> stack, int timeoutMs)

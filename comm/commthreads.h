@@ -33,6 +33,8 @@ signals:
     void transactionProgress();
     /// Transfer and polling: once, at the end. Scan: for each address. On a port that fails: once.
     void updateDevice(Z7Device device);
+    /// Transfer and polling: once, behind updateDevice.
+    void passEnded(Z7PassOutcome outcome);
 
 protected:
     CommThread() = default;

@@ -63,21 +63,33 @@ const Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID) const
     return m_pollingFront;
 }
 
-void Z7CommunicationInterface::transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack)
+void Z7CommunicationInterface::transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack, int request)
 {
     if (!stack)
         return;
     if (m_busLent && !m_transferFront.isPassUnderWay()) {
+        m_ledger.transferDropped(request, NotRun::BusLent);
         m_transferFront.refuse(stack->device());
-        return;
+    } else {
+        takeTransfer(std::move(stack), request);
     }
+    tellNews();
+}
+
+void Z7CommunicationInterface::takeTransfer(std::unique_ptr<Z7TelegramStack> stack, int request)
+{
     m_transferStack = std::move(stack);
     m_transferStack->reset();
     // The error of the last pass must not end the new one before its first telegram.
     m_transferStack->setError(TelegramError::None);
     m_device = m_transferStack->device();
     // On a lent bus it waits, so as to be refused at the end of the pass that is in its way.
-    if (m_currentThread != TransferTelegramStack || m_busLent)
+    const bool takesItsTurn = m_currentThread != TransferTelegramStack || m_busLent;
+    if (takesItsTurn || m_nextThread == TransferTelegramStack)
+        m_ledger.transferWaits(request);
+    else
+        m_ledger.transferDropped(request, NotRun::TransferRunning);
+    if (takesItsTurn)
         startOrQueue(TransferTelegramStack);
 }
 
@@ -85,10 +97,11 @@ void Z7CommunicationInterface::scanDevice(const Z7Device &device)
 {
     if (m_busLent && !m_scanFront.isPassUnderWay()) {
         m_scanFront.refuse(device);
-        return;
+    } else {
+        m_device = device;
+        startOrQueue(ScanDevice);
     }
-    m_device = device;
-    startOrQueue(ScanDevice);
+    tellNews();
 }
 
 void Z7CommunicationInterface::setPollingStack(std::unique_ptr<Z7TelegramStack> stack)
@@ -106,6 +119,7 @@ void Z7CommunicationInterface::setPollingStack(std::unique_ptr<Z7TelegramStack> 
     m_pollingEnabled = true;
     m_pollingTimer.stop();
     startOrQueue(DevicePolling);
+    tellNews();
 }
 
 void Z7CommunicationInterface::startOrQueue(int threadID)
@@ -117,6 +131,8 @@ void Z7CommunicationInterface::startOrQueue(int threadID)
         startThread(threadID);
         return;
     }
+    if (threadID != TransferTelegramStack)
+        m_ledger.waitingDropped(NotRun::Replaced);
     m_nextThread = threadID;
     if (m_currentThread != TransferTelegramStack)
         stopThread(m_currentThread);
@@ -127,6 +143,7 @@ void Z7CommunicationInterface::startThread(int threadID)
     switch (threadID) {
     case TransferTelegramStack:
         m_currentThread = TransferTelegramStack;
+        m_ledger.passBegan(TransferTelegramStack);
         m_transferFront.start(std::move(m_transferStack));
         break;
     case DevicePolling:
@@ -162,7 +179,9 @@ void Z7CommunicationInterface::startPollingThread()
     m_overtakenPollingStacks.clear();
     adoptRecords();
     m_pollingStack->reset();
+    m_ledger.passBegan(DevicePolling);
     m_pollingFront.start(m_pollingStack.get());
+    tellNews();
 }
 
 void Z7CommunicationInterface::autoEnablePolling()
@@ -172,6 +191,7 @@ void Z7CommunicationInterface::autoEnablePolling()
     m_pollingEnabled = true;
     m_pollingTimer.stop();
     startOrQueue(DevicePolling);
+    tellNews();
 }
 
 void Z7CommunicationInterface::threadDeviceUpdate(ThreadID threadID, Z7Device device)
@@ -191,17 +211,14 @@ void Z7CommunicationInterface::adoptRecords()
     m_recordsToAdopt.clear();
 }
 
-void Z7CommunicationInterface::threadTransactionStarted(ThreadID threadID, int maxProgress, Z7Device device)
-{
-    emit transactionStarted(threadID, maxProgress, device);
-}
-
-void Z7CommunicationInterface::threadTransactionProgress(ThreadID threadID)
-{
-    emit transactionProgress(threadID);
-}
-
 void Z7CommunicationInterface::threadTransactionTerminated(ThreadID threadID)
+{
+    m_ledger.passEnded(threadID, front(threadID).outcome());
+    followPass(threadID);
+    tellNews();
+}
+
+void Z7CommunicationInterface::followPass(ThreadID threadID)
 {
     const bool wasInCharge = m_currentThread == threadID;
     if (wasInCharge) {
@@ -234,6 +251,7 @@ void Z7CommunicationInterface::refuseNextThread()
     if (m_nextThread == TransferTelegramStack) {
         m_nextThread = noThread;
         const auto stack = std::move(m_transferStack);
+        m_ledger.waitingDropped(NotRun::BusLent);
         m_transferFront.refuse(stack->device());
     } else if (m_nextThread == ScanDevice) {
         m_nextThread = noThread;
@@ -250,6 +268,7 @@ void Z7CommunicationInterface::setBusLent(bool lent)
     const bool isPollingWaiting = m_pollingEnabled && m_currentThread == DevicePolling;
     if (isPollingWaiting && !m_pollingFront.isPassUnderWay())
         schedulePolling(DevicePolling);
+    tellNews();
 }
 
 void Z7CommunicationInterface::schedulePollingOnFreeBus()
@@ -262,22 +281,20 @@ void Z7CommunicationInterface::startNextThreadID()
 {
     if (m_nextThread != noThread && m_currentThread == noThread)
         startThread(std::exchange(m_nextThread, noThread));
+    tellNews();
 }
 
 void Z7CommunicationInterface::cancelCommunication()
 {
     m_nextThread = noThread;
     m_transferStack.reset();
+    m_ledger.waitingDropped(NotRun::Cancelled);
     m_pollingEnabled = false;
     if (m_currentThread == noThread)
         emit allCommunicationTerminated();
     else
         stopThread(m_currentThread);
-}
-
-bool Z7CommunicationInterface::isPassCutShort() const
-{
-    return m_busLent || m_currentThread == TransferTelegramStack || m_nextThread != noThread;
+    tellNews();
 }
 
 void Z7CommunicationInterface::stopAndWait()
@@ -290,4 +307,5 @@ void Z7CommunicationInterface::stopAndWait()
     m_transferFront.stopAndWait();
     m_pollingFront.stopAndWait();
     m_currentThread = noThread;
+    m_ledger.clear();
 }

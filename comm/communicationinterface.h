@@ -1,6 +1,8 @@
 #pragma once
 
+#include "comm/busnews.h"
 #include "comm/commfronts.h"
+#include "comm/passledger.h"
 #include "comm/telegramstack.h"
 #include "model/device.h"
 
@@ -30,7 +32,9 @@ public:
     ~Z7CommunicationInterface() override;
 
     /// Runs a stack once. A second transfer during a transfer is never started. Null asks for nothing.
-    void transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack);
+    /// `request` names the transfer in passBegan, passEnded and transferNotRun: each transfer that is asked
+    /// for ends with one of the last two, unless the program ends before.
+    void transferTelegramStack(std::unique_ptr<Z7TelegramStack> stack, int request = 0);
     /// Sweeps the port of this record for drives.
     void scanDevice(const Z7Device &device);
     /// Installs the stack of the live update and turns polling on. Null changes nothing.
@@ -55,6 +59,9 @@ public:
     /// True from the begin of a pass until its last news has arrived.
     bool isPassUnderWay(Z7CommInterface::ThreadID threadID) const { return front(threadID).isPassUnderWay(); }
 
+    /// What the bus is used for; busStateChanged tells when that is another.
+    Z7CommInterface::BusState busState() const;
+
     /// For the end of the program: returns when no thread runs any more, after two time-outs and the gap, or
     /// the bound on a babbling line, at the most. Nothing is reported.
     void stopAndWait();
@@ -69,11 +76,24 @@ signals:
     /// follows.
     void allCommunicationTerminated();
 
+    // These come last, behind all that a request or the end of a pass does and tells otherwise.
+
+    /// A transfer or a pass of the live update has been handed to its thread; the request of the latter is 0.
+    void passBegan(Z7CommInterface::ThreadID threadID, int request);
+    /// The same has ended, however far it came. Comes after the record of the pass.
+    void passEnded(Z7CommInterface::ThreadID threadID, int request, Z7PassOutcome outcome);
+    /// A transfer that was asked for will not begin.
+    void transferNotRun(int request, Z7CommInterface::NotRun reason);
+    void busStateChanged(Z7CommInterface::BusState state);
+
 public slots:
     void threadDeviceUpdate(Z7CommInterface::ThreadID threadID, Z7Device device);
-    void threadTransactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device);
+    void threadTransactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device)
+    {
+        emit transactionStarted(threadID, maxProgress, device);
+    }
     void threadTransactionTerminated(Z7CommInterface::ThreadID threadID);
-    void threadTransactionProgress(Z7CommInterface::ThreadID threadID);
+    void threadTransactionProgress(Z7CommInterface::ThreadID threadID) { emit transactionProgress(threadID); }
     void startPollingThread();
     void startNextThreadID();
 
@@ -87,6 +107,11 @@ private:
     {
         return const_cast<Z7CommInterfaceFront &>(std::as_const(*this).front(threadID));
     }
+    void takeTransfer(std::unique_ptr<Z7TelegramStack> stack, int request);
+    /// What follows the end of a pass.
+    void followPass(Z7CommInterface::ThreadID threadID);
+    /// Tells what has not been told yet of passes, requests and the bus.
+    void tellNews();
     /// Starts the thread on a free bus; otherwise lets it follow the thread in charge, stopping all but a
     /// transfer.
     void startOrQueue(int threadID);
@@ -116,6 +141,8 @@ private:
     bool m_busLent = false;
     int m_nextThread = Z7CommInterface::noThread;
     int m_currentThread = Z7CommInterface::noThread;
+    PassLedger m_ledger;
+    Z7CommInterface::BusState m_toldState = Z7CommInterface::BusState::Idle;
 
     Z7CommInterfaceScanDevice m_scanFront;
     Z7CommInterfaceTransferTelegramStack m_transferFront;

@@ -4,6 +4,54 @@
 #include "model/parameterdefinitions.h"
 #include "protocol/telegramcatalogue.h"
 
+namespace {
+
+/// The outcome of a write, by the flags of its answer; uncertain where the answer is too short to hold them.
+Z7ParamOutcome writeOutcome(const Z7Telegram &telegram)
+{
+    Z7ParamOutcome outcome;
+    outcome.conflict = telegram.replyWord(6) != 0;
+    if (!telegram.hasReplyByte(8))
+        outcome.state = Z7ParamOutcome::Uncertain;
+    else if (telegram.replyByte(8) & (ParameterResult::AccessDenied | ParameterResult::Failed))
+        outcome.state = Z7ParamOutcome::Refused;
+    else
+        outcome.state = Z7ParamOutcome::Answered;
+    return outcome;
+}
+
+/// The same of a read, without its value.
+Z7ParamOutcome readOutcome(const Z7Telegram &telegram)
+{
+    Z7ParamOutcome outcome;
+    if (!telegram.hasReplyByte(5))
+        outcome.state = Z7ParamOutcome::Uncertain;
+    else if (telegram.replyByte(6) & (ParameterResult::AccessDenied | ParameterResult::Failed))
+        outcome.state = Z7ParamOutcome::Refused;
+    else
+        outcome.state = Z7ParamOutcome::Answered;
+    return outcome;
+}
+
+/// True for an error with which the drive itself tells that it has stored nothing. Any other may come from a
+/// reply that was damaged on its way.
+bool isRefusalToStore(int error)
+{
+    return error == TelegramError::InvalidPassword || error == TelegramError::NoParameterChange
+        || error == TelegramError::FlashWriteFailed || error == TelegramError::InconsistentParameters;
+}
+
+Z7PassOutcome::Store storeOutcome(const Z7Telegram &telegram, Z7ParamOutcome::State state)
+{
+    if (state == Z7ParamOutcome::Answered)
+        return Z7PassOutcome::Stored;
+    return state == Z7ParamOutcome::Unsent || isRefusalToStore(telegram.error())
+        ? Z7PassOutcome::NotStored
+        : Z7PassOutcome::StoreUncertain;
+}
+
+} // namespace
+
 Z7TelegramStack::Z7TelegramStack(const Z7Device &device)
     : m_device(device)
 {
@@ -51,6 +99,47 @@ void Z7TelegramStack::processReply(const QByteArray &reply)
     if (telegram->error() != TelegramError::None)
         setError(telegram->error());
     telegramFinished(telegram);
+}
+
+Z7PassOutcome Z7TelegramStack::outcome() const
+{
+    Z7PassOutcome outcome;
+    outcome.deviceId = m_device.deviceId();
+    outcome.address = m_device.address;
+    outcome.error = m_device.error;
+    outcome.isComplete = isEmpty() && !m_device.hasError();
+    for (auto done = m_doneTelegrams.crbegin(); done != m_doneTelegrams.crend(); ++done) {
+        const bool isAnswered = (*done)->error() == TelegramError::None;
+        addOutcome(outcome, **done, isAnswered ? Z7ParamOutcome::Answered : Z7ParamOutcome::Uncertain);
+    }
+    // One that was written, if only in part, and not answered still stands first.
+    bool isSent =
+        outcome.error == TelegramError::NoAnswer || outcome.error == TelegramError::WriteNotCompleted;
+    for (const auto &pending : m_pendingTelegrams) {
+        addOutcome(outcome, *pending, isSent ? Z7ParamOutcome::Uncertain : Z7ParamOutcome::Unsent);
+        isSent = false;
+    }
+    return outcome;
+}
+
+void Z7TelegramStack::addOutcome(
+    Z7PassOutcome &outcome, const Z7Telegram &telegram, Z7ParamOutcome::State state) const
+{
+    const int command = telegram.command();
+    if (command == TelegramCommand::Store)
+        outcome.store = storeOutcome(telegram, state);
+    if (command != TelegramCommand::ParameterRead && command != TelegramCommand::ParameterWrite)
+        return;
+    const bool isWrite = command == TelegramCommand::ParameterWrite;
+    Z7ParamOutcome param;
+    param.state = state;
+    if (state == Z7ParamOutcome::Answered)
+        param = isWrite ? writeOutcome(telegram) : readOutcome(telegram);
+    param.kind = isWrite ? Z7ParamOutcome::Write : Z7ParamOutcome::Read;
+    param.number = telegram.requestWord(2);
+    if (!isWrite && param.state == Z7ParamOutcome::Answered)
+        param.value = readValue(&telegram);
+    outcome.params.append(param);
 }
 
 void Z7TelegramStack::restart()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "comm/busnews.h"
 #include "model/device.h"
 #include "protocol/telegram.h"
 
@@ -37,6 +38,9 @@ public:
     /// Without a current telegram nothing happens.
     void processReply(const QByteArray &reply);
 
+    /// How far the pass came; between two passes, or on the thread that runs it.
+    Z7PassOutcome outcome() const;
+
     /// Brings the telegrams back into the order of the constructor and clears the record's error.
     void restart();
 
@@ -59,6 +63,8 @@ protected:
 private:
     template<typename Visitor>
     void visitTelegrams(int command, Visitor visit);
+    /// Adds what became of one telegram, in a state of Z7ParamOutcome.
+    void addOutcome(Z7PassOutcome &outcome, const Z7Telegram &telegram, Z7ParamOutcome::State state) const;
 
     std::deque<std::unique_ptr<Z7Telegram>> m_pendingTelegrams;
     std::deque<std::unique_ptr<Z7Telegram>> m_doneTelegrams; ///< newest first

@@ -65,6 +65,18 @@ Z7DeviceParamSet DataPages::parametersFor(const Z7DataWidget &page, const Z7Devi
                               : Z7DeviceParamSet(device.softwareVersion, page.paramIds());
 }
 
+int DataPages::pageOf(int parameter) const
+{
+    for (const int number : drivePages()) {
+        const Z7DataWidget *candidate = page(number);
+        // An address is changed at once, and never pending.
+        const bool showsChanges = candidate && !candidate->allParameters && number != PageNumber::RS485;
+        if (showsChanges && candidate->hasParam(parameter))
+            return number;
+    }
+    return PageNumber::ParameterTable;
+}
+
 void DataPages::tellThatCommunicationStopped() const
 {
     for (const auto &entry : m_pages)

@@ -34,6 +34,10 @@ public:
     /// What has to be read of a drive for a page: its parameters, or all that the drive has.
     static Z7DeviceParamSet parametersFor(const Z7DataWidget &page, const Z7Device &device);
 
+    /// The page on which a person changes a parameter: the first of the tree that is about it, and otherwise
+    /// the table.
+    int pageOf(int parameter) const;
+
     /// Tells every page, in the order of their numbers.
     void tellThatCommunicationStopped() const;
 

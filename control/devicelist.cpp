@@ -16,26 +16,46 @@ QString refusal(const Z7Device &device)
         + QStringLiteral("\n\n") + reason;
 }
 
+/// True if two records are of a drive at the same place of the same bus.
+bool isSamePlace(const Z7Device &a, const Z7Device &b)
+{
+    return a.address == b.address && a.portInfo.portName() == b.portInfo.portName();
+}
+
 } // namespace
 
 void DeviceList::clear()
 {
     m_devices.clear();
+    m_hidden.clear();
+    m_refused.clear();
     m_currentDevice = none;
 }
 
 QString DeviceList::add(const Z7Device &device)
 {
     Z7ParamDefinitions *definitions = Z7Services::instance()->definitions(device.softwareVersion);
-    if (!definitions->load())
+    if (!definitions->load()) {
+        m_refused.append(device);
         return refusal(device);
+    }
     Z7Device added = device;
     added.setParameterSet(definitions->emptyParameterSet());
     // The drive may have been away or exchanged: its first pass reads everything.
     added.parametersComplete = false;
     added.fullReadPending = false;
-    m_devices.insert(added.deviceId(), added);
+    list(added);
     return QString();
+}
+
+void DeviceList::list(const Z7Device &device)
+{
+    const int id = device.deviceId();
+    if (const Z7Device *former = find(id)) {
+        if (!isSamePlace(*former, device))
+            m_hidden.append(*former);
+    }
+    m_devices.insert(id, device);
 }
 
 DeviceList::Change DeviceList::take(const Z7Device &reported, bool wasCutShort)
@@ -69,7 +89,7 @@ void DeviceList::moveToNewAddress(const Z7Device &reported)
 {
     const int id = reported.deviceId();
     m_devices.remove(reported.previousDeviceId());
-    m_devices.insert(id, reported);
+    list(reported);
     // From now on the old address may be another drive's.
     m_devices[id].addressChanged = false;
     if (!hasCurrent())

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QMap>
 #include <QString>
+#include <QVector>
 
 /// The drives that the wizard has connected, by device id, which of them is selected, and how far the live
 /// update has read each: everything once after connecting, and from then on what is shown. A copied value,
@@ -33,6 +34,11 @@ public:
     Change take(const Z7Device &reported, bool wasCutShort);
 
     bool contains(int id) const { return m_devices.contains(id); }
+    /// Drives that were listed until another one with the same id took their place, since the list was
+    /// cleared.
+    const QVector<Z7Device> &hidden() const { return m_hidden; }
+    /// Drives that were refused since then.
+    const QVector<Z7Device> &refused() const { return m_refused; }
     /// The record of a drive; a default record if it is not listed.
     Z7Device value(int id) const { return m_devices.value(id); }
     /// The record in its place, valid until the next change; null if the drive is not listed.
@@ -64,7 +70,11 @@ public:
 private:
     Change replaceDevice(const Z7Device &reported, bool wasCutShort);
     void moveToNewAddress(const Z7Device &reported);
+    /// Lists a drive, and notes another one that has stood in its place.
+    void list(const Z7Device &device);
 
     QMap<int, Z7Device> m_devices;
+    QVector<Z7Device> m_hidden;
+    QVector<Z7Device> m_refused;
     int m_currentDevice = none;
 };

@@ -21,6 +21,9 @@ public:
         Waiting, ///< a transfer, a scan or another program has the bus
     };
 
+    /// The id of no drive.
+    static constexpr int none = -1;
+
     /// The time between two looks at the clock at the most: no timer runs while the computer sleeps, so that
     /// one set for later would come too late by that.
     static constexpr int longestStepMs = 1000;
@@ -28,7 +31,7 @@ public:
     /// How long a reading counts as new: two rounds of the live update, and 2 s at the least.
     static qint64 limitMs(int pollingIntervalMs, qint64 passMs);
 
-    /// -1 selects none.
+    /// `none` selects none.
     void select(int deviceId) { m_selected = deviceId; }
     void setBus(Z7CommInterface::BusState bus) { m_bus = bus; }
     /// A drive was read; `nowMs` is the time of the clock, `at` that of the calendar.
@@ -51,7 +54,7 @@ private:
         QDateTime at;
     };
 
-    int m_selected = -1;
+    int m_selected = none;
     Z7CommInterface::BusState m_bus = Z7CommInterface::BusState::Idle;
     QHash<int, Reading> m_readings; ///< by device id
 };

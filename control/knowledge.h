@@ -12,6 +12,7 @@
 #include <QVector>
 
 #include <functional>
+#include <tuple>
 
 class DataPages;
 class DeviceList;
@@ -60,6 +61,11 @@ public:
         bool isKnown = false; ///< everything has been asked for once; before that nothing is to be said
         int total = 0; ///< parameters of the selected drive
         QVector<int> numbers; ///< of those that have no value, ascending
+
+        bool operator==(const NeverRead &other) const
+        {
+            return isKnown == other.isKnown && total == other.total && numbers == other.numbers;
+        }
     };
     const NeverRead &neverRead() const { return m_neverRead; }
 
@@ -68,8 +74,8 @@ public:
     const PendingOverview &pending() const { return m_pending; }
     /// Made anew at each call, with the drive's present values.
     QVector<PendingChange> pendingChanges() const;
-    /// True from "Änderungen verwerfen" of the selected drive until its next change, if there was something to
-    /// discard. The controller's restoreChanges() brings it back.
+    /// True from "Änderungen verwerfen" of the selected drive until its next change, if there was something
+    /// to discard. The controller's restoreChanges() brings it back.
     bool canRestoreChanges() const;
 
     // --- list of drives ---
@@ -89,14 +95,14 @@ public:
     // --- what the controller tells ---
 
     /// An operation is about to be handed to the bus: the number to name it by.
-    int operationAsked(Operation operation, const Z7Device &drive, const Z7DeviceParamSet &params);
+    int operationAsked(DriveOperation operation, const Z7Device &drive, const Z7DeviceParamSet &params);
     void fileOpened(const Z7Device &drive, const Z7DeviceParamSet &file);
     void drivesConnected();
     /// Another page or drive is shown; null if no page is.
     void pageShown(const Z7DataWidget *page);
     void changesEdited();
-    /// A record was taken into the list.
-    void recordTaken();
+    /// A record was taken into the list, `hasMoved` if under another id than before.
+    void recordTaken(bool hasMoved);
 
 signals:
     void freshChanged();
@@ -106,6 +112,8 @@ signals:
     void notRunChanged();
     void neverReadChanged();
     void pendingChanged();
+    /// A record has come: pendingChanges() may tell other values of the drive.
+    void recordChanged();
     /// hiddenDrives(), refusedDrives() or areDefinitionsMissing().
     void drivesChanged();
 
@@ -117,6 +125,15 @@ private slots:
     void lookAtClock();
 
 private:
+    /// What freshChanged() was told of.
+    using ToldFresh = std::tuple<Freshness::State, int, qint64>;
+
+    void selectDrive();
+    void updateNeverRead();
+    void takeReading(const Z7PassOutcome &outcome);
+    void tellEnd(int deviceId);
+    void tellLastOperation(int deviceId);
+
     const DeviceList &m_drives;
     const PendingChanges &m_changes;
     const DataPages &m_pages;
@@ -124,7 +141,10 @@ private:
 
     std::function<qint64()> m_clock;
     QTimer m_look {this};
+    qint64 m_passBeganMs = 0;
+    bool m_isPassOutdated = false; ///< it began before the drives were connected
     Freshness m_freshness;
+    ToldFresh m_toldFresh {Freshness::State::NoDrive, Freshness::none, 0};
     OperationJournal m_journal;
     NeverRead m_neverRead;
     PendingOverview m_pending;

@@ -1,7 +1,6 @@
 #include "control/maincontroller.h"
 
 #include "comm/telegramstackcatalogue.h"
-#include "control/services/language.h"
 #include "pages/datawidget.h"
 #include "pages/messages.h"
 
@@ -55,6 +54,7 @@ void Z7MainController::setDevices(const QList<Z7Device> &list)
         m_mainContent->disableDataButtons();
     }
     emit NoDeviceSelected();
+    m_knowledge.drivesConnected();
 }
 
 bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget, QLayout *layout)
@@ -76,6 +76,7 @@ bool Z7MainController::showPage(int number, int deviceId, QWidget *contentWidget
         m_mainContent->setConflictLine(QString());
     shown->show();
     updatePolling();
+    m_knowledge.pageShown(shown);
     return true;
 }
 
@@ -118,6 +119,7 @@ void Z7MainController::PostDeviceUpdate(ThreadID threadID, Z7Device device)
     m_callbacks.deviceUpdate(
         threadID, device, [&] { return !hasMoved && m_devices.isAnother(device.deviceId()); });
     rebuildTree();
+    m_knowledge.recordTaken(hasMoved);
 }
 
 void Z7MainController::updatePolling()
@@ -132,126 +134,20 @@ void Z7MainController::updatePolling()
     m_devices.pollingStarted();
 }
 
-// --- operations on the bus ---
-
-void Z7MainController::scanDevice(const Z7Device &device, IDeviceDataCallback *callback)
-{
-    m_callbacks.add(ScanDevice, {callback});
-    m_commInterface.scanDevice(device);
-}
-
-void Z7MainController::readDeviceStatus(const Z7Device &device, IDeviceDataCallback *callback)
-{
-    transfer(std::make_unique<Z7DeviceStatusTelegramStack>(device), {m_deviceControl, callback});
-}
-
-void Z7MainController::transfer(
-    std::unique_ptr<Z7TelegramStack> stack, const QList<TransactionListener> &listeners)
-{
-    m_callbacks.add(TransferTelegramStack, listeners);
-    m_commInterface.transferTelegramStack(std::move(stack));
-}
-
-void Z7MainController::cancelCommunication()
-{
-    // The record of a cancelled pass must not bring polling back. Showing a page begins the full read anew.
-    m_devices.cancelFullReads();
-    m_commInterface.cancelCommunication();
-    // No record may come that would make the tree take clicks again.
-    rebuildTree();
-}
-
-void Z7MainController::DownloadData()
-{
-    if (isPageOfDriveShown())
-        transfer<Z7UpdateParameterSetTelegramStack>(
-            barAndPage(), DataPages::parametersFor(*currentPage(), currentDeviceRecord()));
-}
-
-bool Z7MainController::confirmConflicts() const
-{
-    const QString conflicts = calcConflicts();
-    return conflicts.isEmpty()
-        || Messages::isConfirmed(nullptr, QMessageBox::Warning,
-            commonText("ConflictingParameterMessage", "Die Parameterwerte enthalten einen Konflikt:\n\n")
-                + conflicts,
-            commonText("WriteAnyway", "Trotzdem schreiben?"));
-}
-
-template<typename Stack>
-void Z7MainController::writeUserParams(AfterWriting afterWriting)
-{
-    if (!isPageOfDriveShown() || !m_userParams.contains(m_devices.currentId()))
-        return;
-    m_mainContent->disableDataButtons();
-    if (confirmConflicts()) {
-        transfer<Stack>(barAndPage(), m_userParams.value(m_devices.currentId()));
-        if (afterWriting == AfterWriting::RefreshWindow)
-            refreshWindow();
-    }
-    m_mainContent->enableDataButtons();
-}
-
-void Z7MainController::UploadData()
-{
-    writeUserParams<Z7TelegramstackWriteParameterSet>(AfterWriting::LeaveWindow);
-}
-
-void Z7MainController::WriteAndStoreData()
-{
-    writeUserParams<Z7TelegramstackWriteAndStoreParameterSet>(AfterWriting::RefreshWindow);
-}
-
-void Z7MainController::StoreData()
-{
-    if (!isPageOfDriveShown())
-        return;
-    transfer<Z7TelegramstackStoreParameter>(barAndPage());
-    refreshWindow();
-}
-
-void Z7MainController::SetFactorySettingsData()
-{
-    if (hasCurrentDevice())
-        transfer<Z7TelegramstackFactoryReset>({m_deviceControl});
-}
-
-void Z7MainController::SetNewPasswordData(int newPassword)
-{
-    if (hasCurrentDevice())
-        transfer<Z7TelegramstackPasswordReset>({m_deviceControl}, newPassword);
-}
-
-void Z7MainController::sendBootloaderInitCommand()
-{
-    if (!isPageOfDriveShown())
-        return;
-    // The page waits for the outcome and cannot go on without it, but its place among the listeners may be
-    // taken away: when another page is shown, and at once if the traffic that ended for this was a transfer.
-    auto *asking = qobject_cast<Z7DataWidget *>(sender());
-    const TransactionListener waiting(asking ? asking : currentPage());
-    m_callbacks.awaitTransfer(waiting);
-    transfer<Z7TelegramstackBootloaderInit>({waiting});
-}
-
-void Z7MainController::sendChangeAdress(int NewAdress)
-{
-    if (isPageOfDriveShown())
-        transfer<Z7TelegramstackChangeAdress>(barAndPage(), NewAdress);
-}
-
 // --- the user's changes ---
 
 void Z7MainController::postUserModifiedParameter(Z7DeviceParam param)
 {
     m_userParams.insert(m_devices.currentId(), currentDeviceRecord().softwareVersion, param);
     refreshWindow();
+    m_knowledge.changesEdited();
 }
 
 void Z7MainController::postUserDeletedParameter(Z7DeviceParam param)
 {
     m_userParams.withdraw(m_devices.currentId(), param);
     refreshWindow();
+    m_knowledge.changesEdited();
 }
 
 void Z7MainController::setUserParams(int deviceId, const Z7DeviceParamSet &set)
@@ -264,6 +160,9 @@ void Z7MainController::setUserParams(int deviceId, const Z7DeviceParamSet &set)
     showConflicts();
     rebuildTree();
     showOwnUserParams(deviceId);
+    m_knowledge.changesEdited();
+    if (const Z7Device *device = findDevice(deviceId))
+        m_knowledge.fileOpened(*device, set);
 }
 
 void Z7MainController::resetChanges(int deviceId)
@@ -273,6 +172,18 @@ void Z7MainController::resetChanges(int deviceId)
     if (Z7DataWidget *shown = currentPage())
         shown->clearUserValues();
     showOwnUserParams(deviceId);
+    m_knowledge.changesEdited();
+}
+
+void Z7MainController::restoreChanges(int deviceId)
+{
+    if (!m_userParams.restore(deviceId))
+        return;
+    Z7DataWidget *shown = currentPage();
+    if (shown && deviceId == m_devices.currentId())
+        shown->showUserValues(m_userParams.value(deviceId));
+    refreshWindow();
+    m_knowledge.changesEdited();
 }
 
 void Z7MainController::showOwnUserParams(int changedDeviceId)
@@ -287,6 +198,7 @@ void Z7MainController::setDefaults(int deviceId)
     if (const Z7Device *device = findDevice(deviceId))
         m_userParams.insertFactoryValues(deviceId, *device);
     rebuildTree();
+    m_knowledge.changesEdited();
 }
 
 QString Z7MainController::calcConflicts() const

@@ -133,18 +133,18 @@ private:
 
     /// Those who hear of most that happens to the selected drive.
     QList<TransactionListener> barAndPage() const { return {m_deviceControl, currentPage()}; }
-    void transfer(std::unique_ptr<Z7TelegramStack> stack, const QList<TransactionListener> &listeners);
-    /// The same with a stack that is built on a copy of the selected drive's record.
+    /// Hands a stack to the bus; `request` is the number of the operation, 0 of none.
+    void handOver(
+        std::unique_ptr<Z7TelegramStack> stack, const QList<TransactionListener> &listeners, int request = 0);
+    /// An operation with a stack that is built on a copy of the selected drive's record.
     template<typename Stack, typename... Arguments>
-    void transfer(const QList<TransactionListener> &listeners, const Arguments &...arguments)
-    {
-        transfer(std::make_unique<Stack>(currentDeviceRecord(), arguments...), listeners);
-    }
+    void transfer(
+        DriveOperation operation, const QList<TransactionListener> &listeners, const Arguments &...arguments);
 
     enum class AfterWriting { LeaveWindow, RefreshWindow };
     /// Writes the user's changes of the selected drive, if there are any and the user stands by them.
     template<typename Stack>
-    void writeUserParams(AfterWriting afterWriting);
+    void writeUserParams(DriveOperation operation, AfterWriting afterWriting);
     bool confirmConflicts() const;
     /// What was done to another drive's changes has gone through the fields of the shown page.
     void showOwnUserParams(int changedDeviceId);

@@ -11,7 +11,7 @@
 /// An operation that a person asked for and that has not begun.
 struct NotRunOperation
 {
-    Operation operation = Operation::None;
+    DriveOperation operation = DriveOperation::None;
     int deviceId = -1;
     QString driveName; ///< "Z7.3"
     QDateTime at;
@@ -26,8 +26,9 @@ class OperationJournal
 {
 public:
     /// Notes an operation that is about to be asked for, with the values that it is to read or write, and
-    /// gives it the number under which its news come; 0 for Operation::None, which is not noted.
-    int ask(Operation operation, const Z7Device &drive, const Z7DeviceParamSet &params = Z7DeviceParamSet());
+    /// gives it the number under which its news come; 0 for DriveOperation::None, which is not noted.
+    int ask(
+        DriveOperation operation, const Z7Device &drive, const Z7DeviceParamSet &params = Z7DeviceParamSet());
 
     /// It has begun: what did not run of the same kind on the same drive is done now. True if there was such.
     bool began(int request);
@@ -55,7 +56,7 @@ public:
 private:
     struct Asked
     {
-        Operation operation;
+        DriveOperation operation;
         int deviceId;
         QString driveName;
         Z7DeviceParamSet params;
@@ -66,8 +67,10 @@ private:
         QMap<int, int> awaited; ///< written values that were not read back as they are, by number
     };
 
-    bool removeNotRun(Operation operation, int deviceId);
-    void driveMoved(int from, int to, const QString &name);
+    static bool takeReading(Last &last, int number, int value);
+    bool removeNotRun(DriveOperation operation, int deviceId);
+    /// A drive is listed under another id from now on.
+    void moveDrive(int from, int to, const QString &name);
 
     int m_lastRequest = 0;
     QHash<int, Asked> m_asked; ///< by request; those whose end has not come

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "comm/busnews.h"
-#include "control/operation.h"
+#include "control/driveoperation.h"
 #include "model/device.h"
 
 #include <QDateTime>
@@ -22,32 +22,36 @@ struct FileComparison
 /// exactly one of `done`, `refused`, `uncertain` and `unsent`. A copied value.
 struct OperationReport
 {
-    Operation operation = Operation::None;
+    DriveOperation operation = DriveOperation::None;
     int deviceId = -1; ///< of the drive as it is listed afterwards
     QString driveName; ///< "Z7.3", as deviceId
     QDateTime endedAt;
 
     int error = 0; ///< error number with which the pass ended
     bool isComplete = false; ///< everything was sent and answered, without an error; always so of a file
-    QVector<int> done; ///< answered and not refused: written, or read by Operation::Read
+    QVector<int> done; ///< answered and not refused: written, or read by DriveOperation::Read
     QVector<int> refused;
-    QVector<int> conflicts; ///< of the written and refused ones: the drive told of a conflict, perhaps passing
+    QVector<int>
+        conflicts; ///< of the written and refused ones: the drive told of a conflict, perhaps passing
     QVector<int> uncertain; ///< sent without a valid answer: the drive may hold the one or the other value
     QVector<int> unsent; ///< the pass ended before: not written for certain
     Z7PassOutcome::Store store = Z7PassOutcome::NotAsked;
 
-    /// Of the written ones, those that a valid reading after the end has brought back: with the value that was
-    /// asked for, or with another one so far.
+    /// Of the written ones, those that a valid reading after the end has brought back: with the value that
+    /// was asked for, or with another one so far.
     QVector<int> readBackEqual;
     QVector<int> readBackDifferent;
 
-    FileComparison file; ///< of Operation::OpenFile alone
+    FileComparison file; ///< of DriveOperation::OpenFile alone
 
     /// How many values the operation was about.
     int asked() const { return done.size() + refused.size() + uncertain.size() + unsent.size(); }
 };
 
+Q_DECLARE_METATYPE(OperationReport)
+
 /// The report of an operation whose pass has come to its end. `asked` holds what a read was to read.
-OperationReport reportOf(Operation operation, const Z7DeviceParamSet &asked, const Z7PassOutcome &outcome);
+OperationReport reportOf(
+    DriveOperation operation, const Z7DeviceParamSet &asked, const Z7PassOutcome &outcome);
 /// The report of a file whose values have become changes of a drive.
 OperationReport reportOfFile(const Z7Device &drive, const Z7DeviceParamSet &file);

@@ -20,6 +20,27 @@ void PendingChanges::insert(int deviceId, const QString &softwareVersion, const 
     if (changes == m_sets.end())
         changes = m_sets.insert(deviceId, Z7DeviceParamSet(softwareVersion));
     changes->insert(change);
+    m_discarded.remove(deviceId);
+}
+
+void PendingChanges::replace(int deviceId, const Z7DeviceParamSet &changes)
+{
+    m_sets.insert(deviceId, changes);
+    m_discarded.remove(deviceId);
+}
+
+void PendingChanges::discard(int deviceId)
+{
+    if (contains(deviceId))
+        m_discarded.insert(deviceId, m_sets.take(deviceId));
+}
+
+bool PendingChanges::restore(int deviceId)
+{
+    if (!hasDiscarded(deviceId))
+        return false;
+    m_sets.insert(deviceId, m_discarded.take(deviceId));
+    return true;
 }
 
 void PendingChanges::withdraw(int deviceId, const Z7DeviceParam &change)

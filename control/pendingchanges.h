@@ -25,8 +25,13 @@ public:
     /// Takes the change of that parameter back.
     void withdraw(int deviceId, const Z7DeviceParam &change);
     /// Makes these the changes of a drive, at least one, and no others.
-    void replace(int deviceId, const Z7DeviceParamSet &changes) { m_sets.insert(deviceId, changes); }
-    void discard(int deviceId) { m_sets.remove(deviceId); }
+    void replace(int deviceId, const Z7DeviceParamSet &changes);
+    /// Takes all changes of a drive back, and keeps them in mind until its next change.
+    void discard(int deviceId);
+    /// True if restore() would bring something back.
+    bool hasDiscarded(int deviceId) const { return m_discarded.contains(deviceId); }
+    /// Brings back what was discarded last. False if there is nothing.
+    bool restore(int deviceId);
     /// Makes the factory value of each parameter of the drive a change, unless it is read-only.
     void insertFactoryValues(int deviceId, const Z7Device &device);
 
@@ -39,4 +44,5 @@ public:
 
 private:
     QMap<int, Z7DeviceParamSet> m_sets; ///< by device id; none is empty
+    QMap<int, Z7DeviceParamSet> m_discarded; ///< likewise; of drives that have no changes
 };

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+class Z7ParamDefinitions;
+
 /// A drive's pending changes in numbers.
 struct PendingOverview
 {
@@ -35,9 +37,12 @@ struct PendingChange
     int page = -1; ///< number of the page that shows it
 };
 
+/// True for a change beyond the limits of a writable parameter that the version has.
+bool isOutOfLimits(const Z7ParamDefinitions &definitions, const Z7DeviceParam &change);
+
 /// `isShown` tells whether the shown page is about a parameter.
-PendingOverview pendingOverview(const Z7Device &drive, const Z7DeviceParamSet &changes,
-    const std::function<bool(int number)> &isShown);
+PendingOverview pendingOverview(
+    const Z7Device &drive, const Z7DeviceParamSet &changes, const std::function<bool(int number)> &isShown);
 
 /// In ascending order of number. `pageOf` tells the page of a parameter.
 QVector<PendingChange> pendingChanges(

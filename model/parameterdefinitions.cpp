@@ -107,6 +107,11 @@ std::vector<Z7ParamDefinition> readRows(QIODevice &file)
     return rows;
 }
 
+QString fileNameOf(const QString &version)
+{
+    return QStringLiteral("Z7ParamDef_") + version + QStringLiteral(".csv");
+}
+
 } // namespace
 
 /// Never changed once it is in force.
@@ -138,13 +143,18 @@ bool operator==(const Z7ParamDefinition &a, const Z7ParamDefinition &b)
 
 Z7ParamDefinitions::Z7ParamDefinitions(const QString &version, const QString &folder)
     : m_softwareVersion(version)
-    , m_fileName(QDir(folder).filePath(QStringLiteral("Z7ParamDef_") + version + QStringLiteral(".csv")))
+    , m_fileName(QDir(folder).filePath(fileNameOf(version)))
 {
     m_tables.push_back(std::make_unique<const Table>(version));
     m_table = m_tables.back().get();
 }
 
 Z7ParamDefinitions::~Z7ParamDefinitions() = default;
+
+bool Z7ParamDefinitions::isAnyFileIn(const QString &folder)
+{
+    return !QDir(folder).entryList({fileNameOf(QStringLiteral("*"))}, QDir::Files).isEmpty();
+}
 
 bool Z7ParamDefinitions::load()
 {

@@ -53,6 +53,9 @@ public:
     /// often it is read.
     bool load();
 
+    /// True if the folder, the current one if its name is empty, has such a file of whatever version.
+    static bool isAnyFileIn(const QString &folder);
+
     /// Takes one line, ';' between its columns. A line without a number in column 0, or whose column 9 is not
     /// exactly "0", leaves nothing behind. Of two lines with one number the later one counts. Each line makes
     /// a table of its own; load() takes all lines of a file together.

@@ -33,6 +33,10 @@ bool takePermissions(QFile &file, const QString &like);
 /// Renames a closed file to a name that another one may have, which is gone then. False if neither happened.
 bool renameOver(const QString &from, const QString &to);
 
+/// Time in ms of a clock that is never set and that runs on while the computer sleeps, where the system has
+/// one; the portable one may stand still in that time.
+qint64 millisecondsWithSleep();
+
 /// The folders, as in PATH, that are searched for programs where PATH is not set.
 QByteArray defaultSearchPath();
 

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <chrono>
 #include <filesystem>
 #include <system_error>
 
@@ -33,6 +34,13 @@ bool Platform::renameOver(const QString &from, const QString &to)
     std::error_code error;
     std::filesystem::rename(from.toStdU16String(), to.toStdU16String(), error);
     return !error;
+}
+
+qint64 Platform::millisecondsWithSleep()
+{
+    using std::chrono::steady_clock;
+    return std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch())
+        .count();
 }
 
 QByteArray Platform::defaultSearchPath()

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 
 bool Platform::sync(QFile &file)
@@ -52,6 +53,20 @@ bool Platform::takePermissions(QFile &file, const QString &like)
 bool Platform::renameOver(const QString &from, const QString &to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+qint64 Platform::millisecondsWithSleep()
+{
+#ifdef CLOCK_BOOTTIME
+    constexpr clockid_t clock = CLOCK_BOOTTIME;
+#else
+    constexpr clockid_t clock = CLOCK_MONOTONIC;
+#endif
+    struct timespec time
+    {
+    };
+    clock_gettime(clock, &time);
+    return static_cast<qint64>(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
 }
 
 QByteArray Platform::defaultSearchPath()

@@ -1,7 +1,7 @@
 #pragma once
 
 /// What a person asks the program to do with a drive.
-enum class Operation {
+enum class DriveOperation {
     None, ///< what the program asks for by itself, and the wizard
     Read,
     Write,
