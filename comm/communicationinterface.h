@@ -141,7 +141,7 @@ private:
     bool m_busLent = false;
     int m_nextThread = Z7CommInterface::noThread;
     int m_currentThread = Z7CommInterface::noThread;
-    PassLedger m_ledger;
+    Z7PassLedger m_ledger;
     Z7CommInterface::BusState m_toldState = Z7CommInterface::BusState::Idle;
 
     Z7CommInterfaceScanDevice m_scanFront;

@@ -29,9 +29,9 @@ BusState Z7CommunicationInterface::busState() const
 void Z7CommunicationInterface::tellNews()
 {
     while (const auto news = m_ledger.takeNews()) {
-        if (news->kind == PassLedger::News::Began)
+        if (news->kind == Z7PassLedger::News::Began)
             emit passBegan(news->threadID, news->request);
-        else if (news->kind == PassLedger::News::Ended)
+        else if (news->kind == Z7PassLedger::News::Ended)
             emit passEnded(news->threadID, news->request, news->outcome);
         else
             emit transferNotRun(news->request, news->reason);

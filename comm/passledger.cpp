@@ -4,24 +4,24 @@
 
 using namespace Z7CommInterface;
 
-void PassLedger::transferWaits(int request)
+void Z7PassLedger::transferWaits(int request)
 {
     waitingDropped(NotRun::Replaced);
     m_waiting = request;
 }
 
-void PassLedger::transferDropped(int request, NotRun reason)
+void Z7PassLedger::transferDropped(int request, NotRun reason)
 {
     m_news.push_back({News::NotRun, TransferTelegramStack, request, reason});
 }
 
-void PassLedger::waitingDropped(NotRun reason)
+void Z7PassLedger::waitingDropped(NotRun reason)
 {
     if (const auto request = std::exchange(m_waiting, std::nullopt))
         transferDropped(*request, reason);
 }
 
-void PassLedger::passBegan(ThreadID threadID)
+void Z7PassLedger::passBegan(ThreadID threadID)
 {
     const bool isTransfer = threadID == TransferTelegramStack;
     const int request = isTransfer ? std::exchange(m_waiting, std::nullopt).value_or(0) : 0;
@@ -29,13 +29,16 @@ void PassLedger::passBegan(ThreadID threadID)
     m_news.push_back({News::Began, threadID, request});
 }
 
-void PassLedger::passEnded(ThreadID threadID, const Z7PassOutcome &outcome)
+void Z7PassLedger::passEnded(ThreadID threadID, const Z7PassOutcome &outcome)
 {
-    if (const auto request = std::exchange(m_running[threadID], std::nullopt))
-        m_news.push_back({News::Ended, threadID, *request, {}, outcome});
+    const auto running = m_running.find(threadID);
+    if (running == m_running.end())
+        return;
+    m_news.push_back({News::Ended, threadID, running->second, {}, outcome});
+    m_running.erase(running);
 }
 
-std::optional<PassLedger::News> PassLedger::takeNews()
+std::optional<Z7PassLedger::News> Z7PassLedger::takeNews()
 {
     if (m_news.empty())
         return std::nullopt;
@@ -44,7 +47,7 @@ std::optional<PassLedger::News> PassLedger::takeNews()
     return news;
 }
 
-void PassLedger::clear()
+void Z7PassLedger::clear()
 {
-    *this = PassLedger();
+    *this = Z7PassLedger();
 }

@@ -4,11 +4,12 @@
 #include "comm/commfronts.h"
 
 #include <deque>
+#include <map>
 #include <optional>
 
 /// Which transfer waits and which passes run, and what is to be told of them. The scheduler notes each change
 /// as it happens, and tells the news, oldest first, when it has done and told all else. Main thread only.
-class PassLedger
+class Z7PassLedger
 {
 public:
     struct News
@@ -41,6 +42,6 @@ public:
 
 private:
     std::optional<int> m_waiting; ///< request of the transfer
-    std::optional<int> m_running[Z7CommInterface::DevicePolling + 1]; ///< request of each thread's pass
+    std::map<Z7CommInterface::ThreadID, int> m_running; ///< request of each pass that has begun
     std::deque<News> m_news;
 };
