@@ -16,6 +16,8 @@ public:
     /// Opens the port and returns 0, or error number 3 (not opened) or 4 (a setting refused).
     int open(const QString &portName);
     void close() { m_port.close(); }
+    /// After a failed open(): what Qt made of the system's refusal.
+    QSerialPort::SerialPortError refusal() const { return m_port.error(); }
 
     /// Writes the request. False if that is not done within `timeoutMs`.
     bool send(const QByteArray &request, int timeoutMs);

@@ -30,6 +30,7 @@ void Z7CommInterfaceFront::attachTo(CommThread &worker)
     connect(m_worker, SIGNAL(passEnded(Z7PassOutcome)), SLOT(postOutcome(Z7PassOutcome)));
     connect(m_worker, SIGNAL(transactionStarted(int, Z7Device)), SLOT(postTransactionStarted(int, Z7Device)));
     connect(m_worker, SIGNAL(transactionProgress()), SLOT(postTransactionProgress()));
+    connect(m_worker, SIGNAL(portRefused(QString, int)), SIGNAL(portRefused(QString, int)));
     connect(m_worker, SIGNAL(finished()), SLOT(postTransactionTerminated()));
 }
 

@@ -58,6 +58,8 @@ signals:
     void transactionStarted(Z7CommInterface::ThreadID threadID, int maxProgress, Z7Device device);
     void transactionProgress(Z7CommInterface::ThreadID threadID);
     void transactionTerminated(Z7CommInterface::ThreadID threadID);
+    /// As of CommThread.
+    void portRefused(QString portName, int reason);
 
 public slots:
     void ThreadResponse(Z7Device device);

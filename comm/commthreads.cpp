@@ -15,12 +15,20 @@ void CommThread::endPass()
     wait();
 }
 
+int CommThread::openPort(Z7BusPort &port, const QString &portName)
+{
+    const int error = port.open(portName);
+    if (error != TelegramError::None)
+        emit portRefused(portName, port.refusal());
+    return error;
+}
+
 void CommThreadTelegramStack::runStack(Z7TelegramStack &stack, int timeoutMs, ClosePort closePort)
 {
     Z7BusPort port;
     emit transactionStarted(stack.pendingCount(), stack.device());
     const QString portName = stack.device().portInfo.portName();
-    const int error = portName.isEmpty() ? TelegramError::None : port.open(portName);
+    const int error = portName.isEmpty() ? TelegramError::None : openPort(port, portName);
     if (error == TelegramError::None)
         Z7Exchange(port, timeoutMs, cancelled(), *this).walk(stack);
     else
@@ -72,7 +80,7 @@ void CommThreadScanDevice::run()
 
     Z7BusPort port;
     emit transactionStarted(highestBusAddress, device);
-    const int error = port.open(device.portInfo.portName());
+    const int error = openPort(port, device.portInfo.portName());
     if (error == TelegramError::None) {
         sweep(port, device, timeoutMs);
         return;

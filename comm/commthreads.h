@@ -29,6 +29,8 @@ public:
 signals:
     /// Once, at the start of a pass, before the port is opened.
     void transactionStarted(int maxProgress, Z7Device device);
+    /// Before the record of a port that fails: its name, and QSerialPort::SerialPortError of the refusal.
+    void portRefused(QString portName, int reason);
     /// Transfer and polling: for each telegram that got a first reply byte. Scan: for each address.
     void transactionProgress();
     /// Transfer and polling: once, at the end. Scan: for each address. On a port that fails: once.
@@ -60,6 +62,8 @@ protected:
     }
     /// For the destructors of the classes whose members a pass uses: ends the pass and waits for it.
     void endPass();
+    /// Opens a port on the worker thread: 0, or the error number of a port that fails, which is told.
+    int openPort(Z7BusPort &port, const QString &portName);
     const std::atomic<bool> &cancelled() const { return m_cancelled; }
 
 private:

@@ -52,6 +52,7 @@ void Z7CommunicationInterface::connectFront(const Z7CommInterfaceFront &front)
         SLOT(threadTransactionProgress(Z7CommInterface::ThreadID)));
     connect(&front, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)),
         SLOT(threadTransactionTerminated(Z7CommInterface::ThreadID)));
+    connect(&front, SIGNAL(portRefused(QString, int)), SIGNAL(portRefused(QString, int)));
 }
 
 const Z7CommInterfaceFront &Z7CommunicationInterface::front(int threadID) const

@@ -75,6 +75,8 @@ signals:
     /// The thread in charge has ended, perhaps with a successor waiting; comes a second time if nothing
     /// follows.
     void allCommunicationTerminated();
+    /// Before the record of a port that fails, as of CommThread.
+    void portRefused(QString portName, int reason);
 
     // These come last, behind all that a request or the end of a pass does and tells otherwise.
 

@@ -37,6 +37,41 @@ bool renameOver(const QString &from, const QString &to);
 /// one; the portable one may stand still in that time.
 qint64 millisecondsWithSleep();
 
+/// How a file that stands for a device is to this program.
+enum class DeviceAccess {
+    Granted, ///< it may read and write
+    Denied,
+    Missing, ///< there is no such file
+    Unknown, ///< the system has no such files, or does not tell
+};
+/// The portable one knows nothing.
+DeviceAccess deviceAccess(const QString &file);
+
+/// The name of the group whose members may read and write the device, or its number where it has no name.
+/// Empty if membership in a group opens nothing, or if that is not known.
+QString deviceGroup(const QString &file);
+
+/// A running program.
+struct Program
+{
+    bool isKnown() const { return id > 0; }
+
+    qint64 id = 0; ///< of the process
+    QString name; ///< short, with ? for each odd letter; empty if not known
+};
+
+/// The lock file that keeps other programs from opening a serial port.
+struct PortLock
+{
+    QString file; ///< empty if there is none
+    Program holder; ///< of the file; none if the file names no other program that runs
+};
+/// The portable one finds none.
+PortLock portLock(const QString &portName);
+/// Another program that has the device open, as far as this one may look into others. It looks at no more
+/// than some 20,000 open files, none of which is touched. The portable one knows none.
+Program deviceHolder(const QString &file);
+
 /// The folders, as in PATH, that are searched for programs where PATH is not set.
 QByteArray defaultSearchPath();
 

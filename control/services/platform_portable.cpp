@@ -43,6 +43,26 @@ qint64 Platform::millisecondsWithSleep()
         .count();
 }
 
+Platform::DeviceAccess Platform::deviceAccess(const QString &)
+{
+    return DeviceAccess::Unknown;
+}
+
+QString Platform::deviceGroup(const QString &)
+{
+    return QString();
+}
+
+Platform::PortLock Platform::portLock(const QString &)
+{
+    return PortLock();
+}
+
+Platform::Program Platform::deviceHolder(const QString &)
+{
+    return Program();
+}
+
 QByteArray Platform::defaultSearchPath()
 {
     return QByteArray();

@@ -3,6 +3,7 @@
 #include "tests/comm/schedulerbench.h"
 
 #include <QElapsedTimer>
+#include <QSerialPort>
 #include <QtTest>
 
 #include <ctime>
@@ -32,6 +33,7 @@ private slots:
     void pulledAdapterIsNoBusyLoop();
     void pollingGoesOnWhenAdapterIsPutBack();
     void transferFailsWhileAdapterIsPulledAndWorksAfterwards();
+    void refusalIsToldBeforeItsRecord();
 
 private:
     std::unique_ptr<SchedulerBench> bench;
@@ -101,6 +103,22 @@ void TestPulledAdapter::transferFailsWhileAdapterIsPulledAndWorksAfterwards()
     bench->bus.plugAdapterIn();
     bench->transfer<Probe>(drive3);
     QTRY_VERIFY(bench->has("transfer record 0"));
+}
+
+void TestPulledAdapter::refusalIsToldBeforeItsRecord()
+{
+    const Z7Device drive3 = DriveBus::drive3();
+    QStringList events;
+    connect(bench->scheduler.get(), &Z7CommunicationInterface::portRefused, this,
+        [&](const QString &port, int reason) {
+            events = bench->news.milestones();
+            events.append(QStringLiteral("%1 refused %2").arg(port).arg(reason));
+        });
+    bench->bus.pullAdapter();
+    bench->transfer<Probe>(drive3);
+    QTRY_VERIFY(bench->has("transfer record 3"));
+    const QString refused = QStringLiteral("ttyUSB0 refused %1").arg(int(QSerialPort::DeviceNotFoundError));
+    QCOMPARE(events, QStringList({"transfer started 1", refused}));
 }
 
 QTEST_GUILESS_MAIN(TestPulledAdapter)

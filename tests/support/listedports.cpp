@@ -68,9 +68,11 @@ ListedPorts::~ListedPorts()
 void ListedPorts::plugUsb(const QString &name, const QString &pseudoTerminal, const UsbAdapter &adapter)
 {
     const QString folder = deviceFolder(adapterOf(name));
-    const QByteArray properties = "ID_VENDOR_ID=" + hex(adapter.vendorId) + "\nID_MODEL_ID="
+    QByteArray properties = "ID_VENDOR_ID=" + hex(adapter.vendorId) + "\nID_MODEL_ID="
         + hex(adapter.productId) + "\nID_MODEL=" + adapter.product.toUtf8().replace(' ', '_')
         + "\nID_VENDOR=" + adapter.manufacturer.toUtf8().replace(' ', '_') + '\n';
+    if (!adapter.serialNumber.isEmpty())
+        properties += "ID_SERIAL_SHORT=" + adapter.serialNumber.toUtf8() + '\n';
     write(folder + QStringLiteral("/uevent"), "DEVTYPE=usb_device\n" + properties);
     write(folder + QStringLiteral("/idVendor"), hex(adapter.vendorId));
     write(folder + QStringLiteral("/idProduct"), hex(adapter.productId));
@@ -101,6 +103,11 @@ void ListedPorts::relink(const QString &name, const QString &pseudoTerminal)
     QFile::remove(path(deviceFile(name)));
     if (!pseudoTerminal.isEmpty())
         link(deviceFile(name), pseudoTerminal);
+}
+
+QString ListedPorts::lockFile(const QString &name) const
+{
+    return path(QStringLiteral("/locks/LCK..") + name);
 }
 
 void ListedPorts::pull(const QString &name)

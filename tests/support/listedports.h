@@ -21,6 +21,7 @@ public:
         quint16 productId;
         QString product;
         QString manufacturer;
+        QString serialNumber = QString(); ///< many have none
     };
     static UsbAdapter ftdiAdapter(); ///< vendor 0x0403 (1027), which the program prefers
     static UsbAdapter otherAdapter(); ///< vendor 0x067b (1659)
@@ -39,6 +40,8 @@ public:
     /// Leads an existing port to another pseudo terminal, or with an empty path to none: then it is listed
     /// but no longer opens.
     void relink(const QString &name, const QString &pseudoTerminal);
+    /// Path of the lock file that stands for the opened port, whether there is one or not.
+    QString lockFile(const QString &name) const;
     /// Pulls the adapter: the port is neither listed nor opened any more. A port that is open stays so until
     /// its pseudo terminal ends.
     void pull(const QString &name);

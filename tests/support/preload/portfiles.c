@@ -15,10 +15,13 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 typedef int (*Open)(const char *, int, ...);
 typedef int (*Access)(const char *, int);
+typedef int (*AccessAt)(int, const char *, int, int);
+typedef int (*Stat)(const char *, struct stat *);
 typedef int (*Unlink)(const char *);
 
 static const char device_folder[] = "/dev";
@@ -44,22 +47,41 @@ static const char *own_path(const char *path, char own[PATH_MAX])
     return own;
 }
 
-int open64(const char *path, int flags, ...)
-{
-    const Open real = (Open)dlsym(RTLD_NEXT, "open64");
-    char own[PATH_MAX];
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = va_arg(arguments, mode_t);
-    va_end(arguments);
-    return real(own_path(path, own), flags, mode);
-}
+/* Both names that callers are compiled to, after the size of their file offsets. */
+#define LEAD_OPEN(name) \
+    int name(const char *path, int flags, ...) \
+    { \
+        const Open real = (Open)dlsym(RTLD_NEXT, #name); \
+        char own[PATH_MAX]; \
+        va_list arguments; \
+        va_start(arguments, flags); \
+        const mode_t mode = va_arg(arguments, mode_t); \
+        va_end(arguments); \
+        return real(own_path(path, own), flags, mode); \
+    }
+
+LEAD_OPEN(open)
+LEAD_OPEN(open64)
 
 int access(const char *path, int mode)
 {
     const Access real = (Access)dlsym(RTLD_NEXT, "access");
     char own[PATH_MAX];
     return real(own_path(path, own), mode);
+}
+
+int faccessat(int folder, const char *path, int mode, int flags)
+{
+    const AccessAt real = (AccessAt)dlsym(RTLD_NEXT, "faccessat");
+    char own[PATH_MAX];
+    return real(folder, own_path(path, own), mode, flags);
+}
+
+int stat(const char *path, struct stat *out)
+{
+    const Stat real = (Stat)dlsym(RTLD_NEXT, "stat");
+    char own[PATH_MAX];
+    return real(own_path(path, own), out);
 }
 
 int unlink(const char *path)
