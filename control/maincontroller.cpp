@@ -18,6 +18,7 @@ Z7MainController::Z7MainController()
     connect(&m_commInterface, SIGNAL(transactionTerminated(Z7CommInterface::ThreadID)),
         SLOT(PostTransactionTerminated(Z7CommInterface::ThreadID)));
     connect(&m_commInterface, SIGNAL(allCommunicationTerminated()), SLOT(allCommunicationStopped()));
+    m_portWatch.listenTo(m_commInterface);
 }
 
 Z7MainController::~Z7MainController() = default;
@@ -48,6 +49,7 @@ void Z7MainController::setDevices(const QList<Z7Device> &list)
         if (!refusal.isEmpty())
             Messages::showError(nullptr, refusal);
     }
+    m_portWatch.drivesListed(m_devices.records());
     rebuildTree();
     if (m_pages.takeOut(m_currentPage)) {
         m_currentPage = PageNumber::none;

@@ -6,6 +6,7 @@
 #include "control/imaincontent.h"
 #include "control/knowledge.h"
 #include "control/pendingchanges.h"
+#include "control/portwatch.h"
 #include "control/transactionlisteners.h"
 #include "model/device.h"
 #include "pages/pagefactory.h"
@@ -85,6 +86,8 @@ public:
 
     /// What is known beside the records: for what the window says of them. Lives as long as the controller.
     Z7Knowledge &knowledge() { return m_knowledge; }
+    /// What is known about the ports.
+    const PortWatch &portWatch() const { return m_portWatch; }
 
     /// For the end of the program: returns when no thread talks to the bus any more.
     void stopCommunication() { m_commInterface.stopAndWait(); }
@@ -165,6 +168,7 @@ private:
         [this](Z7CommInterface::ThreadID threadID) { return m_commInterface.isPassUnderWay(threadID); }};
     IDeviceDataCallback *m_deviceControl = nullptr;
     IMainContent *m_mainContent = noMainContent(); ///< never null
+    PortWatch m_portWatch;
     /// Behind the pages, so that it goes, with its threads, before the listeners do.
     Z7CommunicationInterface m_commInterface;
     Z7Knowledge m_knowledge {m_commInterface, m_devices, m_userParams, m_pages};
