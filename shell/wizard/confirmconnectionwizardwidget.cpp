@@ -18,6 +18,7 @@ ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(Way way, Connection
     , m_ui(std::make_unique<Ui::ConfirmConnectionWizardWidget>())
 {
     m_ui->setupUi(this);
+    watchPorts(SLOT(tellOfPorts()));
     preparePause(&m_pause, SLOT(SendConnectCurrentDevice()));
 }
 
@@ -70,7 +71,15 @@ void ConfirmConnectionWizardWidget::addRow(const Z7Device &device)
     row.text = WizardRows::addLabel(layout, QString());
     row.text->setFixedHeight(WizardRows::statusHeight);
     WizardRows::endRow(layout);
+    row.portName = device.portInfo.portName();
+    WizardRows::tellOfPort(row.check, portState(row.portName));
     m_rows.append(row);
+}
+
+void ConfirmConnectionWizardWidget::tellOfPorts()
+{
+    for (const Row &row : qAsConst(m_rows))
+        WizardRows::tellOfPort(row.check, portState(row.portName));
 }
 
 void ConfirmConnectionWizardWidget::SendConnectCurrentDevice()

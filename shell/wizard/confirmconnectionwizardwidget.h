@@ -47,12 +47,17 @@ protected:
     /// A page that the user has left waits for nothing any more and asks for nothing more.
     void hideEvent(QHideEvent *event) override;
 
+private slots:
+    /// Says in each row what is known against its port.
+    void tellOfPorts();
+
 private:
     struct Row
     {
         QCheckBox *check;
         QLabel *status;
         QLabel *text;
+        QString portName;
     };
 
     void addRow(const Z7Device &device);

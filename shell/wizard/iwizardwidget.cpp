@@ -38,6 +38,16 @@ void IWizardWidget::preparePause(QTimer *pause, const char *slot)
     QObject::connect(pause, SIGNAL(timeout()), m_widget, slot);
 }
 
+void IWizardWidget::watchPorts(const char *slot)
+{
+    QObject::connect(&m_dialog->controller()->portWatch(), SIGNAL(changed()), m_widget, slot);
+}
+
+PortState IWizardWidget::portState(const QString &portName) const
+{
+    return m_dialog->controller()->portWatch().state(portName);
+}
+
 void IWizardWidget::stopListening(IDeviceDataCallback *page)
 {
     if (Z7MainController *controller = m_dialog->controller())

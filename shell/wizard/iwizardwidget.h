@@ -3,7 +3,9 @@
 #include "model/device.h"
 
 #include <QList>
+#include <QString>
 
+struct PortState;
 class ConnectionsDialog;
 class IDeviceDataCallback;
 class QTimer;
@@ -37,6 +39,10 @@ protected:
     /// Makes a timer the pause that the bus gets before the page asks for the next port or drive, with a slot
     /// of the page.
     void preparePause(QTimer *pause, const char *slot);
+    /// Lets a slot of the page hear when there is something new about a port.
+    void watchPorts(const char *slot);
+    /// What is known of a port.
+    PortState portState(const QString &portName) const;
     /// The page wants no more news of the transaction that it has asked for.
     void stopListening(IDeviceDataCallback *page);
 

@@ -26,6 +26,7 @@ ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
     , m_ui(std::make_unique<Ui::ScanningWizardWidget>())
 {
     m_ui->setupUi(this);
+    watchPorts(SLOT(tellOfPorts()));
     preparePause(&m_pause, SLOT(scanDevice()));
 }
 
@@ -88,7 +89,15 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
     connect(row.abort, SIGNAL(clicked()), SLOT(abortScanning()));
     layout->addWidget(row.abort);
     WizardRows::endRow(layout);
+    row.portName = device.portInfo.portName();
+    WizardRows::tellOfPort(row.text, portState(row.portName));
     m_rows.append(row);
+}
+
+void ScanningWizardWidget::tellOfPorts()
+{
+    for (const Row &row : qAsConst(m_rows))
+        WizardRows::tellOfPort(row.text, portState(row.portName));
 }
 
 void ScanningWizardWidget::announceScan()

@@ -46,6 +46,10 @@ protected:
     /// A page that is put away scans no further port and gives the dialog its buttons back.
     void hideEvent(QHideEvent *event) override;
 
+private slots:
+    /// Says in each row what is known against its port.
+    void tellOfPorts();
+
 private:
     struct Row
     {
@@ -53,6 +57,7 @@ private:
         QPushButton *abort;
         QLabel *text;
         QLabel *status;
+        QString portName;
     };
 
     void addRow(const Z7Device &device);

@@ -1,6 +1,7 @@
 #include "shell/wizard/wizardrows.h"
 
 #include "pages/pagestyle.h"
+#include "shell/portwording.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -41,6 +42,13 @@ void showOutcome(QLabel *status, bool isGood)
 {
     status->setPixmap(
         PageStyle::smallPixmap(isGood ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
+}
+
+void tellOfPort(QWidget *described, const PortState &port)
+{
+    const QString known = PortWording::toolTip(port);
+    described->parentWidget()->setToolTip(known);
+    described->setAccessibleDescription(known);
 }
 
 QLabel *addLabel(QHBoxLayout *row, const QString &text)

@@ -4,9 +4,11 @@
 
 #include <QString>
 
+struct PortState;
 class QBoxLayout;
 class QHBoxLayout;
 class QLabel;
+class QWidget;
 
 /// The texts of the wizard.
 inline constexpr TextSection connectionText("DialogConnection");
@@ -24,6 +26,9 @@ void removeRows(QBoxLayout *rows);
 void endRow(QHBoxLayout *row);
 /// Shows in a row's label whether its port or drive has answered as it should.
 void showOutcome(QLabel *status, bool isGood);
+/// Says in the tool tip of a row what is known against its port, and with that widget of the row, which is
+/// described, to those who do not see it.
+void tellOfPort(QWidget *described, const PortState &port);
 /// Adds a label of one line to a row. Its text is shown as it stands, whatever a port calls itself.
 QLabel *addLabel(QHBoxLayout *row, const QString &text);
 
