@@ -110,7 +110,6 @@ void TestPageFactory::editOfFieldThatIsNotThereReportsNothing()
 {
     QFETCH(int, number);
     QFETCH(QByteArray, edit);
-    const WorkingFolder folder;
     const std::unique_ptr<Z7DataWidget> page = createDataPage(number);
     page->initPage();
     const QSignalSpy modified(page.get(), SIGNAL(parameterModified(Z7DeviceParam)));
