@@ -30,6 +30,7 @@ private slots:
     void nameBeyondLatin1IsRenamed();
     void folderOfUserTakesFiles();
     void noFolderIsSearchedForProgramsWithoutPath();
+    void nothingIsSaidOfDevicesAndTheirPrograms();
 
 private:
     QString path(const QString &name = QStringLiteral("set.csv")) const { return folder->filePath(name); }
@@ -123,6 +124,15 @@ void TestPortablePlatform::folderOfUserTakesFiles()
 void TestPortablePlatform::noFolderIsSearchedForProgramsWithoutPath()
 {
     QCOMPARE(Platform::defaultSearchPath(), QByteArray());
+}
+
+void TestPortablePlatform::nothingIsSaidOfDevicesAndTheirPrograms()
+{
+    QCOMPARE(Platform::deviceAccess(folder->path()), Platform::DeviceAccess::Unknown);
+    QCOMPARE(Platform::deviceGroup(folder->path()), QString());
+    QCOMPARE(Platform::portLock("COM3").file, QString());
+    QVERIFY(!Platform::portLock("COM3").holder.isKnown());
+    QVERIFY(!Platform::deviceHolder(folder->path()).isKnown());
 }
 
 QTEST_APPLESS_MAIN(TestPortablePlatform)
