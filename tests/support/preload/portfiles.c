@@ -48,16 +48,16 @@ static const char *own_path(const char *path, char own[PATH_MAX])
 }
 
 /* Both names that callers are compiled to, after the size of their file offsets. */
-#define LEAD_OPEN(name) \
-    int name(const char *path, int flags, ...) \
-    { \
-        const Open real = (Open)dlsym(RTLD_NEXT, #name); \
-        char own[PATH_MAX]; \
-        va_list arguments; \
-        va_start(arguments, flags); \
-        const mode_t mode = va_arg(arguments, mode_t); \
-        va_end(arguments); \
-        return real(own_path(path, own), flags, mode); \
+#define LEAD_OPEN(name)                                                                                      \
+    int name(const char *path, int flags, ...)                                                               \
+    {                                                                                                        \
+        const Open real = (Open)dlsym(RTLD_NEXT, #name);                                                     \
+        char own[PATH_MAX];                                                                                  \
+        va_list arguments;                                                                                   \
+        va_start(arguments, flags);                                                                          \
+        const mode_t mode = va_arg(arguments, mode_t);                                                       \
+        va_end(arguments);                                                                                   \
+        return real(own_path(path, own), flags, mode);                                                       \
     }
 
 LEAD_OPEN(open)
