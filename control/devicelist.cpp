@@ -44,18 +44,11 @@ QString DeviceList::add(const Z7Device &device)
     // The drive may have been away or exchanged: its first pass reads everything.
     added.parametersComplete = false;
     added.fullReadPending = false;
-    list(added);
+    const Z7Device *former = find(added.deviceId());
+    if (former && !isSamePlace(*former, added))
+        m_hidden.append(*former);
+    m_devices.insert(added.deviceId(), added);
     return QString();
-}
-
-void DeviceList::list(const Z7Device &device)
-{
-    const int id = device.deviceId();
-    if (const Z7Device *former = find(id)) {
-        if (!isSamePlace(*former, device))
-            m_hidden.append(*former);
-    }
-    m_devices.insert(id, device);
 }
 
 DeviceList::Change DeviceList::take(const Z7Device &reported, bool wasCutShort)
@@ -89,7 +82,7 @@ void DeviceList::moveToNewAddress(const Z7Device &reported)
 {
     const int id = reported.deviceId();
     m_devices.remove(reported.previousDeviceId());
-    list(reported);
+    m_devices.insert(id, reported);
     // From now on the old address may be another drive's.
     m_devices[id].addressChanged = false;
     if (!hasCurrent())

@@ -70,8 +70,6 @@ public:
 private:
     Change replaceDevice(const Z7Device &reported, bool wasCutShort);
     void moveToNewAddress(const Z7Device &reported);
-    /// Lists a drive, and notes another one that has stood in its place.
-    void list(const Z7Device &device);
 
     QMap<int, Z7Device> m_devices;
     QVector<Z7Device> m_hidden;

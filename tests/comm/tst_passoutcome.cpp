@@ -4,13 +4,14 @@
 
 #include <QtTest>
 
+#include <algorithm>
+
 namespace {
 
-Z7DeviceParamSet entered(const QList<Z7DeviceParam> &params)
+Z7DeviceParamSet entered(std::initializer_list<Z7DeviceParam> params)
 {
     Z7DeviceParamSet set(QStringLiteral("V123"));
-    for (const Z7DeviceParam &param : params)
-        set.insert(param);
+    std::for_each(params.begin(), params.end(), [&set](const Z7DeviceParam &each) { set.insert(each); });
     return set;
 }
 

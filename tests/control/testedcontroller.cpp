@@ -4,6 +4,8 @@
 #include "tests/support/person.h"
 #include "tests/support/tablerows.h"
 
+#include <algorithm>
+
 namespace {
 
 const char *const definitionsV123 =
@@ -166,4 +168,11 @@ Z7Device withValue(Z7Device device, int number, int value)
 Z7DeviceParam userChange(int number, int value)
 {
     return Z7DeviceParam(number, value, 1, true);
+}
+
+Z7DeviceParamSet changeSet(const QList<Z7DeviceParam> &changes)
+{
+    Z7DeviceParamSet set(QStringLiteral("V123"));
+    std::for_each(changes.cbegin(), changes.cend(), [&set](const Z7DeviceParam &each) { set.insert(each); });
+    return set;
 }

@@ -108,3 +108,5 @@ Z7Device withValue(Z7Device device, int number, int value);
 
 /// A change as a page reports it.
 Z7DeviceParam userChange(int number, int value);
+/// Changes of a drive of version V123.
+Z7DeviceParamSet changeSet(const QList<Z7DeviceParam> &changes);

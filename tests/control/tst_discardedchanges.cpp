@@ -14,13 +14,6 @@ constexpr int drive = 3;
 constexpr int otherDrive = 4;
 const QString version = QStringLiteral("V123");
 
-Z7DeviceParamSet setOf(const Z7DeviceParam &change)
-{
-    Z7DeviceParamSet set(version);
-    set.insert(change);
-    return set;
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(Change)
@@ -80,7 +73,7 @@ void TestDiscardedChanges::nextChangeOfDriveEndsIt_data()
     QTest::addColumn<Change>("change");
     const auto row = [](const char *name, Change change) { QTest::newRow(name) << change; };
     row("typed", [](PendingChanges &c) { c.insert(drive, version, userChange(11, 5)); });
-    row("file", [](PendingChanges &c) { c.replace(drive, setOf(userChange(11, 5))); });
+    row("file", [](PendingChanges &c) { c.replace(drive, changeSet({userChange(11, 5)})); });
     row("factory values", [](PendingChanges &c) {
         Z7Device device = connectedDrive(3);
         device.parameterSet.insert(Z7DeviceParam(30, 0, 1, false));

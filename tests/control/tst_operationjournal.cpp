@@ -8,6 +8,8 @@
 
 #include <QTest>
 
+#include <numeric>
+
 using Z7CommInterface::NotRun;
 
 namespace {
@@ -45,20 +47,11 @@ Z7PassOutcome pass(const QVector<Z7ParamOutcome> &params, int address = 3)
     return outcome;
 }
 
-Z7DeviceParamSet setOf(const QList<Z7DeviceParam> &params)
-{
-    Z7DeviceParamSet set(QStringLiteral("V123"));
-    for (const Z7DeviceParam &param : params)
-        set.insert(param);
-    return set;
-}
-
 QString textOf(const QVector<int> &numbers)
 {
-    QStringList texts;
-    for (const int number : numbers)
-        texts.append(QString::number(number));
-    return texts.join(QLatin1Char(' '));
+    const QString text = std::accumulate(numbers.cbegin(), numbers.cend(), QString(),
+        [](const QString &before, int number) { return before + QStringLiteral(" %1").arg(number); });
+    return text.mid(1);
 }
 
 } // namespace
@@ -133,7 +126,7 @@ void TestOperationJournal::prepare()
 
 int TestOperationJournal::ask(DriveOperation operation, const QList<Z7DeviceParam> &params, int address)
 {
-    return journal.ask(operation, connectedDrive(address), setOf(params));
+    return journal.ask(operation, connectedDrive(address), changeSet(params));
 }
 
 void TestOperationJournal::writeTwo()
@@ -464,7 +457,7 @@ void TestOperationJournal::fileIsComparedWithWhatWasRead()
     Z7Services::instance()->definitions(QStringLiteral("V123"))->load();
     Z7Device drive = withValue(withValue(connectedDrive(3), 11, 100), 12, 200);
     drive.parameterSet.insert(Z7DeviceParam(13, 0, 1, false));
-    const Z7DeviceParamSet file = setOf({userChange(11, 100), userChange(12, 5000), userChange(13, 0),
+    const Z7DeviceParamSet file = changeSet({userChange(11, 100), userChange(12, 5000), userChange(13, 0),
         userChange(4711, 1), userChange(30, 1)});
     journal.fileOpened(drive, file, noon);
     const FileComparison comparison = last().file;
@@ -480,9 +473,9 @@ void TestOperationJournal::fileIsComparedWithWhatWasRead()
 void TestOperationJournal::fileReplacesReportOfItsDrive()
 {
     writeTwo();
-    journal.fileOpened(connectedDrive(4), setOf({userChange(11, 1)}), noon);
+    journal.fileOpened(connectedDrive(4), changeSet({userChange(11, 1)}), noon);
     QCOMPARE(last(3).operation, DriveOperation::Write);
-    journal.fileOpened(connectedDrive(3), setOf({userChange(11, 1)}), noon);
+    journal.fileOpened(connectedDrive(3), changeSet({userChange(11, 1)}), noon);
     QCOMPARE(last(3).operation, DriveOperation::OpenFile);
     QVERIFY2(!journal.takeReadings(pass({read(11, 5)})), "nothing of a file was written");
 }

@@ -9,14 +9,6 @@
 
 namespace {
 
-Z7DeviceParamSet setOf(const QList<Z7DeviceParam> &params)
-{
-    Z7DeviceParamSet set(QStringLiteral("V123"));
-    for (const Z7DeviceParam &param : params)
-        set.insert(param);
-    return set;
-}
-
 bool isThirty(int number)
 {
     return number == 30;
@@ -60,7 +52,7 @@ void TestPendingOverview::prepare()
 
 PendingChange TestPendingOverview::onlyRow(const Z7Device &drive, const Z7DeviceParam &change) const
 {
-    return pendingChanges(drive, setOf({change}), pageTen).value(0);
+    return pendingChanges(drive, changeSet({change}), pageTen).value(0);
 }
 
 void TestPendingOverview::noChangesAreNoChanges()
@@ -71,15 +63,15 @@ void TestPendingOverview::noChangesAreNoChanges()
 void TestPendingOverview::everyChangeCounts()
 {
     const Z7Device drive = withValue(connectedDrive(3), 11, 5);
-    const PendingOverview overview =
-        pendingOverview(drive, setOf({userChange(11, 5), userChange(12, 5), userChange(30, 5)}), isThirty);
+    const PendingOverview overview = pendingOverview(
+        drive, changeSet({userChange(11, 5), userChange(12, 5), userChange(30, 5)}), isThirty);
     QCOMPARE(overview.total, 3);
 }
 
 void TestPendingOverview::changeOfShownPageCountsThere()
 {
     const PendingOverview overview = pendingOverview(
-        connectedDrive(3), setOf({userChange(11, 5), userChange(12, 5), userChange(30, 5)}), isThirty);
+        connectedDrive(3), changeSet({userChange(11, 5), userChange(12, 5), userChange(30, 5)}), isThirty);
     QCOMPARE(overview.onShownPage, 1);
     QCOMPARE(overview.onOtherPages(), 2);
 }
@@ -98,7 +90,7 @@ void TestPendingOverview::valueBeyondLimitsCounts_data()
 void TestPendingOverview::valueBeyondLimitsCounts()
 {
     QFETCH(Z7DeviceParam, change);
-    QTEST(pendingOverview(connectedDrive(3), setOf({change}), isThirty).outOfLimits, "outOfLimits");
+    QTEST(pendingOverview(connectedDrive(3), changeSet({change}), isThirty).outOfLimits, "outOfLimits");
     QTEST(int(onlyRow(connectedDrive(3), change).isOutOfLimits), "outOfLimits");
 }
 
@@ -142,7 +134,7 @@ void TestPendingOverview::rowTellsPage()
 void TestPendingOverview::rowsAscend()
 {
     const QVector<PendingChange> rows =
-        pendingChanges(connectedDrive(3), setOf({userChange(31, 1), userChange(11, 2)}), pageTen);
+        pendingChanges(connectedDrive(3), changeSet({userChange(31, 1), userChange(11, 2)}), pageTen);
     QCOMPARE(rows.size(), 2);
     QCOMPARE(rows.at(0).number, 11);
     QCOMPARE(rows.at(1).number, 31);
