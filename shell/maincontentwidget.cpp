@@ -10,6 +10,8 @@
 #include "ui_maincontentwidget.h"
 
 #include <QScrollBar>
+#include <QTableWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace {
 
@@ -172,6 +174,46 @@ void MainContentWidget::takeOutShownPage()
         if (auto *page = qobject_cast<QWidget *>(child))
             PageStyle::takeOut(page);
     }
+}
+
+void MainContentWidget::setWriteTip(const QString &text)
+{
+    m_ui->BtnUpload->setToolTip(text);
+    m_ui->BtnWriteAndStore->setToolTip(text);
+}
+
+void MainContentWidget::clickPage(int pageNumber, int deviceId)
+{
+    for (QTreeWidgetItemIterator entry(m_ui->MainMenuTree); *entry; ++entry) {
+        const PageItem *page = pageItem(*entry);
+        if (page && page->pageNumber == pageNumber && page->deviceId == deviceId) {
+            m_ui->MainMenuTree->scrollToItem(*entry);
+            emit m_ui->MainMenuTree->itemClicked(*entry, 0);
+            return;
+        }
+    }
+}
+
+void MainContentWidget::focusParameter(int number)
+{
+    QWidget *field = userField(number);
+    if (field && field->isVisible() && field->isEnabled())
+        field->setFocus(Qt::OtherFocusReason);
+}
+
+QWidget *MainContentWidget::userField(int number) const
+{
+    constexpr int fieldColumn = 4;
+    const auto *table = m_ui->DataWidgetContent->findChild<QTableWidget *>(QStringLiteral("ParameterTable"));
+    if (!table) {
+        const QString hex = QString::number(number, 16).toUpper().rightJustified(2, QLatin1Char('0'));
+        return m_ui->DataWidgetContent->findChild<QWidget *>(QStringLiteral("edParam0x%1User").arg(hex));
+    }
+    for (int row = 0; row < table->rowCount(); ++row) {
+        if (table->item(row, 0)->text().toInt() == number)
+            return table->cellWidget(row, fieldColumn);
+    }
+    return nullptr;
 }
 
 // --- the tree ---

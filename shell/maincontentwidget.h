@@ -29,6 +29,13 @@ public:
     void disableDataButtons() override;
     void setConflictLine(const QString &text) override;
 
+    /// Tool tip of the buttons that write: what they would send.
+    void setWriteTip(const QString &text);
+    /// The same as a person's click on that item of the tree, and as idle while clicks are taken away.
+    void clickPage(int pageNumber, int deviceId);
+    /// Puts the focus into the user field of a parameter, if the shown page has one.
+    void focusParameter(int number);
+
 public slots:
     /// Shows the item's page for its drive; nothing without an item. `column` makes no difference.
     void MainMenuItemClicked(QTreeWidgetItem *item, int column);
@@ -39,6 +46,7 @@ private:
     void setButtonTexts();
     void setClickConnected(bool connected);
     void takeOutShownPage();
+    QWidget *userField(int number) const;
 
     bool showsSameDrives(const QList<int> &deviceIds) const;
     void refreshTree(const QList<int> &deviceIds);

@@ -5,6 +5,7 @@
 #include "pages/pagefactory.h"
 #include "pages/pagestyle.h"
 #include "shell/aboutdialog.h"
+#include "shell/changesdialog.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
 #include "shell/maker.h"
@@ -63,6 +64,7 @@ MainWindow::MainWindow()
     m_controller->setMainContent(m_mainContent);
     enableFileActions(false);
     connectActions();
+    createStatusBar();
     // Every widget made so far would be polished before the first painting, with all that its style sheet
     // names, whether it is shown or not. What is shown is polished by being shown.
     QCoreApplication::removePostedEvents(nullptr, QEvent::PolishRequest);
@@ -151,6 +153,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     // A wizard at work would ask for the next port.
     m_connectionsDialog->hide();
+    if (m_changesDialog)
+        m_changesDialog->hide();
     m_controller->stopCommunication();
     Z7Services::shutdown();
     event->accept();

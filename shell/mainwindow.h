@@ -8,11 +8,13 @@
 #include <memory>
 
 class AboutDialog;
+class ChangesDialog;
 class ConnectionsDialog;
 class DeviceControlWidget;
 class DeviceSelectionDialog;
 class MainContentWidget;
 class SetPasswordDialog;
+class StatusBar;
 class TopMenuWidget;
 class optionsdialog;
 
@@ -51,15 +53,27 @@ public slots:
     void resetChanges(int deviceID);
     void setDefault(int deviceID);
     void sendNewPassword(int newPassword);
+    /// The list of changes, beside the window.
+    void showChanges();
+    void showTable();
 
 protected:
+    /// Looks anew for definitions that were missing.
+    void changeEvent(QEvent *event) override;
     /// Ends all communication, then writes the language file and the options file.
     void closeEvent(QCloseEvent *event) override;
+
+private slots:
+    void followChanges();
+    /// Shows the page of one of the selected drive's changes, with the focus in its field.
+    void showChange(int number);
+    void showWorkingFolder();
 
 private:
     void setActionTexts();
     void createBands();
     void createDialogs();
+    void createStatusBar();
     void connectActions();
     void enableFileActions(bool enabled);
     /// Lets the user pick drives for `slot`, in the dialog used last; it stays connected to the slots before.
@@ -76,6 +90,8 @@ private:
     SetPasswordDialog *m_setPasswordDialog = nullptr;
     optionsdialog *m_optionsDialog = nullptr;
     AboutDialog *m_aboutDialog = nullptr;
+    ChangesDialog *m_changesDialog = nullptr;
+    StatusBar *m_status = nullptr;
     /// Deleted after the form object and before the widgets, which are children of the window.
     std::unique_ptr<Z7MainController> m_controller;
     std::unique_ptr<Ui::MainWindow> m_ui;

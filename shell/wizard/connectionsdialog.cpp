@@ -18,6 +18,8 @@
 #include <QSerialPortInfo>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int deviceRole = Qt::UserRole;
@@ -31,6 +33,14 @@ void setButton(QPushButton *button, const QString &text, const char *icon)
 Z7Device deviceOf(const QTreeWidgetItem *row)
 {
     return row->data(0, deviceRole).value<Z7Device>();
+}
+
+/// True if one of the drives is at the same place as this one.
+bool isAmong(const QList<Z7Device> &devices, const Z7Device &sought)
+{
+    return std::any_of(devices.begin(), devices.end(), [&sought](const Z7Device &device) {
+        return device.address == sought.address && device.portInfo.portName() == sought.portInfo.portName();
+    });
 }
 
 /// A drive with default fields on every port of the system, those of the preferred USB vendor at the head.
@@ -311,12 +321,16 @@ void ConnectionsDialog::closeDialog()
     for (const Z7Device &device : qAsConst(devices))
         listed.insert(device.deviceId());
     const QList<Z7Device> selected = hasCurrentPage() ? currentPage().selectedDevices() : QList<Z7Device>();
+    QList<Z7Device> hidden;
     for (const Z7Device &device : selected) {
         if (device.accessGranted && !listed.contains(device.deviceId())) {
             listed.insert(device.deviceId());
             devices.append(device);
+        } else if (device.accessGranted && !isAmong(devices, device)) {
+            hidden.append(device);
         }
     }
-    m_controller->setDevices(devices);
+    // Of one id the last is listed, and the others are known to be hidden by it.
+    m_controller->setDevices(hidden + devices);
     close();
 }
