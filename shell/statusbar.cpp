@@ -16,6 +16,7 @@ StatusBar::StatusBar(Z7MainController *controller, QWidget *parent)
           add("StatusNeverRead", statusBarText("TitleNeverRead", "Nie gelesene Werte"), StatusField::Opens))
     , m_pending(add("StatusPending", statusBarText("TitlePending", "Änderungen"), StatusField::Opens))
     , m_undo(add("StatusUndo", statusBarText("TitleUndo", "Verworfene Änderungen"), StatusField::Acts))
+    , m_port(add("StatusPort", statusBarText("TitlePort", "Anschluss"), StatusField::Opens))
     , m_drives(add("StatusDrives", statusBarText("TitleDrives", "Antriebe"), StatusField::DoesNothing))
     , m_definitions(add("StatusDefinitions", statusBarText("TitleDefinitions", "Parameter-Definitionen"),
           StatusField::Opens))
@@ -29,6 +30,7 @@ StatusBar::StatusBar(Z7MainController *controller, QWidget *parent)
     sayNeverRun();
     sayNeverRead();
     sayPending();
+    sayPort();
     sayDrives();
 }
 
@@ -41,6 +43,7 @@ void StatusBar::followKnowledge()
     connect(knowledge, SIGNAL(neverReadChanged()), SLOT(sayNeverRead()));
     connect(knowledge, SIGNAL(pendingChanged()), SLOT(sayPending()));
     connect(knowledge, SIGNAL(drivesChanged()), SLOT(sayDrives()));
+    connect(&m_controller->portWatch(), SIGNAL(changed()), SLOT(sayPort()));
 }
 
 void StatusBar::followClicks()
@@ -50,6 +53,7 @@ void StatusBar::followClicks()
     connect(m_neverRead, SIGNAL(clicked()), SIGNAL(tableWanted()));
     connect(m_pending, SIGNAL(clicked()), SIGNAL(changesWanted()));
     connect(m_undo, SIGNAL(clicked()), SLOT(undo()));
+    connect(m_port, SIGNAL(clicked()), SIGNAL(wizardWanted()));
     connect(m_definitions, SIGNAL(clicked()), SIGNAL(folderWanted()));
 }
 
@@ -81,6 +85,11 @@ void StatusBar::sayPending()
     m_undo->say(StatusTexts::undo(knowledge.canRestoreChanges()));
     // Another drive may be selected.
     sayNeverRun();
+}
+
+void StatusBar::sayPort()
+{
+    m_port->say(StatusTexts::ports(m_controller->portWatch().troubles()));
 }
 
 void StatusBar::sayDrives()

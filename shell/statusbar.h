@@ -5,8 +5,8 @@
 class Z7MainController;
 
 /// The fields of the window's status bar: how fresh the shown values are, what became of the last operation,
-/// what did not run, what was never read, what is pending, and what is wrong with the drives. It says what
-/// the controller's knowledge says, when that says so, and asks for what a click is to open.
+/// what did not run, what was never read, what is pending, and what is wrong with ports and drives. It says
+/// what the controller's knowledge says, when that says so, and asks for what a click is to open.
 class StatusBar : public StatusFieldRow
 {
     Q_OBJECT
@@ -33,6 +33,7 @@ public slots:
     void sayNeverRun();
     void sayNeverRead();
     void sayPending();
+    void sayPort();
     void sayDrives();
 
 private slots:
@@ -50,6 +51,7 @@ private:
     StatusField *const m_neverRead;
     StatusField *const m_pending;
     StatusField *const m_undo;
+    StatusField *const m_port;
     StatusField *const m_drives;
     StatusField *const m_definitions;
 };

@@ -2,6 +2,7 @@
 
 #include "control/services/language.h"
 #include "model/errorcodes.h"
+#include "shell/portwording.h"
 
 #include <QMap>
 
@@ -316,6 +317,16 @@ StatusText undo(bool canRestore)
         return {};
     return {statusBarText("Undo", "Rückgängig"),
         statusBarText("UndoDetail", "Holt die verworfenen Änderungen zurück")};
+}
+
+StatusText ports(const QList<PortState> &troubles)
+{
+    const QString text = PortWording::text(troubles);
+    // All that is known begins with the line in the bar where that is not the last word on several ports.
+    QStringList lines = PortWording::toolTip(troubles).split(QLatin1Char('\n'));
+    if (lines.first() == text)
+        lines.removeFirst();
+    return {text, lines.join(QLatin1Char('\n')), !text.isEmpty()};
 }
 
 StatusText hiddenDrives(const QVector<Z7Device> &hidden)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "control/knowledge.h"
+#include "control/portwatch.h"
 #include "shell/statusfield.h"
 
+#include <QList>
 #include <QVector>
 
 /// The words of the status bar: what is known goes in, what a field says comes out, in the user's language.
@@ -18,6 +20,8 @@ StatusText neverRead(const Z7Knowledge::NeverRead &known);
 StatusText pending(const PendingOverview &changes);
 /// What brings discarded changes back; empty if there are none.
 StatusText undo(bool canRestore);
+/// Ports against which something is known.
+StatusText ports(const QList<PortState> &troubles);
 /// `hidden` are drives that are connected and not shown.
 StatusText hiddenDrives(const QVector<Z7Device> &hidden);
 StatusText missingDefinitions(bool areMissing);
