@@ -198,13 +198,20 @@ void Z7Knowledge::passEnded(ThreadID threadID, int request, Z7PassOutcome outcom
 
 void Z7Knowledge::takeReading(const Z7PassOutcome &outcome)
 {
-    if (!outcome.isComplete || !m_drives.contains(outcome.deviceId))
+    if (!m_drives.contains(outcome.deviceId))
         return;
+    if (!outcome.isComplete) {
+        // One that was cut short for another request has none.
+        if (outcome.error != TelegramError::None)
+            emit driveNotRead(outcome.deviceId);
+        return;
+    }
     const qint64 now = m_clock();
     const int interval = Z7Services::instance()->options()->pollingInterval();
-    m_freshness.noteReading(outcome.deviceId, now, QDateTime::currentDateTimeUtc(),
-        Freshness::limitMs(interval, now - m_passBeganMs));
+    const qint64 staleAfterMs = Freshness::limitMs(interval, now - m_passBeganMs);
+    m_freshness.noteReading(outcome.deviceId, now, QDateTime::currentDateTimeUtc(), staleAfterMs);
     lookAtClock();
+    emit driveRead(outcome.deviceId, staleAfterMs);
 }
 
 void Z7Knowledge::tellEnd(int deviceId)

@@ -106,6 +106,11 @@ public:
 
 signals:
     void freshChanged();
+    /// A pass has read everything that it asked for, the live values among it, and the drive's record is in
+    /// the list. From `staleAfterMs` later on it is stale.
+    void driveRead(int deviceId, qint64 staleAfterMs);
+    /// A pass that was to read has ended with an error.
+    void driveNotRead(int deviceId);
     void lastOperationChanged();
     /// An operation has ended, of whatever drive. Comes before lastOperationChanged().
     void operationEnded(OperationReport report);

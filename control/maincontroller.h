@@ -86,6 +86,7 @@ public:
 
     /// What is known beside the records: for what the window says of them. Lives as long as the controller.
     Z7Knowledge &knowledge() { return m_knowledge; }
+    const Z7Knowledge &knowledge() const { return m_knowledge; }
     /// What is known about the ports.
     const PortWatch &portWatch() const { return m_portWatch; }
 
