@@ -4,6 +4,7 @@
 #include "model/parameterdefinitions.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
+#include "pages/plainnumbers.h"
 #include "ui_calibrationcurvepage.h"
 
 #include <QSignalBlocker>
@@ -11,7 +12,6 @@
 
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
-#include <qwt_scale_draw.h>
 #include <qwt_symbol.h>
 
 #include <algorithm>
@@ -36,13 +36,6 @@ double above(double highest)
 {
     return highest >= 0 ? highest * 1.1 : highest - highest / 10;
 }
-
-/// Numbers as they stand in the fields: the language's groups of digits would make 1.500 of 1500.
-class PlainNumbers : public QwtScaleDraw
-{
-public:
-    QwtText label(double value) const override { return QString::number(value); }
-};
 
 } // namespace
 

@@ -1,11 +1,13 @@
 #include "shell/mainwindow.h"
 
+#include "control/courserecorder.h"
 #include "control/services/language.h"
 #include "control/services/services.h"
 #include "pages/pagefactory.h"
 #include "pages/pagestyle.h"
 #include "shell/aboutdialog.h"
 #include "shell/changesdialog.h"
+#include "shell/coursewindow.h"
 #include "shell/devicecontrolwidget.h"
 #include "shell/maincontentwidget.h"
 #include "shell/maker.h"
@@ -50,6 +52,7 @@ MainWindow::MainWindow()
     m_ui->setupUi(this);
     setWindowIcon(QIcon(QStringLiteral(":/images/favicon.ico")));
     m_controller = std::make_unique<Z7MainController>();
+    m_courses = std::make_unique<CourseRecorder>(*m_controller);
     setWindowTitle(commonText("ApplicationTitle", "Z7ConfigTool - Norvik & Tessel GmbH")
         + QStringLiteral(" - Version ") + Maker::programVersion());
     setActionTexts();
@@ -155,6 +158,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
     m_connectionsDialog->hide();
     if (m_changesDialog)
         m_changesDialog->hide();
+    if (m_courseWindow)
+        m_courseWindow->hide();
     m_controller->stopCommunication();
     Z7Services::shutdown();
     event->accept();

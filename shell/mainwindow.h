@@ -10,6 +10,8 @@
 class AboutDialog;
 class ChangesDialog;
 class ConnectionsDialog;
+class CourseRecorder;
+class CourseWindow;
 class DeviceControlWidget;
 class DeviceSelectionDialog;
 class MainContentWidget;
@@ -37,6 +39,8 @@ public slots:
     void CallConnectionsDialog();
     void CallOptionsDialog();
     void CallAboutDialog();
+    /// Opens the course of the live values, of the selected drive.
+    void CallCourseWindow();
     void CallWebbrowserHomepage();
     void CallPdfHelpFile();
     void CallTeamviewer();
@@ -92,7 +96,9 @@ private:
     AboutDialog *m_aboutDialog = nullptr;
     ChangesDialog *m_changesDialog = nullptr;
     StatusBar *m_status = nullptr;
+    CourseWindow *m_courseWindow = nullptr; ///< null until it is opened for the first time
     /// Deleted after the form object and before the widgets, which are children of the window.
     std::unique_ptr<Z7MainController> m_controller;
+    std::unique_ptr<CourseRecorder> m_courses;
     std::unique_ptr<Ui::MainWindow> m_ui;
 };

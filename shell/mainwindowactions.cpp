@@ -1,11 +1,13 @@
 // The slots of the main window behind the menus and the tool buttons.
 
+#include "control/courserecorder.h"
 #include "control/services/language.h"
 #include "control/services/services.h"
 #include "model/parameterfile.h"
 #include "pages/messages.h"
 #include "pages/setpassworddialog.h"
 #include "shell/aboutdialog.h"
+#include "shell/coursewindow.h"
 #include "shell/deviceselectiondialog.h"
 #include "shell/mainwindow.h"
 #include "shell/maker.h"
@@ -77,6 +79,15 @@ void MainWindow::CallOptionsDialog()
 void MainWindow::CallAboutDialog()
 {
     m_aboutDialog->show();
+}
+
+void MainWindow::CallCourseWindow()
+{
+    if (!m_courseWindow)
+        m_courseWindow = new CourseWindow(*m_controller, m_courses->courses(), this);
+    m_courseWindow->show();
+    m_courseWindow->raise();
+    m_courseWindow->activateWindow();
 }
 
 // --- documents and programs ---
