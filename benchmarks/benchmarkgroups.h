@@ -11,6 +11,8 @@ void runWindowBenchmarks();
 void runPageBenchmarks();
 /// What a firmware programmer prints, from its read to the finished redraw of the page.
 void runOutputBenchmarks();
+/// What the course of the live values costs a record, and its drawing.
+void runCourseBenchmarks();
 /// The start to the first painted window, and the heap that it leaves.
 void runStartBenchmarks();
 /// Growth of the heap over 10,000 updates, passes and keystrokes, and the keystrokes after the updates.

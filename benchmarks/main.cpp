@@ -21,6 +21,7 @@ constexpr Group groups[] = {
     {"window", runWindowBenchmarks},
     {"pages", runPageBenchmarks},
     {"output", runOutputBenchmarks},
+    {"course", runCourseBenchmarks},
     {"start", runStartBenchmarks},
     {"memory", runMemoryBenchmarks},
     {"before", runPairedBenchmarks},
