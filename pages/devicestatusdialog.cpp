@@ -45,6 +45,23 @@ void setLamp(QLabel *lamp, bool isLit, const char *litLamp)
     lamp->setPixmap(PageStyle::smallPixmap(isLit ? litLamp : grayLamp));
 }
 
+/// Screen readers hear of each setting, and are to hear of changes only.
+void setName(QWidget *widget, const QString &name)
+{
+    if (widget->accessibleName() != name)
+        widget->setAccessibleName(name);
+}
+
+/// Names a lamp, and the text beside it, with the state that a person sees.
+void nameLamp(QWidget *lamp, QWidget *text, bool isLit)
+{
+    const QString words = text->property("text").toString();
+    const QString name =
+        (isLit ? toolTipText("LampOn", "%1: an") : toolTipText("LampOff", "%1: aus")).arg(words);
+    setName(lamp, name);
+    setName(text, name);
+}
+
 } // namespace
 
 DeviceStatusDialog::DeviceStatusDialog(QWidget *parent)
@@ -78,6 +95,7 @@ QLabel *DeviceStatusDialog::label(const QString &name) const
 
 void DeviceStatusDialog::initPage()
 {
+    m_namedStates.reset();
     setTexts();
     setUnits();
 }
@@ -131,12 +149,36 @@ void DeviceStatusDialog::DeviceUpdate(const Z7Device &d)
     const bool isReported = d.isAccessGranted() && !d.hasError();
     showReported(isReported);
     m_ui->lDeviceStatusIcon->setPixmap(PageStyle::smallPixmap(isReported ? greenLamp : redLamp));
+    nameLamps(isReported);
     if (!isReported)
         return;
     showIdentity();
     showStatusBits();
     showLiveValues();
     showInputsAndOutputs();
+}
+
+void DeviceStatusDialog::nameLamps(bool isReported)
+{
+    const std::array<int, 4> states {
+        isReported, device.statusBits, device.digitalOutputs, device.digitalInputs};
+    if (m_namedStates == states)
+        return;
+    m_namedStates = states;
+    setName(m_ui->lDeviceStatusIcon,
+        m_ui->lDeviceStatus->text() + QLatin1Char(' ')
+            + (isReported ? toolTipText("DeviceGood", "in Ordnung") : toolTipText("DeviceBad", "gestört")));
+    for (const StatusRow &bit : statusRows) {
+        const QString name = QLatin1String(bit.name);
+        nameLamp(label(QLatin1Char('l') + name), findChild<QCheckBox *>(QStringLiteral("cb") + name),
+            device.statusBits & bit.mask);
+    }
+    for (int number = 1; number <= digitalOutputCount; ++number)
+        nameLamp(label(QStringLiteral("lOutput_%1").arg(number)),
+            label(QStringLiteral("edOutput_%1").arg(number)), device.isDigitalOutputSet(number));
+    for (int number = 1; number <= digitalInputCount; ++number)
+        nameLamp(label(QStringLiteral("lInput_%1").arg(number)),
+            label(QStringLiteral("edInput_%1").arg(number)), device.isDigitalInputSet(number));
 }
 
 void DeviceStatusDialog::showReported(bool shown)

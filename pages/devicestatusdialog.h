@@ -2,7 +2,9 @@
 
 #include "pages/emptydatawidget.h"
 
+#include <array>
 #include <memory>
+#include <optional>
 
 class QLabel;
 
@@ -35,7 +37,11 @@ private:
     void showStatusBits();
     void showLiveValues();
     void showInputsAndOutputs();
+    void nameLamps(bool isReported);
     QLabel *label(const QString &name) const;
 
     const std::unique_ptr<Ui::DeviceStatusDialog> m_ui;
+    /// Whether the drive is reported, its status bits, outputs and inputs, as the lamps are named for screen
+    /// readers; none before the first record.
+    std::optional<std::array<int, 4>> m_namedStates;
 };

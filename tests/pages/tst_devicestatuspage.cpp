@@ -111,6 +111,8 @@ private slots:
     void allStatusBitsLightAllLampsAndNothingElse();
     void eachOutputAndInputHasItsLamp_data();
     void eachOutputAndInputHasItsLamp();
+    void lampIsNamedWithItsState();
+    void lampOfDriveIsNamedWithItsState();
 
     void nameVersionAddressAndModesAreShown();
     void modesWithoutTextsLeaveSlashInItsBracket();
@@ -299,6 +301,31 @@ void TestDeviceStatusPage::eachOutputAndInputHasItsLamp()
     for (const char *name :
         {"lOutput_1", "lOutput_2", "lOutput_3", "lInput_1", "lInput_2", "lInput_3", "lInput_4"})
         QCOMPARE(lamp(name), name == lit ? QStringLiteral("Green") : QStringLiteral("Gray"));
+}
+
+void TestDeviceStatusPage::lampIsNamedWithItsState()
+{
+    Z7Device drive = reachedDrive();
+    drive.statusBits = 0x80;
+    drive.digitalInputs = 0x2;
+    show(drive);
+    QCOMPARE(shown->label("lReady")->accessibleName(), QStringLiteral("Antrieb ist bereit: an"));
+    QCOMPARE(shown->child<QWidget>("cbReady")->accessibleName(), QStringLiteral("Antrieb ist bereit: an"));
+    QCOMPARE(shown->label("lActive")->accessibleName(), QStringLiteral("Antrieb ist aktiv: aus"));
+    QCOMPARE(shown->label("lInput_2")->accessibleName(), QStringLiteral("Digitaleingang 2: an"));
+    QCOMPARE(shown->label("lOutput_1")->accessibleName(), QStringLiteral("Ausgang O1: aus"));
+    drive.statusBits = 0x02;
+    shown->page->DeviceUpdate(drive);
+    QCOMPARE(shown->label("lReady")->accessibleName(), QStringLiteral("Antrieb ist bereit: aus"));
+    QCOMPARE(shown->label("lActive")->accessibleName(), QStringLiteral("Antrieb ist aktiv: an"));
+}
+
+void TestDeviceStatusPage::lampOfDriveIsNamedWithItsState()
+{
+    show(reachedDrive());
+    QCOMPARE(shown->label("lDeviceStatusIcon")->accessibleName(), QStringLiteral("Gerätestatus: in Ordnung"));
+    show(driveWith({}));
+    QCOMPARE(shown->label("lDeviceStatusIcon")->accessibleName(), QStringLiteral("Gerätestatus: gestört"));
 }
 
 void TestDeviceStatusPage::nameVersionAddressAndModesAreShown()
