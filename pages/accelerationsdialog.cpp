@@ -10,6 +10,7 @@ AccelerationsDialog::AccelerationsDialog(QWidget *parent)
     m_ui->setupUi(this);
     for (const int number : {0x1A, 0x1B, 0x1C, 0x1D})
         addParam(number);
+    tellNamesInFields();
 }
 
 AccelerationsDialog::~AccelerationsDialog() = default;

@@ -2,6 +2,7 @@
 
 #include "control/services/language.h"
 #include "model/parameterdefinitions.h"
+#include "pages/fieldguide.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
 #include "pages/plainnumbers.h"
@@ -72,7 +73,7 @@ CalibrationCurvePage::Coordinates CalibrationCurvePage::findCoordinates(
     for (int point = 0; point < pointCount; ++point) {
         const QString name = QStringLiteral("edVal%1%2").arg(axis).arg(point);
         found[point] = {numbers[point], findChild<QLineEdit *>(name + QStringLiteral("_User")),
-            findChild<QLabel *>(name + QStringLiteral("_Device"))};
+            findChild<QLabel *>(name + QStringLiteral("_Device")), nullptr};
     }
     return found;
 }
@@ -126,9 +127,9 @@ QwtPlotCurve *CalibrationCurvePage::createCurve(const QColor &colour, QLabel *sw
 
 void CalibrationCurvePage::prepareFields()
 {
-    for (const Coordinate &x : m_x)
+    for (Coordinate &x : m_x)
         prepareField(x, lowestX, highestX);
-    for (const Coordinate &y : m_y)
+    for (Coordinate &y : m_y)
         prepareField(y, m_curve.lowestY, m_curve.highestY);
     for (const auto &end : {qMakePair(m_x.front(), lowestX), qMakePair(m_x.back(), highestX)}) {
         end.first.deviceValue->setText(QString::number(end.second));
@@ -137,7 +138,7 @@ void CalibrationCurvePage::prepareFields()
     }
 }
 
-void CalibrationCurvePage::prepareField(const Coordinate &field, int bottom, int top)
+void CalibrationCurvePage::prepareField(Coordinate &field, int bottom, int top)
 {
     field.user->setAlignment(Qt::AlignRight);
     field.deviceValue->setAlignment(Qt::AlignRight);
@@ -145,6 +146,7 @@ void CalibrationCurvePage::prepareField(const Coordinate &field, int bottom, int
     if (field.number == fixedEnd)
         return;
     field.user->setValidator(new IntegerValidator(bottom, top, this));
+    field.guide = new FieldGuide(this, field.user);
     m_mapper->setMapping(field.user, field.number);
     connect(field.user, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
 }
@@ -165,6 +167,8 @@ void CalibrationCurvePage::initPage()
         label->setText(m_curve.texts("UserValues", "Soll-Werte"));
     setRowNames();
     setAxisTexts();
+    setFieldTexts(QStringLiteral("X"), m_x, lowestX, highestX);
+    setFieldTexts(QStringLiteral("Y"), m_y, m_curve.lowestY, m_curve.highestY);
 }
 
 void CalibrationCurvePage::setRowNames()
@@ -189,6 +193,19 @@ void CalibrationCurvePage::setAxisTexts()
         label->setText(title.arg(m_curve.texts("YAxis", "y"), yUnit));
     m_plot->setAxisTitle(QwtPlot::xBottom, xUnit);
     m_plot->setAxisTitle(QwtPlot::yLeft, yUnit);
+}
+
+void CalibrationCurvePage::setFieldTexts(
+    const QString &axis, const Coordinates &coordinates, int bottom, int top)
+{
+    int point = 0;
+    for (const Coordinate &field : coordinates) {
+        field.user->setAccessibleName(
+            toolTipText("FieldWanted", "%1 Soll").arg(axis + QString::number(point++)));
+        if (field.guide)
+            field.guide->tell(field.number, definitionText(paramDefinitions()->paramName(field.number)),
+                FieldGuide::Limits {bottom, top});
+    }
 }
 
 void CalibrationCurvePage::newDeviceParam(const Z7DeviceParam &param)

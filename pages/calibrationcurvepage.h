@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 
+class FieldGuide;
 class QLabel;
 class QLineEdit;
 class QSignalMapper;
@@ -70,6 +71,7 @@ private:
         int number; ///< parameter number; -1 for the two fixed ends
         QLineEdit *user;
         QLabel *deviceValue;
+        FieldGuide *guide; ///< null for the two fixed ends
     };
     using Coordinates = std::array<Coordinate, pointCount>;
 
@@ -78,9 +80,10 @@ private:
     void createPlot();
     QwtPlotCurve *createCurve(const QColor &colour, QLabel *swatch);
     void prepareFields();
-    void prepareField(const Coordinate &field, int bottom, int top);
+    void prepareField(Coordinate &field, int bottom, int top);
     void setRowNames();
     void setAxisTexts();
+    void setFieldTexts(const QString &axis, const Coordinates &coordinates, int bottom, int top);
     static void readSamples(const Coordinates &axis, Samples &deviceSamples, Samples &userSamples);
     void fitVerticalAxis();
     void updatePlot();

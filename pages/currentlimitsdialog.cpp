@@ -15,6 +15,7 @@ CurrentLimitsDialog::CurrentLimitsDialog(QWidget *parent)
         addParam(number);
     // The reversing threshold acts in two quadrants of the picture.
     addSecondField(0x36, 0x9999);
+    tellNamesInFields();
 }
 
 CurrentLimitsDialog::~CurrentLimitsDialog() = default;

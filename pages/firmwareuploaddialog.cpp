@@ -112,6 +112,14 @@ void FirmwareUploadDialog::setTexts()
     m_ui->BtnUploadFirmwareFile->setText(texts("StartUploadFirmware", "Starte Firmwareupdate..."));
     m_ui->lProcess->setText(texts("UploadProcess", "Prozess:"));
     m_ui->lStatus->setText(texts("UploadStatus", "Status:"));
+    const QString select = toolTipText("FirmwareSelect", "Firmwaredatei auswählen");
+    m_ui->BtnSelectFile->setAccessibleName(select);
+    m_ui->BtnSelectFile->setToolTip(select);
+    m_ui->edFirmwareFile->setAccessibleName(m_ui->lFirmwareFile->text());
+    m_ui->edFirmwareFile->setToolTip(
+        toolTipText("FirmwarePath", "Pfad der Datei, die der Antrieb bekommen soll"));
+    m_ui->edFirmwareFile->setAccessibleDescription(m_ui->edFirmwareFile->toolTip());
+    m_ui->edOutput->setAccessibleName(toolTipText("FirmwareOutput", "Verlauf des Firmwareupdates"));
 }
 
 QString FirmwareUploadDialog::statusText() const

@@ -1,6 +1,8 @@
 #include "pages/labelleddatawidget.h"
 
 #include "model/parameterdefinitions.h"
+#include "pages/fieldguide.h"
+#include "pages/fieldtexts.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
 
@@ -50,7 +52,7 @@ void LabelledDataWidget::addSecondField(int number, int mappingNumber)
 }
 
 LabelledDataWidget::ParamField LabelledDataWidget::findField(
-    int number, int mapping, const QString &stem, const QString &suffix) const
+    int number, int mapping, const QString &stem, const QString &suffix)
 {
     ParamField field {};
     field.number = number;
@@ -62,6 +64,7 @@ LabelledDataWidget::ParamField LabelledDataWidget::findField(
     if (!field.name)
         field.name = findChild<QLabel *>(QStringLiteral("l") + stem);
     Q_ASSERT_X(field.user && field.deviceValue, metaObject()->className(), qPrintable(stem));
+    field.guide = new FieldGuide(this, field.user);
     return field;
 }
 
@@ -81,9 +84,12 @@ void LabelledDataWidget::initParamWidgets(ParamField &field)
 {
     const Z7ParamDefinition &definition = paramDefinitions()->row(field.number);
     // A name that is nowhere on the screen gets no entry in the language file.
+    const bool isNameShown = field.name || m_fieldsTellNames;
+    const QString name = isNameShown ? definitionText(definition.name) : definition.name;
     if (field.name)
-        field.name->setText(definitionText(definition.name));
-    field.user->setAccessibleName(field.name ? field.name->text() : definition.name);
+        field.name->setText(name);
+    nameField(field, name);
+    field.guide->tell(field.number, name);
     field.deviceValue->setEnabled(false);
     field.deviceValue->setAlignment(Qt::AlignRight);
     field.user->setAlignment(Qt::AlignRight);
@@ -98,6 +104,28 @@ void LabelledDataWidget::initParamWidgets(ParamField &field)
         field.unit->setEnabled(false);
     }
     field.connections = 0;
+}
+
+void LabelledDataWidget::nameField(const ParamField &field, const QString &parameterName)
+{
+    QString name = FieldTexts::nameOf(field.number, parameterName);
+    if (field.mapping != field.number)
+        name = toolTipText("FieldSecond", "%1 (zweites Feld)").arg(name);
+    else if (isNameTaken(field, name))
+        name += QStringLiteral(" (%1)").arg(FieldTexts::nameOf(field.number, QString()));
+    field.user->setAccessibleName(name);
+}
+
+/// By a field before this one; those behind it still have the names of the last showing.
+bool LabelledDataWidget::isNameTaken(const ParamField &field, const QString &name) const
+{
+    for (const ParamField &other : m_fields) {
+        if (other.user == field.user)
+            return false;
+        if (other.user->accessibleName() == name)
+            return true;
+    }
+    return false;
 }
 
 void LabelledDataWidget::newDeviceParam(const Z7DeviceParam &param)
@@ -116,7 +144,10 @@ void LabelledDataWidget::showDeviceValue(ParamField &field, int value)
         return;
     auto *validator = qobject_cast<QIntValidator *>(const_cast<QValidator *>(field.user->validator()));
     const Z7ParamDefinition &definition = paramDefinitions()->row(field.number);
-    validator->setRange(definition.minimum, definition.maximum);
+    if (validator->bottom() != definition.minimum || validator->top() != definition.maximum) {
+        validator->setRange(definition.minimum, definition.maximum);
+        field.guide->judge();
+    }
     if (field.connections < mostConnections) {
         connect(field.user, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
         // Each call leaves a connection behind as well.

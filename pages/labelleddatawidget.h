@@ -4,6 +4,7 @@
 
 #include <QVector>
 
+class FieldGuide;
 class QLabel;
 class QLineEdit;
 class QSignalMapper;
@@ -39,6 +40,9 @@ protected:
     /// Shows a parameter of the page a second time, in widgets of names ending in "_2". The second field maps
     /// to `mappingNumber`, which is no parameter, and what is typed in one field appears in the other.
     void addSecondField(int number, int mappingNumber);
+    /// The names of parameters that no label shows are told by their fields, in the user's language: the
+    /// picture of the page has other words for them.
+    void tellNamesInFields() { m_fieldsTellNames = true; }
 
 public slots:
     void ParamChanged(int nParamID);
@@ -52,16 +56,20 @@ private:
         QLabel *deviceValue;
         QLabel *unit; ///< null where the parameter has none
         QLabel *name; ///< null on pages whose picture names the parameter
+        FieldGuide *guide;
         int connections; ///< from the field to the mapper of this showing
     };
 
-    ParamField findField(int number, int mapping, const QString &stem, const QString &suffix) const;
+    ParamField findField(int number, int mapping, const QString &stem, const QString &suffix);
     void initParamWidgets(ParamField &field);
+    void nameField(const ParamField &field, const QString &parameterName);
+    bool isNameTaken(const ParamField &field, const QString &name) const;
     void showDeviceValue(ParamField &field, int value);
     void copyToOtherFields(const ParamField &source);
 
     const TextSection m_texts;
     const char *m_description;
+    bool m_fieldsTellNames = false;
     QVector<ParamField> m_fields;
     QSignalMapper *m_mapper = nullptr;
 };

@@ -4,13 +4,16 @@
 #include "model/errorcodes.h"
 #include "model/parameterconflicts.h"
 #include "model/parameterdefinitions.h"
+#include "pages/fieldguide.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
 #include "ui_parametertabledialog.h"
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSignalMapper>
 
@@ -51,6 +54,27 @@ constexpr int fittedColumns[] = {NumberColumn, NameColumn, UnitColumn};
 constexpr QRgb lightGrey = qRgb(230, 230, 230);
 constexpr QRgb darkGrey = qRgb(200, 200, 200);
 
+/// What a key does to the rows; nothing for any other.
+QAbstractSlider::SliderAction scrollingOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Up:
+        return QAbstractSlider::SliderSingleStepSub;
+    case Qt::Key_Down:
+        return QAbstractSlider::SliderSingleStepAdd;
+    case Qt::Key_PageUp:
+        return QAbstractSlider::SliderPageStepSub;
+    case Qt::Key_PageDown:
+        return QAbstractSlider::SliderPageStepAdd;
+    case Qt::Key_Home:
+        return QAbstractSlider::SliderToMinimum;
+    case Qt::Key_End:
+        return QAbstractSlider::SliderToMaximum;
+    default:
+        return QAbstractSlider::SliderNoAction;
+    }
+}
+
 } // namespace
 
 ParameterTableDialog::ParameterTableDialog(QWidget *parent)
@@ -61,6 +85,9 @@ ParameterTableDialog::ParameterTableDialog(QWidget *parent)
     PageStyle::paintHeader(m_ui->TopFrame);
     // The style's own minimum would make the rows higher.
     m_ui->ParameterTable->verticalHeader()->setMinimumSectionSize(rowHeight);
+    // Its cells take no focus, so that Tab has nowhere to go among them.
+    m_ui->ParameterTable->setTabKeyNavigation(false);
+    m_ui->ParameterTable->installEventFilter(this);
     allParameters = true;
     initPage();
 }
@@ -70,6 +97,7 @@ ParameterTableDialog::~ParameterTableDialog() = default;
 void ParameterTableDialog::initPage()
 {
     m_ui->LIntro->setText(texts("Introduction", ""));
+    m_ui->ParameterTable->setAccessibleName(texts("Title", "Parametertabelle"));
     // An empty band above the table would only take room from it.
     m_ui->TopFrame->setVisible(!m_ui->LIntro->text().isEmpty());
     m_ui->ParameterTable->setColumnCount(ColumnCount);
@@ -101,11 +129,13 @@ int ParameterTableDialog::rowForParam(int number)
     Row shown;
     shown.number = number;
     shown.user = addUserField(row, definition);
+    shown.guide = new FieldGuide(this, shown.user);
     m_rows.append(shown);
     m_ui->ParameterTable->setRowHeight(row, rowHeight);
     cell(row, NumberColumn)->setText(QString::number(number));
     cell(row, UnitColumn)->setText(definitionText(definition.unit));
     cell(row, NameColumn)->setText(definitionText(definition.name));
+    tellField(row);
     m_fittedWidths.clear();
     return row;
 }
@@ -133,7 +163,19 @@ QLineEdit *ParameterTableDialog::addUserField(int row, const Z7ParamDefinition &
     m_ui->ParameterTable->setCellWidget(row, UserColumn, field);
     connect(field, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
     m_mapper->setMapping(field, row);
+    // What is made in a window that is shown comes last in it otherwise.
+    QWidget *before =
+        m_rows.isEmpty() ? static_cast<QWidget *>(m_ui->ParameterTable) : m_rows.constLast().user;
+    QWidget::setTabOrder(before, field);
     return field;
+}
+
+void ParameterTableDialog::tellField(int row) const
+{
+    const Row &shown = m_rows.at(row);
+    const QString name = cell(row, NameColumn)->text();
+    shown.user->setAccessibleName(QStringLiteral("%1 %2").arg(QString::number(shown.number), name).trimmed());
+    shown.guide->tell(shown.number, name);
 }
 
 /// A field whose row goes under it is deleted, but the view keeps a note of it to the end; one that is taken
@@ -284,6 +326,18 @@ bool ParameterTableDialog::event(QEvent *event)
         break;
     }
     return Z7DataWidget::event(event);
+}
+
+bool ParameterTableDialog::eventFilter(QObject *table, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return Z7DataWidget::eventFilter(table, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const QAbstractSlider::SliderAction scrolling = scrollingOf(key->key());
+    if (scrolling == QAbstractSlider::SliderNoAction || (key->modifiers() & ~Qt::KeypadModifier))
+        return false;
+    m_ui->ParameterTable->verticalScrollBar()->triggerAction(scrolling);
+    return true;
 }
 
 void ParameterTableDialog::TextChanged(int row)

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class FieldGuide;
 class QLineEdit;
 class QSignalMapper;
 class QTableWidgetItem;
@@ -43,6 +44,8 @@ public slots:
 
 protected:
     bool event(QEvent *event) override;
+    /// Scrolls the table by keys: its cells take none.
+    bool eventFilter(QObject *table, QEvent *event) override;
 
 private:
     /// What the user wants of a parameter, seen from what the drive has.
@@ -54,6 +57,7 @@ private:
     {
         int number = 0;
         QLineEdit *user = nullptr;
+        FieldGuide *guide = nullptr;
         int deviceValue = 0; ///< 0 also as long as the drive has reported none
         bool isReported = false;
         QString remark;
@@ -65,6 +69,7 @@ private:
     bool isForeignRow(const Row &row, const Z7DeviceParamSet &own) const;
     void addCells(int row);
     QLineEdit *addUserField(int row, const Z7ParamDefinition &definition);
+    void tellField(int row) const;
     void showDeviceValue(int row, int value);
     void showRemark(int row, const QString &remark);
     static Wish wish(const Row &row);

@@ -2,6 +2,8 @@
 
 #include "control/services/language.h"
 #include "model/drivefacts.h"
+#include "model/parameterdefinitions.h"
+#include "pages/fieldguide.h"
 #include "pages/integervalidator.h"
 #include "pages/messages.h"
 #include "pages/pagestyle.h"
@@ -14,6 +16,7 @@ RS485Dialog::RS485Dialog(QWidget *parent)
     m_ui->setupUi(this);
     m_ui->BtnChangeAdress->setIcon(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png")));
     addParamId(ParameterNumber::BusAddress);
+    m_guide = new FieldGuide(this, m_ui->edParam0x52User);
 }
 
 RS485Dialog::~RS485Dialog() = default;
@@ -38,6 +41,10 @@ void RS485Dialog::initPage()
     m_ui->edParam0x52User->setAlignment(Qt::AlignRight);
     delete m_ui->edParam0x52User->validator();
     m_ui->edParam0x52User->setValidator(new IntegerValidator(lowestBusAddress, highestBusAddress, this));
+    m_ui->edParam0x52User->setAccessibleName(m_ui->lNewAdress->text());
+    m_guide->tell(ParameterNumber::BusAddress,
+        definitionText(paramDefinitions()->paramName(ParameterNumber::BusAddress)),
+        FieldGuide::Limits {lowestBusAddress, highestBusAddress});
 }
 
 void RS485Dialog::clearUserValues()

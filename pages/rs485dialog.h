@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class FieldGuide;
+
 namespace Ui {
 class RS485Dialog;
 }
@@ -34,4 +36,5 @@ public slots:
 
 private:
     const std::unique_ptr<Ui::RS485Dialog> m_ui;
+    FieldGuide *m_guide = nullptr;
 };

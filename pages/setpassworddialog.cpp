@@ -1,6 +1,8 @@
 #include "pages/setpassworddialog.h"
 
 #include "control/services/language.h"
+#include "pages/fieldnotice.h"
+#include "pages/fieldtexts.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
 #include "ui_setpassworddialog.h"
@@ -42,10 +44,18 @@ void SetPasswordDialog::prepare(int password, const QString &deviceName)
     for (QLineEdit *field : {m_ui->edOldPassword, m_ui->edNewPassword_1, m_ui->edNewPassword_2}) {
         delete field->validator();
         field->setValidator(new IntegerValidator(this));
+        field->setToolTip(FieldTexts::whatIsTaken(field->validator()));
+        field->setAccessibleDescription(field->toolTip());
+        connect(field, SIGNAL(inputRejected()), this, SLOT(sayWhatIsTaken()), Qt::UniqueConnection);
     }
     m_ui->edOldPassword->setFocus();
     connect(m_ui->BtnOK, SIGNAL(clicked()), SLOT(checkPassword()));
     connect(m_ui->BtnAbort, SIGNAL(clicked()), SLOT(close()));
+}
+
+void SetPasswordDialog::sayWhatIsTaken()
+{
+    FieldNotice::sayWhatIsTaken(this, qobject_cast<QLineEdit *>(sender()));
 }
 
 void SetPasswordDialog::setTexts(const QString &deviceName)
@@ -57,6 +67,8 @@ void SetPasswordDialog::setTexts(const QString &deviceName)
     m_ui->lOldPassword->setText(passwordText("Password", "Passwort"));
     m_ui->lNewPassword_1->setText(passwordText("NewPassword", "Neues Passwort"));
     m_ui->lNewPassword_2->setText(passwordText("NewPasswordRepetition", "Passwort - Wiederholung"));
+    for (QLabel *label : {m_ui->lOldPassword, m_ui->lNewPassword_1, m_ui->lNewPassword_2})
+        label->buddy()->setAccessibleName(label->text());
 }
 
 void SetPasswordDialog::clearFields()

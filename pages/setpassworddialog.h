@@ -28,6 +28,9 @@ signals:
 public slots:
     void checkPassword();
 
+private slots:
+    void sayWhatIsTaken();
+
 private:
     void setTexts(const QString &deviceName);
     void clearFields();

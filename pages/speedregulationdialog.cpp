@@ -12,6 +12,7 @@ SpeedRegulationDialog::SpeedRegulationDialog(QWidget *parent)
     // These two stand on widgets that bear other numbers.
     addParam(0x21, QStringLiteral("Param0x20"));
     addParam(0x3C, QStringLiteral("Param0x22"));
+    tellNamesInFields();
 }
 
 SpeedRegulationDialog::~SpeedRegulationDialog() = default;
