@@ -7,6 +7,7 @@
 #include "pages/fieldguide.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
+#include "pages/parameterfinder.h"
 #include "ui_parametertabledialog.h"
 
 #include <QEvent>
@@ -88,6 +89,8 @@ ParameterTableDialog::ParameterTableDialog(QWidget *parent)
     // Its cells take no focus, so that Tab has nowhere to go among them.
     m_ui->ParameterTable->setTabKeyNavigation(false);
     m_ui->ParameterTable->installEventFilter(this);
+    m_finder = new ParameterFinder(m_ui->ParameterTable, {NumberColumn, NameColumn, UserColumn}, this);
+    m_ui->verticalLayout->addWidget(m_finder);
     allParameters = true;
     initPage();
 }
@@ -182,6 +185,7 @@ void ParameterTableDialog::tellField(int row) const
 /// out first leaves none.
 void ParameterTableDialog::removeRows()
 {
+    m_finder->forgetRows();
     for (int row = 0; row < m_rows.size(); ++row) {
         m_rows.at(row).user->hide();
         m_ui->ParameterTable->removeCellWidget(row, UserColumn);
@@ -274,6 +278,7 @@ void ParameterTableDialog::clearUserValues()
 
 void ParameterTableDialog::showUserValues(const Z7DeviceParamSet &own)
 {
+    m_finder->forgetRows();
     // Another drive's file makes rows behind all others.
     while (!m_rows.isEmpty() && isForeignRow(m_rows.constLast(), own)) {
         m_paramRows.remove(m_rows.constLast().number);
@@ -326,6 +331,11 @@ bool ParameterTableDialog::event(QEvent *event)
         break;
     }
     return Z7DataWidget::event(event);
+}
+
+void ParameterTableDialog::findParameter()
+{
+    m_finder->open();
 }
 
 bool ParameterTableDialog::eventFilter(QObject *table, QEvent *event)

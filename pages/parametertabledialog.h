@@ -8,6 +8,7 @@
 #include <memory>
 
 class FieldGuide;
+class ParameterFinder;
 class QLineEdit;
 class QSignalMapper;
 class QTableWidgetItem;
@@ -41,6 +42,8 @@ public:
 
 public slots:
     void TextChanged(int row);
+    /// Opens the line in which a parameter is found by its number or a part of its name.
+    void findParameter();
 
 protected:
     bool event(QEvent *event) override;
@@ -86,4 +89,5 @@ private:
     QVector<int> m_fittedWidths; ///< as the last fitting left them; empty if something came since
     QSignalMapper *m_mapper = nullptr; ///< maps a field to its row
     const std::unique_ptr<Ui::ParameterTableDialog> m_ui;
+    ParameterFinder *m_finder = nullptr;
 };

@@ -3,6 +3,7 @@
 #include "control/services/options.h"
 #include "control/services/services.h"
 #include "pages/pagefactory.h"
+#include "pages/parametertabledialog.h"
 #include "tests/shell/contentband.h"
 #include "tests/support/isolatedtest.h"
 #include "tests/support/listedports.h"
@@ -23,6 +24,7 @@ class TestShownFields : public IsolatedTest
 
 private slots:
     void focusedRowIsSeenInWindow();
+    void parameterIsFoundInWindow();
     void noticeIsSeenInWindow();
     void manyRecordsLeaveWhatIsTyped();
     void rowsOfLaterRecordFollowInTabOrder();
@@ -79,6 +81,18 @@ void TestShownFields::focusedRowIsSeenInWindow()
         QVERIFY(QApplication::focusWidget() != before);
         QVERIFY(isSeenWhole(QApplication::focusWidget()));
     }
+}
+
+void TestShownFields::parameterIsFoundInWindow()
+{
+    QVERIFY(show(PageNumber::ParameterTable));
+    band->content->findChild<ParameterTableDialog *>()->findParameter();
+    QTest::keyClicks(QApplication::focusWidget(), "129");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(field(129)->hasFocus());
+    QVERIFY(isSeenWhole(field(129)));
+    QTest::keyClicks(QApplication::focusWidget(), "12");
+    QVERIFY(band->controller.hasModifiedParams(PageNumber::ParameterTable, first.deviceId()));
 }
 
 void TestShownFields::noticeIsSeenInWindow()
