@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace {
 
 /// Between the field and the notice.
@@ -67,13 +69,36 @@ bool FieldNotice::eventFilter(QObject *field, QEvent *event)
     return QLabel::eventFilter(field, event);
 }
 
+/// Below the field, to its right or above it: where it is seen whole and covers no other field, if it can.
 void FieldNotice::placeBeside(const QLineEdit &field)
 {
     adjustSize();
     const QRect seen = parentWidget()->visibleRegion().boundingRect();
-    const QRect covered(field.mapTo(parentWidget(), QPoint()), field.size());
-    const int below = covered.bottom() + 1 + gap;
-    const int above = covered.top() - gap - height();
-    move(qMax(seen.left(), qMin(covered.left(), seen.right() + 1 - width())),
-        below + height() <= seen.bottom() + 1 ? below : above);
+    const QRect asked = placeOf(field);
+    const int left = qMax(seen.left(), qMin(asked.left(), seen.right() + 1 - width()));
+    const QPoint below(left, asked.bottom() + 1 + gap);
+    const QPoint right(asked.right() + 1 + gap, asked.center().y() - height() / 2);
+    const QPoint above(left, asked.top() - gap - height());
+    QPoint place = seen.contains(QRect(below, size())) ? below : above;
+    for (const QPoint &candidate : {below, right, above}) {
+        const QRect covered(candidate, size());
+        if (seen.contains(covered) && !coversAnotherField(covered, field)) {
+            place = candidate;
+            break;
+        }
+    }
+    move(place);
+}
+
+QRect FieldNotice::placeOf(const QLineEdit &field) const
+{
+    return {field.mapTo(parentWidget(), QPoint()), field.size()};
+}
+
+bool FieldNotice::coversAnotherField(const QRect &covered, const QLineEdit &field) const
+{
+    const auto fields = parentWidget()->findChildren<QLineEdit *>();
+    return std::any_of(fields.begin(), fields.end(), [&](const QLineEdit *other) {
+        return other != &field && other->isVisible() && placeOf(*other).intersects(covered);
+    });
 }

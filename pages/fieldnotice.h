@@ -26,6 +26,8 @@ private:
 
     void watch(QLineEdit *field);
     void placeBeside(const QLineEdit &field);
+    QRect placeOf(const QLineEdit &field) const;
+    bool coversAnotherField(const QRect &covered, const QLineEdit &field) const;
 
     QPointer<QLineEdit> m_field; ///< the one that did not take a key last
 };

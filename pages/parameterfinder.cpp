@@ -15,7 +15,6 @@
 namespace {
 
 constexpr int inputWidth = 200;
-constexpr int edgeWidth = 2;
 
 } // namespace
 
@@ -43,10 +42,8 @@ ParameterFinder::ParameterFinder(QTableWidget *table, const Columns &columns, QW
     connect(m_input, SIGNAL(textChanged(QString)), SLOT(search(QString)));
     m_result->setTextFormat(Qt::PlainText);
     m_result->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_frame->setFrameShape(QFrame::Box);
-    m_frame->setLineWidth(edgeWidth);
+    m_frame->setStyleSheet(QStringLiteral("border: 2px solid %1;").arg(PageStyle::blue().name()));
     m_frame->setAttribute(Qt::WA_TransparentForMouseEvents);
-    PageStyle::paintText(m_frame, PageStyle::blue());
     m_frame->hide();
     hide();
 }
