@@ -83,6 +83,12 @@ bool waitUntil(const std::function<bool()> &condition, int ms)
     return QTest::qWaitFor(condition, ms);
 }
 
+bool bringToFront(QWidget *window)
+{
+    window->activateWindow();
+    return QTest::qWaitFor([window] { return QApplication::activeWindow() == window; });
+}
+
 QWidget *seen(const QWidget &window, const char *name)
 {
     auto *widget = window.findChild<QWidget *>(QString::fromLatin1(name));

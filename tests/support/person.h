@@ -26,6 +26,10 @@ constexpr int patienceMs = 20000;
 /// Lets the program run until the condition holds; false if it does not within that time.
 bool waitUntil(const std::function<bool()> &condition, int ms = patienceMs);
 
+/// Brings a window to the front, as a desktop does with the one behind a dialog that has closed; false if it
+/// does not come.
+bool bringToFront(QWidget *window);
+
 /// The widget of that name below `window` if it is on the screen, or null.
 QWidget *seen(const QWidget &window, const char *name);
 
