@@ -4,6 +4,7 @@
 #include "pages/fieldnotice.h"
 #include "pages/fieldtexts.h"
 #include "pages/integervalidator.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "ui_setpassworddialog.h"
 
@@ -30,6 +31,7 @@ SetPasswordDialog::SetPasswordDialog(QWidget *parent)
     PageStyle::keepPlaceWhenHidden(m_ui->lError);
     m_ui->BtnAbort->setIcon(QIcon(QStringLiteral(":/images/cancel-icon_16px.png")));
     m_ui->BtnOK->setIcon(QIcon(QStringLiteral(":/images/tick-icon_16px.png")));
+    Keyboard::showFocus(m_ui->BtnOK);
 }
 
 SetPasswordDialog::~SetPasswordDialog() = default;

@@ -1,8 +1,8 @@
 #include "shell/devicecontrolwidget.h"
 
 #include "control/services/language.h"
-#include "model/drivefacts.h"
 #include "model/errorcodes.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "ui_devicecontrolwidget.h"
 
@@ -19,6 +19,20 @@ const char *lampResource(DriveCondition condition)
         return ":/images/GreenIcon_16px.png";
     default:
         return ":/images/GrayIcon_16px.png";
+    }
+}
+
+QString lampName(DriveCondition condition)
+{
+    switch (condition) {
+    case DriveCondition::Fault:
+        return toolTipText("LampFault", "Antrieb: Störung");
+    case DriveCondition::AcknowledgeRequired:
+        return toolTipText("LampAcknowledge", "Antrieb: Quittierung nötig");
+    case DriveCondition::Working:
+        return toolTipText("LampWorking", "Antrieb: aktiv oder bereit");
+    default:
+        return toolTipText("LampIdle", "Antrieb: weder aktiv noch bereit");
     }
 }
 
@@ -39,6 +53,9 @@ DeviceControlWidget::DeviceControlWidget(QWidget *parent)
     PageStyle::keepPlaceWhenHidden(m_ui->PgBarComm);
     m_ui->PgBarComm->hide();
     PageStyle::paintText(m_ui->LLastMessage, Qt::red);
+    m_ui->LCommStatus->setAccessibleName(toolTipText("Link", "Zustand der Verbindung"));
+    m_ui->LDeviceStatus->setAccessibleName(toolTipText("Lamp", "Gerätestatus"));
+    m_ui->PgBarComm->setAccessibleName(toolTipText("Progress", "Fortschritt der Übertragung"));
 }
 
 DeviceControlWidget::~DeviceControlWidget() = default;
@@ -73,27 +90,48 @@ void DeviceControlWidget::showDevice(const Z7Device &device)
 {
     m_ui->LPort->setText(device.portInfo.portName());
     m_ui->LDevice->setText(shortDeviceName(device));
-    m_ui->LDeviceStatus->setPixmap(PageStyle::smallPixmap(lampResource(driveCondition(device.statusBits))));
+    showLamp(driveCondition(device.statusBits));
     m_ui->lCurrent->setText(QString::number(device.actualSpeed));
     m_ui->LPower->setText(QString::number(device.actualCurrent));
     m_ui->lCurrentText->setText(commonText("CurrentRotations", "Ist-Drehzahl:"));
     m_ui->lPowerText->setText(commonText("CurrentCurrent", "Ist-Strom:"));
     m_ui->LLastMessage->setText(device.hasError() ? localizedErrorText(device.error) : QString());
-    showCommunicationState(device);
+    if (device.isAccessGranted() && !device.hasError())
+        showLink(Link::Good);
+    else
+        showLink(device.isConnected() ? Link::Limited : Link::None);
 }
 
-void DeviceControlWidget::showCommunicationState(const Z7Device &device)
+void DeviceControlWidget::showLamp(DriveCondition condition)
 {
-    if (device.isAccessGranted() && !device.hasError()) {
+    if (m_lamp == condition)
+        return;
+    m_lamp = condition;
+    m_ui->LDeviceStatus->setPixmap(PageStyle::smallPixmap(lampResource(condition)));
+    Keyboard::setName(m_ui->LDeviceStatus, lampName(condition));
+}
+
+void DeviceControlWidget::showLink(Link link)
+{
+    if (m_link == link)
+        return;
+    m_link = link;
+    switch (link) {
+    case Link::Good:
         m_ui->LCommStatus->setPixmap(PageStyle::mediumPixmap(":/images/usb_green_24px.png"));
-        showDriveParts(true, true);
-    } else if (device.isConnected()) {
+        Keyboard::setName(m_ui->LCommStatus, toolTipText("LinkGood", "Verbindung: in Ordnung"));
+        break;
+    case Link::Limited:
         m_ui->LCommStatus->setPixmap(PageStyle::mediumPixmap(":/images/usb_yellow_24px.png"));
-        showDriveParts(true, false);
-    } else {
+        Keyboard::setName(
+            m_ui->LCommStatus, toolTipText("LinkLimited", "Verbindung: kein Zugriff oder Fehler"));
+        break;
+    case Link::None:
         m_ui->LCommStatus->setPixmap(PageStyle::mediumPixmap(":/images/usb_red_24px.png"));
-        showDriveParts(false, false);
+        Keyboard::setName(m_ui->LCommStatus, toolTipText("LinkNone", "Verbindung: keine Antwort"));
+        break;
     }
+    showDriveParts(link != Link::None, link == Link::Good);
 }
 
 void DeviceControlWidget::showDriveParts(bool name, bool values)

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "model/drivefacts.h"
 #include "pages/idevicedatacallback.h"
 
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class DeviceControlWidget;
@@ -26,9 +28,16 @@ public:
     void transactionProgress() override;
 
 private:
+    enum class Link { Good, Limited, None };
+
     void showDevice(const Z7Device &device);
-    void showCommunicationState(const Z7Device &device);
+    void showLamp(DriveCondition condition);
+    void showLink(Link link);
     void showDriveParts(bool name, bool values);
+
+    /// What the lamps were named after last.
+    std::optional<DriveCondition> m_lamp;
+    std::optional<Link> m_link;
 
     const std::unique_ptr<Ui::DeviceControlWidget> m_ui;
 };

@@ -1,6 +1,7 @@
 #include "shell/deviceselectiondialog.h"
 
 #include "control/services/language.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "ui_deviceselectiondialog.h"
 
@@ -12,6 +13,8 @@ DeviceSelectionDialog::DeviceSelectionDialog(QWidget *parent)
     PageStyle::paintHeader(m_ui->fTop);
     m_ui->BtnAbort->setIcon(QIcon(QStringLiteral(":/images/cancel-icon_16px.png")));
     m_ui->BtnOK->setIcon(QIcon(QStringLiteral(":/images/tick-icon_16px.png")));
+    Keyboard::showFocus(m_ui->lstDevices);
+    Keyboard::showFocus(m_ui->BtnOK);
 }
 
 DeviceSelectionDialog::~DeviceSelectionDialog() = default;
@@ -23,6 +26,8 @@ void DeviceSelectionDialog::reset()
     m_ui->BtnOK->setText(commonText("OK", "OK"));
     m_ui->BtnAbort->setText(commonText("Abort", "Abbrechen"));
     m_ui->lstDevices->clear();
+    m_ui->lstDevices->setAccessibleName(toolTipText("Drives", "Antriebe"));
+    m_ui->lstDevices->setFocus();
     connect(m_ui->BtnOK, SIGNAL(clicked()), SLOT(postSelectedDevices()));
     connect(m_ui->BtnAbort, SIGNAL(clicked()), SLOT(close()));
 }

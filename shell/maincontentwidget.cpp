@@ -4,12 +4,17 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
+#include "pages/keyboard.h"
 #include "pages/pagefactory.h"
 #include "pages/pagestyle.h"
+#include "pages/parametertabledialog.h"
+#include "shell/keynames.h"
 #include "shell/pageicon.h"
 #include "ui_maincontentwidget.h"
 
+#include <QKeyEvent>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTableWidget>
 #include <QTreeWidgetItemIterator>
 
@@ -53,6 +58,13 @@ public:
         QTreeWidgetItem::setData(column, role, value);
     }
 
+    QVariant data(int column, int role) const override
+    {
+        // Nothing is worked out for screen readers before they ask.
+        return role == Qt::AccessibleTextRole ? m_text + pageMarks(pageNumber, m_isModified, m_isActive)
+                                              : QTreeWidgetItem::data(column, role);
+    }
+
     /// Sets only what differs: every setting has the item painted anew.
     void show(const QString &text, bool modified, bool active)
     {
@@ -61,6 +73,9 @@ public:
         const int marks = (modified ? 2 : 0) | (active ? 1 : 0);
         if (m_marks == marks)
             return;
+        // Who hears of the icon's change asks what the marks are.
+        m_isModified = modified;
+        m_isActive = active;
         setIcon(0, pageIcon(pageNumber, deviceId, modified, active));
         m_marks = marks;
     }
@@ -71,6 +86,8 @@ public:
 private:
     static constexpr int unknownMarks = -1;
 
+    bool m_isModified = false;
+    bool m_isActive = false;
     QString m_text;
     int m_marks = unknownMarks;
 };
@@ -91,6 +108,7 @@ MainContentWidget::MainContentWidget(Z7MainController *controller, QWidget *pare
     PageStyle::paintText(m_ui->LParamWarning, Qt::red);
     PageStyle::keepPlaceWhenHidden(m_ui->LParamWarning);
     setButtonTexts();
+    createKeys();
     disableDataButtons();
 }
 
@@ -102,6 +120,29 @@ void MainContentWidget::setButtonTexts()
     m_ui->BtnWriteAndStore->setText(commonText("WriteAndStore", "Schreiben+Speichern"));
     m_ui->BtnDownload->setText(commonText("Download", "Lesen"));
     m_ui->BtnUpload->setText(commonText("Upload", "Schreiben"));
+    m_ui->BtnDownload->setToolTip(KeyNames::read());
+    m_ui->BtnUpload->setToolTip(KeyNames::write());
+    m_ui->BtnWriteAndStore->setToolTip(KeyNames::writeAndStore());
+    m_ui->MainMenuTree->setAccessibleName(toolTipText("Tree", "Antriebe und Seiten"));
+    m_ui->MainContentScrollArea->setAccessibleName(toolTipText("Page", "Inhalt der Seite"));
+    m_ui->LParamWarning->setAccessibleDescription(toolTipText("ConflictLine", "Konflikt der Werte"));
+}
+
+void MainContentWidget::createKeys()
+{
+    Keyboard::pressByKey(this, Qt::Key_F5, m_ui->BtnDownload);
+    // The key of the number block is another one.
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        Keyboard::pressByKey(this, Qt::CTRL + key, m_ui->BtnUpload);
+        Keyboard::pressByKey(this, Qt::CTRL + Qt::SHIFT + key, m_ui->BtnWriteAndStore);
+    }
+    auto *find = new QShortcut(Qt::CTRL + Qt::SHIFT + Qt::Key_F, this);
+    find->setAutoRepeat(false);
+    connect(find, SIGNAL(activated()), SLOT(findParameter()));
+    Keyboard::showFocus(m_ui->MainMenuTree);
+    Keyboard::showFocus(m_ui->MainContentScrollArea);
+    m_ui->MainMenuTree->installEventFilter(this);
+    m_ui->MainMenuTree->viewport()->installEventFilter(this);
 }
 
 void MainContentWidget::enableDataButtons()
@@ -152,10 +193,12 @@ void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
     // Showing the page may rebuild the tree, which deletes the item.
     const int pageNumber = item->data(0, pageRole).toInt();
     const int deviceId = item->data(0, deviceRole).toInt();
+    m_place = {pageNumber, deviceId};
     if (m_controller->showPage(pageNumber, deviceId, m_ui->MainContentScrollArea, m_ui->DataLayout)) {
         enableDataButtons();
         m_ui->LContentTitle->setText(pageTitle(pageNumber));
         m_ui->DeviceCommButtonFrame->setEnabled(true);
+        Keyboard::putInTabOrder(m_ui->DataWidgetContent, m_ui->MainContentScrollArea);
     } else {
         takeOutShownPage();
     }
@@ -184,14 +227,11 @@ void MainContentWidget::setWriteTip(const QString &text)
 
 void MainContentWidget::clickPage(int pageNumber, int deviceId)
 {
-    for (QTreeWidgetItemIterator entry(m_ui->MainMenuTree); *entry; ++entry) {
-        const PageItem *page = pageItem(*entry);
-        if (page && page->pageNumber == pageNumber && page->deviceId == deviceId) {
-            m_ui->MainMenuTree->scrollToItem(*entry);
-            emit m_ui->MainMenuTree->itemClicked(*entry, 0);
-            return;
-        }
-    }
+    PageItem *item = itemAt({pageNumber, deviceId});
+    if (!item)
+        return;
+    m_ui->MainMenuTree->scrollToItem(item);
+    emit m_ui->MainMenuTree->itemClicked(item, 0);
 }
 
 void MainContentWidget::focusParameter(int number)
@@ -214,6 +254,72 @@ QWidget *MainContentWidget::userField(int number) const
             return table->cellWidget(row, fieldColumn);
     }
     return nullptr;
+}
+
+// --- the keys ---
+
+bool MainContentWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        m_walkedByKey = false;
+    } else if (event->type() == QEvent::KeyPress) {
+        if (isKeyTaken(static_cast<const QKeyEvent &>(*event)))
+            return true;
+    } else if (event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+            walkByKey();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool MainContentWidget::isKeyTaken(const QKeyEvent &key)
+{
+    walkByKey();
+    const bool opens =
+        key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Space;
+    if (!opens || (key.modifiers() & ~Qt::KeypadModifier))
+        return false;
+    QTreeWidgetItem *item = m_ui->MainMenuTree->currentItem();
+    if (item && !key.isAutoRepeat())
+        emit m_ui->MainMenuTree->itemClicked(item, 0);
+    return true;
+}
+
+void MainContentWidget::walkByKey()
+{
+    m_walkedByKey = true;
+    returnToPlace();
+}
+
+void MainContentWidget::returnToPlace()
+{
+    if (m_ui->MainMenuTree->currentItem())
+        return;
+    if (PageItem *item = itemAt(m_place))
+        m_ui->MainMenuTree->setCurrentItem(item, 0, QItemSelectionModel::NoUpdate);
+}
+
+MainContentWidget::PageItem *MainContentWidget::itemAt(const Place &place) const
+{
+    for (QTreeWidgetItemIterator item(m_ui->MainMenuTree); *item; ++item) {
+        PageItem *page = pageItem(*item);
+        if (page && page->pageNumber == place.pageNumber && page->deviceId == place.deviceId)
+            return page;
+    }
+    return nullptr;
+}
+
+void MainContentWidget::findParameter()
+{
+    if (!m_controller->hasCurrentDevice())
+        return;
+    const bool isShown = m_ui->DataWidgetContent->findChild<ParameterTableDialog *>();
+    const int drive = m_controller->currentDeviceRecord().deviceId();
+    if (!isShown)
+        clickPage(PageNumber::ParameterTable, drive);
+    if (auto *table = m_ui->DataWidgetContent->findChild<ParameterTableDialog *>())
+        QMetaObject::invokeMethod(table, "findParameter");
 }
 
 // --- the tree ---
@@ -273,7 +379,18 @@ void MainContentWidget::refreshTree(const QList<int> &deviceIds)
     }
     if (!isExpanded)
         tree->expandAll();
-    if (tree->currentIndex().isValid() || tree->selectionModel()->hasSelection())
+    forgetSelection();
+}
+
+void MainContentWidget::forgetSelection()
+{
+    QTreeWidget *tree = m_ui->MainMenuTree;
+    if (const PageItem *current = pageItem(tree->currentItem()))
+        m_place = {current->pageNumber, current->deviceId};
+    // Whoever walks the tree by keys goes on from where he is.
+    if (m_walkedByKey)
+        tree->clearSelection();
+    else if (tree->currentIndex().isValid() || tree->selectionModel()->hasSelection())
         tree->setCurrentItem(nullptr);
 }
 
@@ -282,6 +399,7 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
     QTreeWidget *tree = m_ui->MainMenuTree;
     const int scrollPosition = tree->verticalScrollBar()->value();
     const bool hadFocus = tree->hasFocus();
+    forgetSelection();
     setClickConnected(false);
     tree->setUpdatesEnabled(false);
     tree->setEnabled(false);
@@ -289,6 +407,8 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
     tree->addTopLevelItems(makeItems(deviceIds));
     tree->expandAll();
     tree->setEnabled(true);
+    if (m_walkedByKey || hadFocus)
+        returnToPlace();
     tree->doItemsLayout();
     tree->verticalScrollBar()->setValue(scrollPosition);
     tree->setUpdatesEnabled(true);

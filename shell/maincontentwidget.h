@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class QKeyEvent;
 class QTreeWidgetItem;
 class Z7MainController;
 
@@ -39,16 +40,37 @@ public:
 public slots:
     /// Shows the item's page for its drive; nothing without an item. `column` makes no difference.
     void MainMenuItemClicked(QTreeWidgetItem *item, int column);
+    /// Shows the parameter table of the selected drive and lets the user look for a parameter; nothing
+    /// without a drive.
+    void findParameter();
+
+protected:
+    /// The keys of the tree, and when the keyboard comes to it and the mouse.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     class PageItem;
+    /// What an item shows; it outlives the item.
+    struct Place
+    {
+        int pageNumber = -1;
+        int deviceId = 0;
+    };
 
     void setButtonTexts();
+    void createKeys();
     void setClickConnected(bool connected);
     void takeOutShownPage();
     QWidget *userField(int number) const;
 
     bool showsSameDrives(const QList<int> &deviceIds) const;
+    /// True if the key needs no more looking at.
+    bool isKeyTaken(const QKeyEvent &key);
+    void walkByKey();
+    /// Makes the item current again that was when the tree was last walked, without selecting it.
+    void returnToPlace();
+    void forgetSelection();
+    PageItem *itemAt(const Place &place) const;
     void refreshTree(const QList<int> &deviceIds);
     void refillTree(const QList<int> &deviceIds);
     /// The items at the top of the tree, with all those below them; the caller owns them.
@@ -62,6 +84,8 @@ private:
 
     bool m_rebuilding = false;
     bool m_clickConnected = false;
+    bool m_walkedByKey = false; ///< the last to touch the tree was no mouse
+    Place m_place; ///< the tree's current item, or the last one
     Z7MainController *const m_controller;
     const std::unique_ptr<Ui::MainContentWidget> m_ui;
 };

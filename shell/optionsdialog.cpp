@@ -3,6 +3,7 @@
 #include "control/services/language.h"
 #include "control/services/services.h"
 #include "pages/integervalidator.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "ui_optionsdialog.h"
 
@@ -33,6 +34,8 @@ optionsdialog::optionsdialog(QWidget *parent)
     connect(m_ui->BtnCancel, SIGNAL(clicked()), SLOT(close()));
     connect(m_ui->cbLanguage, SIGNAL(currentIndexChanged(int)), SLOT(languageChanged(int)));
     prepareNumberFields();
+    Keyboard::letWheelPass(m_ui->cbLanguage);
+    Keyboard::showFocus(m_ui->BtnOK);
 }
 
 optionsdialog::~optionsdialog() = default;
@@ -56,6 +59,7 @@ void optionsdialog::refresh()
     m_ui->lRestartRequired->hide();
     for (const NumberField &shown : qAsConst(m_numberFields))
         shown.field->setText(QString::number(options()->number(shown.option)));
+    m_ui->cbLanguage->setFocus();
 }
 
 void optionsdialog::setTexts()
@@ -66,6 +70,7 @@ void optionsdialog::setTexts()
     m_ui->gbCommon->setTitle(optionText("Common", "Allgemein"));
     m_ui->gbCommunication->setTitle(optionText("Communication", "Kommunikation"));
     m_ui->lLanguage->setText(optionText("Language", "Sprache"));
+    m_ui->cbLanguage->setAccessibleName(m_ui->lLanguage->text());
     m_ui->lTimeout->setText(optionText("Timeout", "Timeout [ms]"));
     m_ui->lTimeoutPolling->setText(optionText("TimeoutScaning", "Timeout Scannen [ms]"));
     m_ui->lPreselectVendorId->setText(optionText("preselectVendorID", "Vorauswahl Vendor ID"));

@@ -1,5 +1,6 @@
 #include "shell/pageicon.h"
 
+#include "control/services/language.h"
 #include "pages/pagefactory.h"
 
 #include <QCoreApplication>
@@ -62,4 +63,15 @@ QIcon pageIcon(int pageNumber, int deviceId, bool modified, bool active)
     if (pageNumber == PageNumber::DeviceStatus)
         return icons().drive.icon(modified, active);
     return icons().page.icon(modified, active);
+}
+
+QString pageMarks(int pageNumber, bool modified, bool active)
+{
+    if (!PageNumber::isPage(pageNumber) || pageNumber == PageNumber::Network)
+        return QString();
+    QString marks = QStringLiteral(", ")
+        + (active ? toolTipText("MarkAccess", "Zugriff") : toolTipText("MarkNoAccess", "kein Zugriff"));
+    if (modified)
+        marks += QStringLiteral(", ") + toolTipText("MarkModified", "geändert");
+    return marks;
 }

@@ -1,6 +1,7 @@
 #include "shell/topmenuwidget.h"
 
 #include "control/services/language.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "shell/mainwindow.h"
 #include "ui_topmenuwidget.h"
@@ -34,6 +35,7 @@ TopMenuWidget::TopMenuWidget(MainWindow *window)
     connect(m_ui->BtnOptions, SIGNAL(clicked()), window, SLOT(CallOptionsDialog()));
     connect(m_ui->BtnPdfHelp, SIGNAL(clicked()), window, SLOT(CallPdfHelpFile()));
     connect(m_ui->BtnWeb, SIGNAL(clicked()), window, SLOT(CallWebbrowserHomepage()));
+    Keyboard::pressByKey(this, Qt::Key_F1, m_ui->BtnPdfHelp);
 }
 
 TopMenuWidget::~TopMenuWidget() = default;

@@ -2,6 +2,7 @@
 
 #include "control/maincontroller.h"
 #include "control/services/language.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "protocol/telegram.h"
 #include "shell/wizard/connectionsdialog.h"
@@ -12,6 +13,8 @@
 #include <QHideEvent>
 #include <QLabel>
 
+#include <algorithm>
+
 ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(Way way, ConnectionsDialog *dialog)
     : IWizardWidget(this, dialog)
     , m_way(way)
@@ -20,6 +23,9 @@ ConfirmConnectionWizardWidget::ConfirmConnectionWizardWidget(Way way, Connection
     m_ui->setupUi(this);
     watchPorts(SLOT(tellOfPorts()));
     preparePause(&m_pause, SLOT(SendConnectCurrentDevice()));
+    m_ui->scrollArea->setAccessibleName(toolTipText("Drives", "Antriebe"));
+    Keyboard::showFocus(m_ui->scrollArea);
+    m_firstField = m_ui->scrollArea;
 }
 
 ConfirmConnectionWizardWidget::~ConfirmConnectionWizardWidget()
@@ -44,6 +50,8 @@ void ConfirmConnectionWizardWidget::enterPage()
     forgetLogOn();
     WizardRows::removeRows(m_ui->verticalLayout_3);
     m_rows.clear();
+    // Whoever presses the return key twice would go on without a drive that has let him in.
+    m_dialog->setReturnGoesOn(false);
     if (m_way == QuickConnect)
         m_devices = m_devices.mid(0, 1);
     if (m_devices.isEmpty()) {
@@ -139,14 +147,27 @@ void ConfirmConnectionWizardWidget::transactionTerminated()
     if (!hasCurrentDevice())
         return;
     if (m_answered && m_currentDevice + 1 == m_devices.size()) {
-        if (!selectedDevices().isEmpty())
+        if (!selectedDevices().isEmpty()) {
             setNavigationEnabled(true, true);
+            m_dialog->setReturnGoesOn(true);
+            goToFirstTick();
+        }
         return;
     }
     // Without an answer it was an earlier page's log-on that has ended. It kept this one from starting.
     if (m_answered)
         ++m_currentDevice;
     m_pause.start();
+}
+
+void ConfirmConnectionWizardWidget::goToFirstTick()
+{
+    if (!hasDialogsFocus(m_ui->scrollArea))
+        return;
+    const auto row = std::find_if(
+        m_rows.cbegin(), m_rows.cend(), [](const Row &tried) { return tried.check->isChecked(); });
+    if (row != m_rows.cend())
+        row->check->setFocus();
 }
 
 QList<Z7Device> ConfirmConnectionWizardWidget::selectedDevices()

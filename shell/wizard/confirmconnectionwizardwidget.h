@@ -67,6 +67,7 @@ private:
     bool isShown(int number) const { return number < m_rows.size() && number < m_devices.size(); }
     bool isAboutCurrentDevice(const Z7Device &device) const;
     void showOutcome(const Z7Device &device);
+    void goToFirstTick();
 
     const Way m_way;
     QVector<Row> m_rows; ///< one per drive; the widgets belong to the form

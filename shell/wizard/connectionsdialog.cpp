@@ -4,6 +4,7 @@
 #include "control/services/language.h"
 #include "control/services/options.h"
 #include "control/services/services.h"
+#include "pages/keyboard.h"
 #include "pages/pagefactory.h"
 #include "pages/pagestyle.h"
 #include "shell/pageicon.h"
@@ -15,6 +16,7 @@
 #include "shell/wizard/wizardrows.h"
 #include "ui_connectionsdialog.h"
 
+#include <QKeyEvent>
 #include <QSerialPortInfo>
 #include <QSet>
 
@@ -28,6 +30,11 @@ void setButton(QPushButton *button, const QString &text, const char *icon)
 {
     button->setText(text);
     button->setIcon(QIcon(QString::fromLatin1(icon)));
+}
+
+bool isReturn(const QKeyEvent &key)
+{
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
 Z7Device deviceOf(const QTreeWidgetItem *row)
@@ -70,6 +77,11 @@ ConnectionsDialog::ConnectionsDialog(Z7MainController *controller, QWidget *pare
     setTexts();
     PageStyle::paintHeader(m_ui->TopFrame);
     m_ui->LbConnectedDevices->setSelectionMode(QAbstractItemView::MultiSelection);
+    Keyboard::showFocus(m_ui->LbConnectedDevices);
+    Keyboard::showFocus(m_ui->BtnNext);
+    const QList<QPushButton *> buttons = findChildren<QPushButton *>();
+    for (QPushButton *button : buttons)
+        button->installEventFilter(this);
     hideWizardButtons();
     connectButtons();
 }
@@ -99,6 +111,7 @@ void ConnectionsDialog::setTexts()
     setButton(m_ui->BtnPrevious, connectionText("PreviousButton", "Zurück"), ":/images/back-icon_24px.png");
     setButton(m_ui->BtnNext, connectionText("NextButton", "Weiter"), ":/images/forward-icon_24px.png");
     m_ui->LbConnectedDevices->setHeaderLabel(connectionText("CurrentConnections", "Verbindungen"));
+    m_ui->LbConnectedDevices->setAccessibleName(connectionText("CurrentConnections", "Verbindungen"));
 }
 
 void ConnectionsDialog::connectButtons()
@@ -123,6 +136,34 @@ void ConnectionsDialog::setNavigationEnabled(bool enabled, bool okOnly)
     for (QPushButton *button : {m_ui->BtnNext, m_ui->BtnPrevious, m_ui->BtnCancel, m_ui->BtnScanPort,
              m_ui->BtnQuickConnect, m_ui->BtnManual, m_ui->BtnScanAllPorts, m_ui->BtnRemoveConnection})
         button->setEnabled(enabled);
+}
+
+bool ConnectionsDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto &key = static_cast<const QKeyEvent &>(*event);
+        if (isReturn(key) && key.isAutoRepeat())
+            return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void ConnectionsDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (isReturn(*event) && (event->isAutoRepeat() || !m_returnGoesOn))
+        return;
+    QDialog::keyPressEvent(event);
+}
+
+void ConnectionsDialog::setReturnGoesOn(bool goesOn)
+{
+    m_returnGoesOn = goesOn;
+    m_ui->BtnNext->setDefault(goesOn);
+}
+
+void ConnectionsDialog::goToButton(bool goesOn)
+{
+    (goesOn ? m_ui->BtnNext : m_ui->BtnPrevious)->setFocus();
 }
 
 void ConnectionsDialog::reject()
@@ -185,8 +226,7 @@ void ConnectionsDialog::startWizard(Pages pages)
     currentPage().setDevices(candidates());
     m_ui->BtnPrevious->hide();
     m_ui->BtnNext->show();
-    putInFrame(currentPage());
-    currentPage().enterPage();
+    enter(currentPage());
 }
 
 void ConnectionsDialog::nextWizardPage()
@@ -198,14 +238,17 @@ void ConnectionsDialog::nextWizardPage()
         ++m_pageIndex;
         currentPage().setDevices(devices);
         m_ui->BtnPrevious->show();
-        putInFrame(currentPage());
-        currentPage().enterPage();
+        enter(currentPage());
         return;
     }
     takeOutOfFrame();
     hideWizardButtons();
     for (const Z7Device &device : devices)
         addOrUpdateRow(device);
+    if (m_ui->BtnOK->isEnabled())
+        m_ui->BtnOK->setFocus();
+    else
+        m_ui->LbConnectedDevices->setFocus();
 }
 
 void ConnectionsDialog::previousWizardPage()
@@ -217,13 +260,20 @@ void ConnectionsDialog::previousWizardPage()
     currentPage().setDevices(devices);
     m_ui->BtnPrevious->setVisible(m_pageIndex > 0);
     m_ui->BtnOK->setEnabled(false);
-    putInFrame(currentPage());
-    currentPage().enterPage();
+    enter(currentPage());
 }
 
 bool ConnectionsDialog::hasCurrentPage() const
 {
     return m_pageIndex < m_pages.size();
+}
+
+void ConnectionsDialog::enter(IWizardWidget &page)
+{
+    setReturnGoesOn(true);
+    putInFrame(page);
+    page.enterPage();
+    Keyboard::putInTabOrder(page.widget(), m_ui->BtnScanAllPorts);
 }
 
 void ConnectionsDialog::putInFrame(IWizardWidget &page)
@@ -232,8 +282,10 @@ void ConnectionsDialog::putInFrame(IWizardWidget &page)
     page.widget()->setParent(m_ui->WizardWidget);
     m_ui->WizardLayout->addWidget(page.widget());
     page.widget()->show();
-    if (page.widget()->focusProxy())
-        page.widget()->setFocus();
+    if (page.firstField())
+        page.firstField()->setFocus();
+    else
+        goToButton(true);
 }
 
 void ConnectionsDialog::takeOutOfFrame()
@@ -267,6 +319,10 @@ void ConnectionsDialog::fill(const QList<Z7Device> &devices)
     m_ui->LbConnectedDevices->clear();
     for (const Z7Device &device : devices)
         addRow(device);
+    if (devices.isEmpty())
+        m_ui->BtnQuickConnect->setFocus();
+    else
+        m_ui->LbConnectedDevices->setFocus();
 }
 
 void ConnectionsDialog::addOrUpdateRow(const Z7Device &device)
@@ -284,6 +340,8 @@ void ConnectionsDialog::addOrUpdateRow(const Z7Device &device)
 void ConnectionsDialog::addRow(const Z7Device &device)
 {
     auto *row = new QTreeWidgetItem(m_ui->LbConnectedDevices, {deviceName(device)});
+    row->setData(0, Qt::AccessibleTextRole,
+        deviceName(device) + pageMarks(PageNumber::DeviceStatus, false, device.accessGranted));
     row->setData(0, deviceRole, QVariant::fromValue(device));
     row->setIcon(0, pageIcon(PageNumber::DeviceStatus, device.deviceId(), false, device.accessGranted));
 }

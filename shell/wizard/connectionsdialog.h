@@ -33,6 +33,11 @@ public:
     /// listed, and otherwise as `enabled` says.
     void setNavigationEnabled(bool enabled, bool okOnly);
 
+    /// Whether the return key presses the button that goes on, from wherever no other button has the focus.
+    void setReturnGoesOn(bool goesOn);
+    /// Gives the focus to the button that goes on, or to the one that goes back.
+    void goToButton(bool goesOn);
+
     /// Null once the controller has gone, which it does before this dialog.
     Z7MainController *controller() const;
 
@@ -52,6 +57,11 @@ public slots:
     void initQuickConnectWizard();
     void initAllPortsWizard();
 
+protected:
+    /// A return key that is held presses a button once.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     using Pages = std::vector<std::unique_ptr<IWizardWidget>>;
 
@@ -62,6 +72,7 @@ private:
     void startWizard(Pages pages);
     bool hasCurrentPage() const;
     IWizardWidget &currentPage() const { return *m_pages.at(m_pageIndex); }
+    void enter(IWizardWidget &page);
     void putInFrame(IWizardWidget &page);
     void takeOutOfFrame();
     void endWizard();
@@ -74,5 +85,6 @@ private:
     QPointer<Z7MainController> m_controller;
     Pages m_pages;
     size_t m_pageIndex = 0;
+    bool m_returnGoesOn = true;
     const std::unique_ptr<Ui::ConnectionsDialog> m_ui;
 };

@@ -48,6 +48,11 @@ PortState IWizardWidget::portState(const QString &portName) const
     return m_dialog->controller()->portWatch().state(portName);
 }
 
+bool IWizardWidget::hasDialogsFocus(const QWidget *field) const
+{
+    return m_dialog->focusWidget() == field;
+}
+
 void IWizardWidget::stopListening(IDeviceDataCallback *page)
 {
     if (Z7MainController *controller = m_dialog->controller())

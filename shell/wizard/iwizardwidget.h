@@ -31,6 +31,8 @@ public:
     const QList<Z7Device> &devices() const { return m_devices; }
     void setDevices(const QList<Z7Device> &devices) { m_devices = devices; }
     QWidget *widget() const { return m_widget; }
+    /// Where the focus goes when the page is shown; null if the page has no field.
+    QWidget *firstField() const { return m_firstField; }
 
 protected:
     /// Neither is owned: `widget` is the page itself, and the dialog owns the page.
@@ -46,7 +48,11 @@ protected:
     /// The page wants no more news of the transaction that it has asked for.
     void stopListening(IDeviceDataCallback *page);
 
+    /// True if the field has the dialog's focus, also while another window is in front.
+    bool hasDialogsFocus(const QWidget *field) const;
+
     QList<Z7Device> m_devices;
     QWidget *const m_widget;
     ConnectionsDialog *const m_dialog;
+    QWidget *m_firstField = nullptr;
 };

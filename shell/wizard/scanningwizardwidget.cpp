@@ -2,6 +2,7 @@
 
 #include "control/maincontroller.h"
 #include "control/services/language.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "protocol/telegram.h"
 #include "shell/wizard/connectionsdialog.h"
@@ -28,6 +29,9 @@ ScanningWizardWidget::ScanningWizardWidget(ConnectionsDialog *dialog)
     m_ui->setupUi(this);
     watchPorts(SLOT(tellOfPorts()));
     preparePause(&m_pause, SLOT(scanDevice()));
+    m_ui->scrollArea->setAccessibleName(toolTipText("Ports", "Ports"));
+    Keyboard::showFocus(m_ui->scrollArea);
+    m_firstField = m_ui->scrollArea;
 }
 
 ScanningWizardWidget::~ScanningWizardWidget()
@@ -84,6 +88,9 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
     WizardRows::addLabel(layout, QStringLiteral(" "));
     row.abort =
         new QPushButton(QIcon(QStringLiteral(":/images/cancel-icon.png")), commonText("Abort", "Abbrechen"));
+    row.abort->setAccessibleName(device.portInfo.portName() + QStringLiteral(": ") + row.abort->text());
+    // A return key that is still held from the step before ends no scan.
+    row.abort->setAutoDefault(false);
     PageStyle::keepPlaceWhenHidden(row.abort);
     row.abort->hide();
     connect(row.abort, SIGNAL(clicked()), SLOT(abortScanning()));
@@ -131,6 +138,8 @@ void ScanningWizardWidget::transactionStarted(int maxProgress, const Z7Device &d
     const Row &row = m_rows.at(m_currentPort);
     row.progress->show();
     row.abort->show();
+    if (hasDialogsFocus(m_ui->scrollArea))
+        row.abort->setFocus();
     row.progress->setMaximum(maxProgress);
 }
 
@@ -167,6 +176,8 @@ void ScanningWizardWidget::transactionTerminated()
         return;
     const Row &row = m_rows.at(m_currentPort);
     row.progress->hide();
+    if (hasDialogsFocus(row.abort))
+        m_ui->scrollArea->setFocus();
     row.abort->hide();
     if (!m_aborted && m_currentPort + 1 < m_rows.size()) {
         ++m_currentPort;
@@ -181,6 +192,8 @@ void ScanningWizardWidget::endScan()
     m_pause.stop();
     m_scanning = false;
     setNavigationEnabled(true, false);
+    if (hasDialogsFocus(m_ui->scrollArea))
+        m_dialog->goToButton(!m_foundDevices.isEmpty());
 }
 
 bool ScanningWizardWidget::leavePage()

@@ -3,6 +3,7 @@
 #include "control/services/language.h"
 #include "model/drivefacts.h"
 #include "pages/integervalidator.h"
+#include "pages/keyboard.h"
 #include "shell/wizard/wizardrows.h"
 #include "ui_scanportwizardwidget.h"
 
@@ -33,7 +34,11 @@ ScanPortWizardWidget::ScanPortWizardWidget(Way way, ConnectionsDialog *dialog)
     m_ui->LPort->setText(connectionText("Port", "Port"));
     m_ui->LAdress->setText(connectionText("Adress", "Adresse"));
     m_ui->LPassword->setText(connectionText("Password", "Passwort"));
+    m_ui->cbPorts->setAccessibleName(m_ui->LPort->text());
+    Keyboard::letWheelPass(m_ui->cbPorts);
+    m_firstField = m_ui->cbPorts;
     m_ui->BtnScanPorts->setIcon(QIcon(QStringLiteral(":/images/refresh-icon.png")));
+    m_ui->BtnScanPorts->setAccessibleName(toolTipText("RefreshPorts", "Ports aktualisieren"));
     connect(m_ui->BtnScanPorts, SIGNAL(clicked()), SLOT(updatePorts()));
     m_ui->EdAdress->setValidator(new IntegerValidator(lowestBusAddress, highestBusAddress, this));
     m_ui->EdAdress->setText(QString::number(lowestBusAddress));

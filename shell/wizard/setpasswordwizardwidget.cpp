@@ -13,7 +13,7 @@ SetPasswordWizardWidget::SetPasswordWizardWidget(ConnectionsDialog *dialog)
     m_ui->LPassword->setText(connectionText("Password", "Passwort"));
     m_ui->lIntro->setText(connectionText("PasswordInfo", "Bitte geben Sie das Passwort ein!"));
     m_ui->EdPassword->setValidator(new IntegerValidator(this));
-    setFocusProxy(m_ui->EdPassword);
+    m_firstField = m_ui->EdPassword;
 }
 
 SetPasswordWizardWidget::~SetPasswordWizardWidget() = default;

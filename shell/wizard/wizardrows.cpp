@@ -1,5 +1,7 @@
 #include "shell/wizard/wizardrows.h"
 
+#include "control/services/language.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "shell/portwording.h"
 
@@ -42,6 +44,8 @@ void showOutcome(QLabel *status, bool isGood)
 {
     status->setPixmap(
         PageStyle::smallPixmap(isGood ? ":/images/tick-icon_16px.png" : ":/images/stop-icon_16px.png"));
+    Keyboard::setName(status,
+        isGood ? toolTipText("OutcomeGood", "erfolgreich") : toolTipText("OutcomeBad", "nicht erfolgreich"));
 }
 
 void tellOfPort(QWidget *described, const PortState &port)

@@ -24,7 +24,7 @@ QHBoxLayout *addRow(QBoxLayout *rows);
 void removeRows(QBoxLayout *rows);
 /// Ends a row: what is in it keeps to the left.
 void endRow(QHBoxLayout *row);
-/// Shows in a row's label whether its port or drive has answered as it should.
+/// Shows in a row's label whether its port or drive has answered as it should, as a picture with a name.
 void showOutcome(QLabel *status, bool isGood);
 /// Says in the tool tip of a row what is known against its port, and with that widget of the row, which is
 /// described, to those who do not see it.
