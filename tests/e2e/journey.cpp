@@ -244,6 +244,11 @@ bool Journey::typeValue(int number, const QString &text, int pauseMs) const
     return Person::type(tableField(*table(), number), text, pauseMs);
 }
 
+QLineEdit *Journey::valueField(int number) const
+{
+    return rowOf(number) < 0 ? nullptr : tableField(*table(), number);
+}
+
 TableRow Journey::row(int number) const
 {
     const int row = rowOf(number);

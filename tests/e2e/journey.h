@@ -9,6 +9,7 @@
 #include <memory>
 
 class QDialog;
+class QLineEdit;
 class QTableWidget;
 class QTreeWidgetItem;
 
@@ -92,6 +93,8 @@ public:
     /// Types a value into the row of a parameter in the table; an empty text empties the field.
     bool typeValue(int number, const QString &text, int pauseMs = 0) const;
     TableRow row(int number) const;
+    /// The field of a parameter in the table; null if there is no such row.
+    QLineEdit *valueField(int number) const;
     int rowCount() const;
 
 private:
