@@ -221,8 +221,9 @@ void MainContentWidget::takeOutShownPage()
 
 void MainContentWidget::setWriteTip(const QString &text)
 {
-    m_ui->BtnUpload->setToolTip(text);
-    m_ui->BtnWriteAndStore->setToolTip(text);
+    const QString above = text.isEmpty() ? text : text + QLatin1Char('\n');
+    m_ui->BtnUpload->setToolTip(above + KeyNames::write());
+    m_ui->BtnWriteAndStore->setToolTip(above + KeyNames::writeAndStore());
 }
 
 void MainContentWidget::clickPage(int pageNumber, int deviceId)
@@ -319,7 +320,7 @@ void MainContentWidget::findParameter()
     if (!isShown)
         clickPage(PageNumber::ParameterTable, drive);
     if (auto *table = m_ui->DataWidgetContent->findChild<ParameterTableDialog *>())
-        QMetaObject::invokeMethod(table, "findParameter");
+        table->findParameter();
 }
 
 // --- the tree ---
