@@ -4,6 +4,7 @@
 #include <QPixmap>
 
 class QColor;
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QWidget;
@@ -19,14 +20,16 @@ QColor lightGrey();
 /// The red of a warning, readable on white and on the light grey.
 QColor warningRed();
 
-/// Drives' values are shown as disabled texts and are read all day: makes the grey of all such texts of the
-/// program dark enough for that, 5.8 to 1 on white. The application's palette alone reaches the children of
-/// widgets that have a style sheet.
-void darkenDisabledTexts();
+/// Makes every text of the program readable, before the first widget is made. The grounds of window and pages
+/// are light on every desktop: where the desktop's own are dark, the whole program, its menus and tool tips
+/// included, takes a light palette, and else it keeps the desktop's. Drives' values are shown as disabled
+/// texts and are read all day, so that the grey of all such texts becomes dark enough, 5.8 to 1 on white. The
+/// application's palette alone reaches the children of widgets that have a style sheet.
+void makeTextsReadable();
 
 /// Gives a widget an own ground of this colour.
 void paintGround(QWidget *widget, const QColor &colour);
-/// Makes a frame a header: white text on the blue.
+/// Makes a frame a header: white text on the blue, large and bold, as white on this blue has to be.
 void paintHeader(QWidget *frame);
 /// Gives a label a text colour through its palette.
 void paintText(QWidget *label, const QColor &colour);
@@ -41,6 +44,18 @@ void setTextOrHide(QLabel *label, const QString &text);
 void emptyField(QLineEdit *field);
 
 QFont boldFont();
+/// The size of a font, in whatever it was given.
+qreal pointsOf(const QFont &font);
+/// The bold font of what is red or stands on the blue: at least 14 points, for these colours contrast less.
+QFont loudFont();
+/// `wanted`, or as much smaller as `text` needs in order to fit into `place` on the widget; `flags` are those
+/// of the text.
+QFont fittingFont(
+    const QWidget &widget, QFont wanted, const QSize &place, const QString &text, int flags = 0);
+
+/// Has the dialog grow, at each showing and with each text that needs more lines, until no text is cut: a
+/// form's size is made for one font, and a layout by itself keeps no room for lines that a text wraps into.
+void growWithTexts(QDialog *dialog);
 
 /// Takes a page out of the layout and the widget that show it; it is nobody's child then. It is hidden first,
 /// or the layout might yet show it, as a window of its own.

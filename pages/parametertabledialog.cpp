@@ -48,6 +48,10 @@ constexpr ColumnTitle columnTitles[ColumnCount] = {
 constexpr int valueColumnWidth = 100;
 constexpr int rowHeight = 22;
 
+/// What a title leaves of its column, a number of its cell, and a line of its row.
+constexpr int titleMargin = 16;
+constexpr QSize numberMargins(12, 2);
+
 /// Those that fit their contents.
 constexpr int fittedColumns[] = {NumberColumn, NameColumn, UnitColumn};
 
@@ -111,12 +115,37 @@ void ParameterTableDialog::initPage()
     }
     m_ui->ParameterTable->setColumnWidth(DeviceColumn, valueColumnWidth);
     m_ui->ParameterTable->setColumnWidth(UserColumn, valueColumnWidth);
+    fitFonts();
     removeRows();
     m_paramRows.clear();
     m_fittedWidths.clear();
     delete m_mapper;
     m_mapper = new QSignalMapper(this);
     connect(m_mapper, SIGNAL(mapped(int)), SLOT(TextChanged(int)));
+}
+
+void ParameterTableDialog::fitFonts()
+{
+    QTableWidget *table = m_ui->ParameterTable;
+    const QSize cellSize = QSize(valueColumnWidth, rowHeight) - numberMargins;
+    table->setFont(PageStyle::fittingFont(*table, QFont(), cellSize, QStringLiteral("-32768")));
+    QFont titleFont;
+    for (const int column : {DeviceColumn, UserColumn}) {
+        const QSize place(valueColumnWidth - titleMargin, QWIDGETSIZE_MAX);
+        titleFont =
+            PageStyle::fittingFont(*table, titleFont, place, table->horizontalHeaderItem(column)->text());
+    }
+    table->horizontalHeader()->setFont(titleFont);
+    for (const Row &row : qAsConst(m_rows))
+        row.user->setFont(fieldFont(row.user->isEnabled() ? row.painted : Wish::Different));
+}
+
+QFont ParameterTableDialog::fieldFont(Wish wish) const
+{
+    QFont font = m_ui->ParameterTable->font();
+    if (wish == Wish::Different)
+        font.setWeight(QFont::Bold);
+    return font;
 }
 
 int ParameterTableDialog::rowForParam(int number)
@@ -161,7 +190,7 @@ QLineEdit *ParameterTableDialog::addUserField(int row, const Z7ParamDefinition &
     field->setFrame(false);
     field->setValidator(new IntegerValidator(definition.minimum, definition.maximum, field));
     field->setAlignment(Qt::AlignRight);
-    field->setFont(PageStyle::boldFont());
+    field->setFont(fieldFont(Wish::Different));
     field->setDisabled(definition.readOnly);
     m_ui->ParameterTable->setCellWidget(row, UserColumn, field);
     connect(field, SIGNAL(textChanged(QString)), m_mapper, SLOT(map()));
@@ -317,6 +346,8 @@ QVector<int> ParameterTableDialog::fittedWidths() const
 
 bool ParameterTableDialog::event(QEvent *event)
 {
+    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::FontChange)
+        fitFonts();
     switch (event->type()) {
     // The same texts may be of another width now.
     case QEvent::ApplicationFontChange:
@@ -396,7 +427,7 @@ void ParameterTableDialog::formatUserField(QLineEdit *field, Wish wish) const
     fieldPalette.setColor(QPalette::Base, field->isEnabled() ? groundOf(wish) : QColor(lightGrey));
     field->setPalette(fieldPalette);
     if (field->isEnabled())
-        field->setFont(wish == Wish::Different ? PageStyle::boldFont() : QFont());
+        field->setFont(fieldFont(wish));
 }
 
 QTableWidgetItem *ParameterTableDialog::cell(int row, int column) const

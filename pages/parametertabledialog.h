@@ -77,6 +77,9 @@ private:
     void showRemark(int row, const QString &remark);
     static Wish wish(const Row &row);
     static QColor groundOf(Wish wish);
+    /// The rows keep their height and the values their width: the desktop's font, or what fits into them.
+    void fitFonts();
+    QFont fieldFont(Wish wish) const;
     void formatRow(int row);
     void formatUserField(QLineEdit *field, Wish wish) const;
     QString remark(const Row &row, const Z7DeviceParam &param) const;

@@ -25,9 +25,14 @@ SetPasswordDialog::SetPasswordDialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::SetPasswordDialog>())
 {
     m_ui->setupUi(this);
+    PageStyle::growWithTexts(this);
     PageStyle::paintGround(this, PageStyle::lightGrey());
     PageStyle::paintHeader(m_ui->fTop);
     PageStyle::paintText(m_ui->lError, Qt::red);
+    m_ui->lError->setFont(PageStyle::loudFont());
+    // It takes two lines, and the fields keep their places when it appears.
+    const QFontMetrics metrics(PageStyle::loudFont(), m_ui->lError);
+    m_ui->lError->setMinimumHeight(metrics.size(0, QStringLiteral("A\nA")).height());
     PageStyle::keepPlaceWhenHidden(m_ui->lError);
     m_ui->BtnAbort->setIcon(QIcon(QStringLiteral(":/images/cancel-icon_16px.png")));
     m_ui->BtnOK->setIcon(QIcon(QStringLiteral(":/images/tick-icon_16px.png")));

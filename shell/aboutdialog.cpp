@@ -13,6 +13,7 @@ AboutDialog::AboutDialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::AboutDialog>())
 {
     m_ui->setupUi(this);
+    PageStyle::growWithTexts(this);
     PageStyle::paintHeader(m_ui->fLogo);
     // The logo bears the blue of the header.
     PageStyle::paintGround(m_ui->fInnerLogoFrame, Qt::white);

@@ -6,7 +6,21 @@
 #include "pages/pagestyle.h"
 #include "ui_devicecontrolwidget.h"
 
+#include <QEvent>
+#include <QFontMetrics>
+
+#include <algorithm>
+
 namespace {
+
+/// Large letters, but two lines of them have to do.
+QFont messageFont()
+{
+    constexpr qreal largestPoints = 14;
+    QFont font = PageStyle::loudFont();
+    font.setPointSizeF(std::min(PageStyle::pointsOf(font), largestPoints));
+    return font;
+}
 
 const char *lampResource(DriveCondition condition)
 {
@@ -56,9 +70,42 @@ DeviceControlWidget::DeviceControlWidget(QWidget *parent)
     m_ui->LCommStatus->setAccessibleName(toolTipText("Link", "Zustand der Verbindung"));
     m_ui->LDeviceStatus->setAccessibleName(toolTipText("Lamp", "Gerätestatus"));
     m_ui->PgBarComm->setAccessibleName(toolTipText("Progress", "Fortschritt der Übertragung"));
+    m_ui->LLastMessage->installEventFilter(this);
+    fitFonts();
 }
 
 DeviceControlWidget::~DeviceControlWidget() = default;
+
+void DeviceControlWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange)
+        fitFonts();
+}
+
+bool DeviceControlWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        fitMessage();
+    return QWidget::eventFilter(watched, event);
+}
+
+void DeviceControlWidget::fitFonts()
+{
+    // A message may take two lines, and the bar keeps its height whether there is one or not.
+    const QFontMetrics metrics(messageFont(), m_ui->LLastMessage);
+    m_ui->LLastMessage->setFixedHeight(metrics.size(0, QStringLiteral("A\nA")).height());
+    m_ui->PgBarComm->setFont(PageStyle::fittingFont(
+        *m_ui->PgBarComm, QFont(), m_ui->PgBarComm->maximumSize(), QStringLiteral("100%")));
+    fitMessage();
+}
+
+void DeviceControlWidget::fitMessage()
+{
+    QLabel *message = m_ui->LLastMessage;
+    message->setFont(
+        PageStyle::fittingFont(*message, messageFont(), message->size(), message->text(), Qt::TextWordWrap));
+}
 
 void DeviceControlWidget::DeviceUpdate(const Z7Device &device)
 {
@@ -95,7 +142,11 @@ void DeviceControlWidget::showDevice(const Z7Device &device)
     m_ui->LPower->setText(QString::number(device.actualCurrent));
     m_ui->lCurrentText->setText(commonText("CurrentRotations", "Ist-Drehzahl:"));
     m_ui->lPowerText->setText(commonText("CurrentCurrent", "Ist-Strom:"));
-    m_ui->LLastMessage->setText(device.hasError() ? localizedErrorText(device.error) : QString());
+    const QString message = device.hasError() ? localizedErrorText(device.error) : QString();
+    if (message != m_ui->LLastMessage->text()) {
+        m_ui->LLastMessage->setText(message);
+        fitMessage();
+    }
     if (device.isAccessGranted() && !device.hasError())
         showLink(Link::Good);
     else

@@ -27,9 +27,17 @@ public:
     void transactionTerminated() override;
     void transactionProgress() override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+    /// Hears when the message gets another width.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     enum class Link { Good, Limited, None };
 
+    void fitFonts();
+    /// Letters so small that the whole message is seen.
+    void fitMessage();
     void showDevice(const Z7Device &device);
     void showLamp(DriveCondition condition);
     void showLink(Link link);

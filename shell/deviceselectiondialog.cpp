@@ -10,6 +10,7 @@ DeviceSelectionDialog::DeviceSelectionDialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::DeviceSelectionDialog>())
 {
     m_ui->setupUi(this);
+    PageStyle::growWithTexts(this);
     PageStyle::paintHeader(m_ui->fTop);
     m_ui->BtnAbort->setIcon(QIcon(QStringLiteral(":/images/cancel-icon_16px.png")));
     m_ui->BtnOK->setIcon(QIcon(QStringLiteral(":/images/tick-icon_16px.png")));

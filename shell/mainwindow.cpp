@@ -48,7 +48,7 @@ public:
 MainWindow::MainWindow()
     : m_ui(std::make_unique<Ui::MainWindow>())
 {
-    PageStyle::darkenDisabledTexts();
+    PageStyle::makeTextsReadable();
     m_ui->setupUi(this);
     setWindowIcon(QIcon(QStringLiteral(":/images/favicon.ico")));
     m_controller = std::make_unique<Z7MainController>();

@@ -25,6 +25,7 @@ optionsdialog::optionsdialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::optionsdialog>())
 {
     m_ui->setupUi(this);
+    PageStyle::growWithTexts(this);
     PageStyle::paintHeader(m_ui->fTop);
     PageStyle::paintText(m_ui->lRestartRequired, Qt::darkRed);
     PageStyle::keepPlaceWhenHidden(m_ui->lRestartRequired);

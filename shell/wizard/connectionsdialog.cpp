@@ -73,7 +73,6 @@ ConnectionsDialog::ConnectionsDialog(Z7MainController *controller, QWidget *pare
     , m_ui(std::make_unique<Ui::ConnectionsDialog>())
 {
     m_ui->setupUi(this);
-    setFixedSize(size());
     setTexts();
     PageStyle::paintHeader(m_ui->TopFrame);
     m_ui->LbConnectedDevices->setSelectionMode(QAbstractItemView::MultiSelection);
@@ -82,11 +81,20 @@ ConnectionsDialog::ConnectionsDialog(Z7MainController *controller, QWidget *pare
     const QList<QPushButton *> buttons = findChildren<QPushButton *>();
     for (QPushButton *button : buttons)
         button->installEventFilter(this);
+    setFixedSize(sizeForFont());
     hideWizardButtons();
     connectButtons();
 }
 
 ConnectionsDialog::~ConnectionsDialog() = default;
+
+QSize ConnectionsDialog::sizeForFont() const
+{
+    // The rows of the steps get wider with the font. The form's own size is made for 10 points.
+    constexpr qreal formPoints = 10;
+    const qreal ratio = std::max(1.0, PageStyle::pointsOf(font()) / formPoints);
+    return QSize(qRound(width() * ratio), height()).expandedTo(minimumSizeHint());
+}
 
 Z7MainController *ConnectionsDialog::controller() const
 {

@@ -65,6 +65,8 @@ protected:
 private:
     using Pages = std::vector<std::unique_ptr<IWizardWidget>>;
 
+    /// The form's size, or what a larger font needs.
+    QSize sizeForFont() const;
     void setTexts();
     void connectButtons();
     /// Starts a way that scans ports, as its first page says.

@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int textIndent = 4;
+/// It gives way to the button beside it, which must not leave the screen.
+constexpr int leastProgressWidth = 48;
 
 } // namespace
 
@@ -79,6 +81,9 @@ void ScanningWizardWidget::addRow(const Z7Device &device)
     Row row {};
     row.progress = new QProgressBar;
     row.progress->setFixedHeight(WizardRows::statusHeight);
+    row.progress->setMinimumWidth(leastProgressWidth);
+    row.progress->setFont(PageStyle::fittingFont(
+        *row.progress, QFont(), QSize(leastProgressWidth, WizardRows::statusHeight), QStringLiteral("100%")));
     PageStyle::keepPlaceWhenHidden(row.progress);
     row.progress->hide();
     layout->addWidget(row.progress);
