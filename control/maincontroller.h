@@ -52,6 +52,8 @@ public:
     const Z7Device *findDevice(int id) const { return m_devices.find(id); }
     Z7Device currentDeviceRecord() const { return m_devices.current(); }
     /// True while a drive of the list is selected.
+    /// As the tree was told it; -1 without a drive.
+    int currentDeviceId() const { return m_devices.currentId(); }
     bool hasCurrentDevice() const { return m_devices.hasCurrent(); }
     /// False, with `out` as it was, if the user has changed nothing on the current drive.
     bool currentUserParams(Z7DeviceParamSet &out) const

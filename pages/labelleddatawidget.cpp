@@ -5,7 +5,9 @@
 #include "pages/fieldtexts.h"
 #include "pages/integervalidator.h"
 #include "pages/pagestyle.h"
+#include "pages/picturewords.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -75,9 +77,23 @@ void LabelledDataWidget::initPage()
     PageStyle::setTextOrHide(findChild<QLabel *>(QStringLiteral("lIntro")), m_texts("Introduction", ""));
     for (ParamField &field : m_fields)
         initParamWidgets(field);
+    PictureWords::setTexts(this);
+    fitFonts();
     delete m_mapper;
     m_mapper = new QSignalMapper(this);
     connect(m_mapper, SIGNAL(mapped(int)), SLOT(ParamChanged(int)));
+}
+
+void LabelledDataWidget::fitFonts()
+{
+    PictureWords::fitFonts(findChild<QWidget *>(QStringLiteral("bg")));
+}
+
+void LabelledDataWidget::changeEvent(QEvent *event)
+{
+    Z7DataWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
+        fitFonts();
 }
 
 void LabelledDataWidget::initParamWidgets(ParamField &field)

@@ -44,6 +44,8 @@ protected:
     /// picture of the page has other words for them.
     void tellNamesInFields() { m_fieldsTellNames = true; }
 
+    void changeEvent(QEvent *event) override;
+
 public slots:
     void ParamChanged(int nParamID);
 
@@ -64,6 +66,7 @@ private:
     void initParamWidgets(ParamField &field);
     void nameField(const ParamField &field, const QString &parameterName);
     bool isNameTaken(const ParamField &field, const QString &name) const;
+    void fitFonts();
     void showDeviceValue(ParamField &field, int value);
     void copyToOtherFields(const ParamField &source);
 

@@ -12,13 +12,20 @@
 #include "shell/pageicon.h"
 #include "ui_maincontentwidget.h"
 
+#include <QApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTableWidget>
 #include <QTreeWidgetItemIterator>
 
+#include <algorithm>
+
 namespace {
+
+/// As the form has it.
+constexpr qreal titlePoints = 12;
 
 constexpr int pageRole = Qt::UserRole + 1;
 constexpr int deviceRole = Qt::UserRole + 2;
@@ -30,6 +37,17 @@ QVector<QString> pageTitles()
     for (const int pageNumber : drivePages())
         titles[pageNumber] = pageTitle(pageNumber);
     return titles;
+}
+
+/// What a person does who has just started the program, in the words of the window.
+QString startHint()
+{
+    return pictureText("StartHint",
+        "So beginnen Sie:\n"
+        "1. Oben auf \"%1\" klicken und einen Antrieb suchen.\n"
+        "2. Sein Passwort eingeben und mit \"%2\" bestätigen.\n"
+        "3. Links den Antrieb oder eine seiner Seiten anklicken.")
+        .arg(commonText("Connect", "Verbindungen..."), commonText("OK", "OK"));
 }
 
 } // namespace
@@ -47,6 +65,14 @@ public:
     {
         setData(0, pageRole, page);
         setData(0, deviceRole, device);
+    }
+
+    void setBold(bool bold)
+    {
+        if (m_isBold == bold)
+            return;
+        m_isBold = bold;
+        setData(0, Qt::FontRole, bold ? QVariant(PageStyle::boldFont()) : QVariant());
     }
 
     void setData(int column, int role, const QVariant &value) override
@@ -90,6 +116,7 @@ private:
     bool m_isActive = false;
     QString m_text;
     int m_marks = unknownMarks;
+    bool m_isBold = false;
 };
 
 MainContentWidget::MainContentWidget(Z7MainController *controller, QWidget *parent)
@@ -106,10 +133,17 @@ MainContentWidget::MainContentWidget(Z7MainController *controller, QWidget *pare
     m_ui->LParamWarning->setText(QString());
     m_ui->LParamWarning->setTextFormat(Qt::PlainText);
     PageStyle::paintText(m_ui->LParamWarning, Qt::red);
+    m_ui->LParamWarning->setFont(PageStyle::loudFont());
     PageStyle::keepPlaceWhenHidden(m_ui->LParamWarning);
     setButtonTexts();
     createKeys();
     disableDataButtons();
+    m_ui->LStartHint->setText(startHint());
+    fitTitleFont();
+    // What does not fit is scrolled to; a column as wide as the tree would cut it.
+    m_ui->MainMenuTree->header()->setStretchLastSection(false);
+    m_ui->MainMenuTree->viewport()->installEventFilter(this);
+    connect(m_controller, SIGNAL(NoDeviceSelected()), SLOT(nameShownPage()));
 }
 
 MainContentWidget::~MainContentWidget() = default;
@@ -197,11 +231,13 @@ void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
     if (m_controller->showPage(pageNumber, deviceId, m_ui->MainContentScrollArea, m_ui->DataLayout)) {
         enableDataButtons();
         m_ui->LContentTitle->setText(pageTitle(pageNumber));
+        m_shownPage = pageNumber;
         m_ui->DeviceCommButtonFrame->setEnabled(true);
         Keyboard::putInTabOrder(m_ui->DataWidgetContent, m_ui->MainContentScrollArea);
     } else {
         takeOutShownPage();
     }
+    nameShownPage();
     // With polling on, the next record rebuilds the tree, and that connects it again. Without a drive none
     // comes.
     const bool rebuildComes =
@@ -210,13 +246,71 @@ void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
         setClickConnected(true);
 }
 
+QList<QWidget *> MainContentWidget::pagesInContent() const
+{
+    return m_ui->DataWidgetContent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 void MainContentWidget::takeOutShownPage()
 {
-    const QObjectList children = m_ui->DataWidgetContent->children();
-    for (QObject *child : children) {
-        if (auto *page = qobject_cast<QWidget *>(child))
-            PageStyle::takeOut(page);
+    const QList<QWidget *> pages = pagesInContent();
+    std::for_each(pages.cbegin(), pages.cend(), PageStyle::takeOut);
+}
+
+// --- what is shown ---
+
+void MainContentWidget::nameShownPage()
+{
+    if (pagesInContent().isEmpty())
+        m_shownPage = noPage;
+    m_ui->LStartHint->setVisible(m_shownPage == noPage);
+    nameShownDrive();
+    for (QTreeWidgetItemIterator item(m_ui->MainMenuTree); *item; ++item) {
+        if (PageItem *page = pageItem(*item))
+            markWhetherShown(page);
     }
+    fitTreeColumn();
+}
+
+void MainContentWidget::nameShownDrive()
+{
+    const bool hasDrive = m_shownPage != noPage && m_controller->hasCurrentDevice();
+    m_ui->LContentDrive->setText(hasDrive ? deviceName(m_controller->currentDeviceRecord()) : QString());
+}
+
+void MainContentWidget::markWhetherShown(PageItem *item) const
+{
+    const bool isOfShownDrive =
+        m_controller->hasCurrentDevice() && item->deviceId == m_controller->currentDeviceId();
+    const bool isNetwork = item->pageNumber == PageNumber::Network;
+    const bool isDrive = item->pageNumber == PageNumber::DeviceStatus;
+    const bool isShownPage = item->pageNumber == m_shownPage && (isOfShownDrive || isNetwork);
+    item->setBold(isShownPage || (isDrive && isOfShownDrive && m_shownPage != noPage));
+}
+
+void MainContentWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ApplicationFontChange && event->type() != QEvent::FontChange)
+        return;
+    m_ui->LParamWarning->setFont(PageStyle::loudFont());
+    fitTitleFont();
+    fitTreeColumn();
+}
+
+void MainContentWidget::fitTitleFont()
+{
+    // A title stays larger than the text.
+    QFont font = m_ui->LContentTitle->font();
+    font.setPointSizeF(std::max(titlePoints, PageStyle::pointsOf(QApplication::font()) + 2));
+    m_ui->LContentTitle->setFont(font);
+}
+
+void MainContentWidget::fitTreeColumn()
+{
+    QTreeWidget *tree = m_ui->MainMenuTree;
+    const int needed = static_cast<QAbstractItemView *>(tree)->sizeHintForColumn(0);
+    tree->setColumnWidth(0, std::max(tree->viewport()->width(), needed));
 }
 
 void MainContentWidget::setWriteTip(const QString &text)
@@ -261,7 +355,9 @@ QWidget *MainContentWidget::userField(int number) const
 
 bool MainContentWidget::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (event->type() == QEvent::Resize) {
+        fitTreeColumn();
+    } else if (event->type() == QEvent::MouseButtonPress) {
         m_walkedByKey = false;
     } else if (event->type() == QEvent::KeyPress) {
         if (isKeyTaken(static_cast<const QKeyEvent &>(*event)))
@@ -335,6 +431,7 @@ void MainContentWidget::rebuildTree(const QList<int> &deviceIds)
         refreshTree(deviceIds);
     else
         refillTree(deviceIds);
+    nameShownDrive();
     m_rebuilding = false;
     setClickConnected(true);
 }
@@ -411,6 +508,7 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
     if (m_walkedByKey || hadFocus)
         returnToPlace();
     tree->doItemsLayout();
+    fitTreeColumn();
     tree->verticalScrollBar()->setValue(scrollPosition);
     tree->setUpdatesEnabled(true);
     // Disabling the tree has passed the focus on, to a button for all that is known.
@@ -449,6 +547,7 @@ void MainContentWidget::refreshDrive(PageItem *drive, const QVector<QString> &ti
     const bool active = m_controller->isAccessGranted(deviceId);
     const auto refresh = [this, deviceId, active](PageItem *item, const QString &text) {
         item->show(text, m_controller->hasModifiedParams(item->pageNumber, deviceId), active);
+        markWhetherShown(item);
     };
     refresh(drive, deviceName(device ? *device : Z7Device()));
     for (int i = 0; i < drive->childCount(); ++i) {

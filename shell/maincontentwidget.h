@@ -45,8 +45,14 @@ public slots:
     void findParameter();
 
 protected:
-    /// The keys of the tree, and when the keyboard comes to it and the mouse.
+    void changeEvent(QEvent *event) override;
+    /// The keys of the tree, when the keyboard comes to it and the mouse, and when it gets another width.
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private slots:
+    /// Names the drive of the shown page beside the title and makes both bold in the tree; without a page,
+    /// what to do first takes its place.
+    void nameShownPage();
 
 private:
     class PageItem;
@@ -60,8 +66,12 @@ private:
     void setButtonTexts();
     void createKeys();
     void setClickConnected(bool connected);
+    QList<QWidget *> pagesInContent() const;
     void takeOutShownPage();
     QWidget *userField(int number) const;
+    void nameShownDrive();
+    void fitTitleFont();
+    void fitTreeColumn();
 
     bool showsSameDrives(const QList<int> &deviceIds) const;
     /// True if the key needs no more looking at.
@@ -81,11 +91,15 @@ private:
     static PageItem *pageItem(QTreeWidgetItem *item);
     void refreshNetwork(PageItem *network) const;
     void refreshDrive(PageItem *drive, const QVector<QString> &titles) const;
+    void markWhetherShown(PageItem *item) const;
+
+    static constexpr int noPage = -1;
 
     bool m_rebuilding = false;
     bool m_clickConnected = false;
     bool m_walkedByKey = false; ///< the last to touch the tree was no mouse
     Place m_place; ///< the tree's current item, or the last one
+    int m_shownPage = noPage; ///< the page that was shown by the last click, as long as it is
     Z7MainController *const m_controller;
     const std::unique_ptr<Ui::MainContentWidget> m_ui;
 };

@@ -37,7 +37,7 @@ const QVector<Objects> table {
     {"maincontentwidget", "QWidget", "MainContentWidget DataWidgetContent"},
     {"maincontentwidget", "QTreeWidget", "MainMenuTree"},
     {"maincontentwidget", "QGroupBox", "GbDataContent"},
-    {"maincontentwidget", "QLabel", "LContentTitle LParamWarning"},
+    {"maincontentwidget", "QLabel", "LContentTitle LContentDrive LParamWarning LStartHint"},
     {"maincontentwidget", "QScrollArea", "MainContentScrollArea"},
     {"maincontentwidget", "QVBoxLayout", "DataLayout"},
     {"maincontentwidget", "QFrame", "DeviceCommButtonFrame"},

@@ -1,5 +1,7 @@
 // The pages with a handful of labelled parameters: what each of them shows, and where.
 
+#include "control/services/options.h"
+#include "control/services/services.h"
 #include "pages/labelleddatawidget.h"
 #include "pages/pagefactory.h"
 #include "tests/pages/shownpage.h"
@@ -117,6 +119,12 @@ private slots:
     void onlyPagesWithoutPictureNameTheirParameters();
     void pageThatNoDriveWasShownOnKeepsTextsOfForm_data() { everyLabelledPage(); }
     void pageThatNoDriveWasShownOnKeepsTextsOfForm();
+    void legendStandsAboveOrBesideValues_data();
+    void legendStandsAboveOrBesideValues();
+    void wordsOfPictureAreTranslated_data();
+    void wordsOfPictureAreTranslated();
+    void wordsOfPictureFitTheirPlaces_data();
+    void wordsOfPictureFitTheirPlaces();
     void fieldsStayOnTheirPlaceInPicture_data();
     void fieldsStayOnTheirPlaceInPicture();
     void parameterThatDriveDoesNotReportProducesNoChange();
@@ -371,6 +379,119 @@ void TestParameterPages::pageThatNoDriveWasShownOnKeepsTextsOfForm()
     QVERIFY(labels.size() >= 2 + 2 * member.params.size());
     for (const QLabel *label : labels)
         QCOMPARE(label->text(), QStringLiteral("TextLabel"));
+}
+
+void TestParameterPages::legendStandsAboveOrBesideValues_data()
+{
+    QTest::addColumn<int>("page");
+    for (const Member &member : members) {
+        // The two rows of the address page say of themselves which is which.
+        if (member.page != RS485)
+            QTest::newRow(member.section) << member.page;
+    }
+}
+
+void TestParameterPages::legendStandsAboveOrBesideValues()
+{
+    QFETCH(int, page);
+    ShownPage shown(page);
+    shown.showFor(driveWith({}));
+    const QLabel *device = shown.label("lPictureDeviceValue");
+    const QLabel *user = shown.label("lPictureUserValue");
+    QCOMPARE(device->text(), QStringLiteral("Ist-Wert"));
+    QCOMPARE(user->text(), QStringLiteral("Soll-Wert"));
+    // Each looks like the values it stands for, in their order.
+    QVERIFY(!device->isEnabled());
+    QVERIFY(user->font().bold());
+    QVERIFY(device->geometry().right() < user->geometry().left());
+    const auto *ground = shown.child<QWidget>("bg");
+    if (!ground->layout())
+        return;
+    for (const QLineEdit *field : ground->findChildren<QLineEdit *>()) {
+        QVERIFY(user->geometry().bottom() < field->geometry().top());
+        QVERIFY(field->geometry().left() <= user->geometry().right());
+        QVERIFY(device->geometry().right() < field->geometry().left());
+    }
+}
+
+void TestParameterPages::wordsOfPictureAreTranslated_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QStringList>("german");
+    QTest::newRow("loops") << int(SpeedRegulation)
+                           << QStringList {"Drehzahlregler I-Verstärkung", "Drehzahlregler P-Verstärkung",
+                                  "Geber", "Ist-Drehzahl n", "Ist-Position φ", "Ist-Strom i", "Ist-Wert",
+                                  "Lageregler Drehzahlvorsteuerung", "Lageregler P-Verstärkung",
+                                  "Leistungsteil", "Motor", "Soll-Drehzahl n*", "Soll-Wert", "Sollwertgeber",
+                                  "Stromregler"};
+    QTest::newRow("ramps") << int(Accelerations)
+                           << QStringList {"Beschleunigungsrampe Linkslauf",
+                                  "Beschleunigungsrampe Rechtslauf", "Bremsrampe Linkslauf",
+                                  "Bremsrampe Rechtslauf", "Drehzahl n", "Ist-Wert", "Linkslauf",
+                                  "Rechtslauf", "Soll-Wert", "Zeit t"};
+    QTest::newRow("quadrants") << int(CurrentLimits)
+                               << QStringList {"Drehmoment M", "Drehzahl n", "Ist-Wert", "Linkslauf",
+                                      "Rechtslauf", "Reversierschwelle", "Reversierschwelle", "Soll-Wert",
+                                      "Stromgrenze Linkslauf bremsend", "Stromgrenze Linkslauf treibend",
+                                      "Stromgrenze Rechtslauf bremsend", "Stromgrenze Rechtslauf treibend"};
+}
+
+void TestParameterPages::wordsOfPictureAreTranslated()
+{
+    QFETCH(int, page);
+    const auto wordsOf = [](const ShownPage &shown) {
+        QStringList words;
+        for (const QLabel *label : shown.page->findChildren<QLabel *>(QRegularExpression("^lPicture")))
+            words.append(label->text());
+        words.sort();
+        return words;
+    };
+    ShownPage shown(page);
+    shown.showFor(driveWith({}));
+    QTEST(wordsOf(shown), "german");
+
+    Z7Services::shutdown();
+    WorkingFolder::write("english.z7lang", WorkingFolder::read(Z7_SOURCE_DIR "/languages/english.z7lang"));
+    Z7Services::instance()->options()->setLanguage("english");
+    shown.showFor(driveWith({}));
+    QFETCH(QStringList, german);
+    for (const QString &word : wordsOf(shown))
+        QVERIFY2(word == "Motor" || !german.contains(word), qPrintable(word));
+}
+
+void TestParameterPages::wordsOfPictureFitTheirPlaces_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<int>("points");
+    for (const int page : {int(SpeedRegulation), int(Accelerations), int(CurrentLimits)}) {
+        for (const int points : {9, 18})
+            QTest::addRow("page %d, %d points", page, points) << page << points;
+    }
+}
+
+void TestParameterPages::wordsOfPictureFitTheirPlaces()
+{
+    QFETCH(int, page);
+    QFETCH(int, points);
+    const QFont before = QApplication::font();
+    ShownPage shown(page);
+    shown.showFor(driveWith({}));
+    QFont font = before;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    QCoreApplication::processEvents();
+    QStringList cut;
+    for (const QLabel *label : shown.page->findChildren<QLabel *>(QRegularExpression("^lPicture"))) {
+        const int needed =
+            label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+        if (needed > label->height() || (!label->wordWrap() && label->sizeHint().width() > label->width()))
+            cut.append(label->text());
+        for (const QLineEdit *field : shown.page->findChildren<QLineEdit *>())
+            QVERIFY2(!field->geometry().intersects(label->geometry()) || label->text() == "Soll-Wert",
+                qPrintable(label->text()));
+    }
+    QApplication::setFont(before);
+    QCOMPARE(cut, QStringList());
 }
 
 void TestParameterPages::fieldsStayOnTheirPlaceInPicture_data()

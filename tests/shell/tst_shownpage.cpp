@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSet>
+#include <QSplitter>
+#include <QTreeWidgetItemIterator>
 #include <QtTest>
 
 #include <memory>
@@ -48,11 +50,23 @@ private slots:
     void pageIsShownAgainAfterOneWithoutObject();
     void newListOfDrivesTakesPageOut();
 
+    void driveOfPageIsNamedBesideTitle();
+    void driveIsNamedWholeAtAnyWidthOfTree();
+    void onlyShownPageAndItsDriveAreBold();
+    void recordsLeaveWhatIsBold();
+    void networkIsBoldAloneAndNamesNoDrive();
+    void newListOfDrivesNamesAndMarksNothing();
+    void windowSaysWhatToDoFirstUntilPageIsShown();
+
 private:
     void prepare() override;
     void tidyUp() override;
 
     QString title() const { return textOf(*band->content, "LContentTitle"); }
+    QString namedDrive() const { return textOf(*band->content, "LContentDrive"); }
+    bool saysWhatToDoFirst() const { return sees(*band->content, "LStartHint"); }
+    /// What is bold in the tree, from the top.
+    QStringList boldItems() const;
     bool buttonsAreOffered() const { return child(*band->content, "DeviceCommButtonFrame").isEnabled(); }
     /// Class names of the pages that a person sees.
     QStringList shownPages() const;
@@ -269,6 +283,96 @@ void TestShownPage::newListOfDrivesTakesPageOut()
     QVERIFY(shownPages().isEmpty());
     band->click(CurrentLimits, first);
     QCOMPARE(shownPages(), QStringList {QStringLiteral("CurrentLimitsDialog")});
+}
+
+QStringList TestShownPage::boldItems() const
+{
+    QStringList texts;
+    for (QTreeWidgetItemIterator item(&band->tree()); *item; ++item) {
+        if ((*item)->font(0).bold())
+            texts << (*item)->text(0);
+    }
+    return texts;
+}
+
+void TestShownPage::driveOfPageIsNamedBesideTitle()
+{
+    listDrives();
+    QCOMPARE(namedDrive(), QString());
+    QVERIFY(band->click(CurrentLimits, second));
+    QCOMPARE(namedDrive(), QStringLiteral("Port0 - Z7.2"));
+    band->bring(second);
+    QVERIFY(band->click(CurrentLimits, first));
+    QCOMPARE(namedDrive(), QStringLiteral("Port0 - Z7.1"));
+    QCOMPARE(title(), QStringLiteral("Stromgrenzen"));
+}
+
+void TestShownPage::driveIsNamedWholeAtAnyWidthOfTree()
+{
+    listDrives();
+    QVERIFY(band->click(11, first));
+    auto &splitter = child<QSplitter>(*band->content, "ContentSplitter");
+    const auto &name = child<QLabel>(*band->content, "LContentDrive");
+    for (const int treeWidth : {0, 400, 600, 10000}) {
+        splitter.setSizes({treeWidth, 10000 - treeWidth});
+        QCoreApplication::processEvents();
+        const QRect words = name.fontMetrics().boundingRect(name.rect(), Qt::TextWordWrap, name.text());
+        QVERIFY(name.rect().contains(words));
+        QVERIFY(name.parentWidget()->rect().contains(name.geometry()));
+    }
+}
+
+void TestShownPage::onlyShownPageAndItsDriveAreBold()
+{
+    listDrives();
+    QCOMPARE(boldItems(), QStringList());
+    QVERIFY(band->click(CurrentLimits, first));
+    QCOMPARE(boldItems(), QStringList({"Port0 - Z7.1", "Stromgrenzen"}));
+    band->bring(first);
+    QVERIFY(band->click(DeviceStatus, second));
+    QCOMPARE(boldItems(), QStringList({"Port0 - Z7.2"}));
+}
+
+void TestShownPage::recordsLeaveWhatIsBold()
+{
+    listDrives();
+    QVERIFY(band->click(CurrentLimits, first));
+    const QTreeWidgetItem *item = band->item(CurrentLimits, first);
+    band->bring(first);
+    band->bring(first);
+    QCOMPARE(band->item(CurrentLimits, first), item);
+    QCOMPARE(boldItems(), QStringList({"Port0 - Z7.1", "Stromgrenzen"}));
+}
+
+void TestShownPage::networkIsBoldAloneAndNamesNoDrive()
+{
+    listDrives();
+    QVERIFY(band->click(CurrentLimits, first));
+    band->bring(first);
+    QVERIFY(Person::click(band->tree().topLevelItem(0)));
+    QCOMPARE(boldItems(), QStringList({"Z7-Netzwerk"}));
+    QCOMPARE(namedDrive(), QString());
+    QVERIFY(!saysWhatToDoFirst());
+}
+
+void TestShownPage::newListOfDrivesNamesAndMarksNothing()
+{
+    listDrives();
+    QVERIFY(band->click(CurrentLimits, first));
+    listDrives();
+    QCOMPARE(boldItems(), QStringList());
+    QCOMPARE(namedDrive(), QString());
+}
+
+void TestShownPage::windowSaysWhatToDoFirstUntilPageIsShown()
+{
+    QVERIFY(saysWhatToDoFirst());
+    QVERIFY(textOf(*band->content, "LStartHint").contains("\"Verbindungen...\""));
+    listDrives();
+    QVERIFY(band->click(CurrentLimits, first));
+    QVERIFY(!saysWhatToDoFirst());
+    band->controller.setDevices({});
+    QVERIFY(saysWhatToDoFirst());
 }
 
 QTEST_MAIN(TestShownPage)
