@@ -72,6 +72,7 @@ private slots:
     /// Shows the page of one of the selected drive's changes, with the focus in its field.
     void showChange(int number);
     void showWorkingFolder();
+    void markOperation(OperationReport report);
 
 private:
     void setActionTexts();

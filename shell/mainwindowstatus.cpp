@@ -1,5 +1,6 @@
 // The status bar of the main window and what opens from there.
 
+#include "control/courserecorder.h"
 #include "shell/changesdialog.h"
 #include "shell/maincontentwidget.h"
 #include "shell/mainwindow.h"
@@ -24,6 +25,7 @@ void MainWindow::createStatusBar()
     statusBar()->setSizeGripEnabled(false);
     // What stands there for good is not taken away by the empty tips of menus.
     statusBar()->addPermanentWidget(m_status, 1);
+    connect(m_status, SIGNAL(courseWanted()), SLOT(CallCourseWindow()));
     connect(m_status, SIGNAL(changesWanted()), SLOT(showChanges()));
     connect(m_status, SIGNAL(tableWanted()), SLOT(showTable()));
     connect(m_status, SIGNAL(wizardWanted()), SLOT(CallConnectionsDialog()));
@@ -31,6 +33,7 @@ void MainWindow::createStatusBar()
     const Z7Knowledge *knowledge = &m_controller->knowledge();
     connect(knowledge, SIGNAL(pendingChanged()), SLOT(followChanges()));
     connect(knowledge, SIGNAL(recordChanged()), SLOT(followChanges()));
+    connect(knowledge, SIGNAL(operationEnded(OperationReport)), SLOT(markOperation(OperationReport)));
     followChanges();
 }
 
@@ -75,6 +78,12 @@ void MainWindow::showTable()
 void MainWindow::showWorkingFolder()
 {
     QDesktopServices::openUrl(QUrl::fromLocalFile(QDir::currentPath()));
+}
+
+void MainWindow::markOperation(OperationReport report)
+{
+    m_courses->mark(
+        report.endedAt.toMSecsSinceEpoch(), report.deviceId, StatusTexts::operationName(report.operation));
 }
 
 void MainWindow::changeEvent(QEvent *event)

@@ -77,15 +77,6 @@ constexpr OperationName operationNames[] = {
     {DriveOperation::OpenFile, "OperationOpenFile", "Datei öffnen"},
 };
 
-QString nameOf(DriveOperation operation)
-{
-    for (const OperationName &name : operationNames) {
-        if (name.operation == operation)
-            return statusBarText(name.key, name.text);
-    }
-    return QString();
-}
-
 QString withError(const QString &text, int error)
 {
     return error == 0 ? text : statusBarText("WithError", "%1 (Fehler %2)").arg(text, QString::number(error));
@@ -223,10 +214,19 @@ QString reasonOf(Z7CommInterface::NotRun reason)
 
 QString notRunText(const NotRunOperation &operation)
 {
-    return QStringLiteral("%1 (%2)").arg(nameOf(operation.operation), reasonOf(operation.reason));
+    return QStringLiteral("%1 (%2)").arg(operationName(operation.operation), reasonOf(operation.reason));
 }
 
 } // namespace
+
+QString operationName(DriveOperation operation)
+{
+    for (const OperationName &name : operationNames) {
+        if (name.operation == operation)
+            return statusBarText(name.key, name.text);
+    }
+    return QString();
+}
 
 StatusText fresh(const Z7Knowledge::Fresh &known)
 {
@@ -261,7 +261,7 @@ StatusText lastOperation(const OperationReport *report)
         return {};
     const QString text =
         statusBarText("Operation", "%1 %2: %3")
-            .arg(clockTime(report->endedAt), nameOf(report->operation), outcomeText(*report));
+            .arg(clockTime(report->endedAt), operationName(report->operation), outcomeText(*report));
     return {text, reportDetail(*report)};
 }
 

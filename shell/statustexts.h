@@ -11,6 +11,9 @@
 /// Of an error the bar tells the number; its words are in the tool tip. Main thread only.
 namespace StatusTexts {
 
+/// What the user calls an operation.
+QString operationName(DriveOperation operation);
+
 StatusText fresh(const Z7Knowledge::Fresh &known);
 /// Empty for null.
 StatusText lastOperation(const OperationReport *report);
