@@ -553,7 +553,7 @@ void TestStatusJourneys::writeButtonsTellWhatTheyWouldSend()
     const auto tips = [&desk] {
         QStringList texts;
         for (const char *button : {"BtnUpload", "BtnWriteAndStore"})
-            texts.append(Person::seen(desk.journey.window(), button)->toolTip());
+            texts.append(Person::seen(desk.journey.window(), button)->toolTip().section('\n', 0, 0));
         return texts;
     };
     const QString none = QStringLiteral("0 Änderungen");
