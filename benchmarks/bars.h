@@ -37,8 +37,8 @@ constexpr double outputHoldMs = 70; ///< a person takes 100 ms for at once
 
 // --- course of the live values ---
 
-constexpr double recordings = 0.25; ///< 1,000 of them × what one record costs without
-constexpr double courseDrawing = 0.5; ///< × a plain curve of as many values
+constexpr double recordings = 0.2; ///< 1,000 of them × what one record costs without
+constexpr double courseDrawing = 0.2; ///< × a plain curve of as many values
 
 // --- start ---
 

@@ -12,9 +12,9 @@ namespace {
 
 const QColor lineColour(90, 90, 90);
 /// Lets the curve behind a name be guessed.
-const QColor groundColour(255, 255, 255, 220);
+const QColor groundColour(255, 255, 255, 190);
 constexpr int distance = 3;
-constexpr int widestName = 160;
+constexpr int mostLetters = 28;
 constexpr double aboveTheCurve = 30;
 
 /// Names in rows, each in the first row that is free where it belongs.
@@ -32,7 +32,8 @@ public:
     /// Beside the line at `x`, to its left where the area ends. Left out if no row is free.
     void add(const QString &name, double x)
     {
-        const QString text = m_metrics.elidedText(name, Qt::ElideRight, widestName);
+        const QString text =
+            m_metrics.elidedText(name, Qt::ElideRight, mostLetters * m_metrics.averageCharWidth());
         const double width = m_metrics.horizontalAdvance(text);
         const bool fits = x + distance + width <= m_area.right();
         const double left = fits ? x + distance : x - distance - width;

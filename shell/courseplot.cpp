@@ -112,7 +112,9 @@ void CoursePlot::fitScale(QwtInterval values)
     double least = values.minValue();
     double greatest = values.maxValue();
     double step = 0;
-    QwtLinearScaleEngine().autoScale(mostScaleSteps, least, greatest, step);
+    // Numbers stand at least their own height apart.
+    const int room = canvas()->height() / (2 * fontMetrics().height());
+    QwtLinearScaleEngine().autoScale(qBound(1, room, mostScaleSteps), least, greatest, step);
     setAxisScale(yLeft, least, greatest, step);
 }
 
