@@ -107,7 +107,9 @@ private:
     void showReadDrive(int page = table);
     /// The same, and the next pass of the live update is far away.
     void showReadDriveInPause(int page = table);
-    bool hasBegunTransfer() { return tested->deviceControl.notes.contains(QStringLiteral("progress")); }
+    /// Slows the bus down, and waits for the begin of a pass of half a second.
+    void reachSlowPass();
+    bool isUnderWay() { return tested->deviceControl.notes.contains(QStringLiteral("progress")); }
     const NotRunOperation onlyNotRun() { return knowledge().notRun().value(0); }
 
     std::optional<ControllerOnABus> tested;
@@ -143,6 +145,15 @@ void TestKnowledge::showReadDriveInPause(int page)
     tested->forgetRequests();
 }
 
+void TestKnowledge::reachSlowPass()
+{
+    tested->slowDown();
+    tested->forgetNotes();
+    const QStringList &notes = tested->deviceControl.notes;
+    // The news of one may have been under way, and its pass be over by now.
+    QTRY_VERIFY(notes.filter(QStringLiteral("started")).size() >= 2);
+}
+
 // --- Fresh ---
 
 void TestKnowledge::driveIsReadWhenFirstFullPassIsOver()
@@ -172,7 +183,7 @@ void TestKnowledge::passCutShortReadsNothing()
 {
     tested->slowDown();
     tested->showPage(table, id3);
-    QTRY_VERIFY(hasBegunTransfer());
+    QTRY_VERIFY(isUnderWay());
     const QSignalSpy records(&knowledge(), SIGNAL(recordChanged()));
     controller().cancelCommunication();
     QTRY_VERIFY(!records.isEmpty());
@@ -276,7 +287,7 @@ void TestKnowledge::passFromBeforeConnectingReadsNothing()
 {
     tested->slowDown();
     tested->showPage(status, id3);
-    QTRY_VERIFY(hasBegunTransfer());
+    QTRY_VERIFY(isUnderWay());
     const QSignalSpy records(&knowledge(), SIGNAL(recordChanged()));
     setInterval(neverMs);
     tested->connectDrives({tested->drive3()});
@@ -487,7 +498,7 @@ void TestKnowledge::storeDuringWriteIsNotRun()
     tested->slowDown();
     tested->typeInTable(30, "7");
     controller().UploadData();
-    QTRY_VERIFY(hasBegunTransfer());
+    QTRY_VERIFY(isUnderWay());
     controller().StoreData();
     QCOMPARE(knowledge().notRun().size(), 1);
     QCOMPARE(onlyNotRun().operation, DriveOperation::Store);
@@ -500,10 +511,8 @@ void TestKnowledge::storeDuringWriteIsNotRun()
 void TestKnowledge::writeBeforeClickOnAnotherPageIsNotRun()
 {
     showReadDrive();
-    tested->slowDown();
-    tested->forgetNotes();
-    QTRY_VERIFY(hasBegunTransfer());
     tested->typeInTable(30, "7");
+    reachSlowPass();
     controller().UploadData();
     tested->showPage(status, id3);
     QCOMPARE(knowledge().notRun().size(), 1);
@@ -514,9 +523,7 @@ void TestKnowledge::writeBeforeClickOnAnotherPageIsNotRun()
 void TestKnowledge::waitingStoreIsCancelled()
 {
     showReadDrive();
-    tested->slowDown();
-    tested->forgetNotes();
-    QTRY_VERIFY(hasBegunTransfer());
+    reachSlowPass();
     controller().StoreData();
     controller().cancelCommunication();
     QCOMPARE(onlyNotRun().operation, DriveOperation::Store);
