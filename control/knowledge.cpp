@@ -186,7 +186,8 @@ void Z7Knowledge::passEnded(ThreadID threadID, int request, Z7PassOutcome outcom
     // What was read of a drive that has been connected anew meanwhile tells nothing of it.
     if (!m_isPassOutdated && m_journal.takeReadings(outcome))
         tellLastOperation(outcome.deviceId);
-    const bool isOperation = m_journal.ended(request, outcome, QDateTime::currentDateTime());
+    // The time of the calendar costs more than all the rest, and most passes are of the live update.
+    const bool isOperation = request != 0 && m_journal.ended(request, outcome, QDateTime::currentDateTime());
     if (m_isPassOutdated)
         m_journal.endReadings();
     else if (threadID == DevicePolling

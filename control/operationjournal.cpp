@@ -4,14 +4,13 @@
 
 namespace {
 
-/// Moves a number from one list to another, if it is not there yet. True if it was not.
-bool moveTo(QVector<int> &to, QVector<int> &from, int number)
+/// Adds a number to an ascending list, if it is not there yet. True if it was not.
+bool add(QVector<int> &numbers, int number)
 {
-    from.removeOne(number);
-    const auto place = std::lower_bound(to.begin(), to.end(), number);
-    if (place != to.end() && *place == number)
+    const auto place = std::lower_bound(numbers.begin(), numbers.end(), number);
+    if (place != numbers.end() && *place == number)
         return false;
-    to.insert(place, number);
+    numbers.insert(place, number);
     return true;
 }
 
@@ -141,9 +140,10 @@ bool OperationJournal::takeReading(Last &last, int number, int value)
         return false;
     OperationReport &report = last.report;
     if (*awaited != value)
-        return moveTo(report.readBackDifferent, report.readBackEqual, number);
+        return add(report.readBackDifferent, number);
     last.awaited.erase(awaited);
-    return moveTo(report.readBackEqual, report.readBackDifferent, number);
+    report.readBackDifferent.removeOne(number);
+    return add(report.readBackEqual, number);
 }
 
 void OperationJournal::endReadings()
