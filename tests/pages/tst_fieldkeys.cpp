@@ -251,6 +251,7 @@ void TestFieldKeys::escapeGivesBackNoDiscardedChange()
     shown.emplace(PageNumber::FixedResolutions);
     QLineEdit *field = shown->field("edParam0x17User");
     shown->page->applyUserParams(paramSet({readParam(0x17, 7)}));
+    shown->field("edParam0x18User")->setFocus(Qt::TabFocusReason);
     field->setFocus(Qt::TabFocusReason);
     shown->page->clearUserValues();
     QTest::keyClick(field, Qt::Key_Escape);
