@@ -125,6 +125,8 @@ private slots:
     void wordsOfPictureAreTranslated();
     void wordsOfPictureFitTheirPlaces_data();
     void wordsOfPictureFitTheirPlaces();
+    void pictureKeepsItsShape_data() { everyPage(); }
+    void pictureKeepsItsShape();
     void fieldsStayOnTheirPlaceInPicture_data();
     void fieldsStayOnTheirPlaceInPicture();
     void parameterThatDriveDoesNotReportProducesNoChange();
@@ -492,6 +494,30 @@ void TestParameterPages::wordsOfPictureFitTheirPlaces()
     }
     QApplication::setFont(before);
     QCOMPARE(cut, QStringList());
+}
+
+void TestParameterPages::pictureKeepsItsShape()
+{
+    const Member &member = fetchMember();
+    ShownPage shown(member.page);
+    shown.showFor(driveWith({}));
+    shown.page->resize(1920, 1080);
+    QCoreApplication::processEvents();
+    auto *ground = shown.child<QWidget>("bg");
+    const QImage picture(QStringLiteral(":/images/") + member.picture);
+    const QImage drawn = ground->grab().toImage();
+    const QRect compared = picture.rect() & drawn.rect();
+    int seen = 0;
+    for (int y = 0; y < compared.height(); y += 11) {
+        for (int x = 0; x < compared.width(); x += 7) {
+            if (ground->childAt(x, y))
+                continue;
+            ++seen;
+            QVERIFY2(QColor(drawn.pixel(x, y)) == QColor(picture.pixel(x, y)),
+                qPrintable(QString("at %1, %2").arg(x).arg(y)));
+        }
+    }
+    QVERIFY(seen > 1000);
 }
 
 void TestParameterPages::fieldsStayOnTheirPlaceInPicture_data()

@@ -3,9 +3,12 @@
 
 #include "tests/shell/everyview.h"
 #include "tests/shell/readable.h"
+#include "tests/support/germantexts.h"
 #include "tests/support/isolatedtest.h"
 
 #include <QApplication>
+#include <QSet>
+#include <QSettings>
 #include <QtTest>
 
 #include <utility>
@@ -34,6 +37,7 @@ class TestReadable : public IsolatedTest
 private slots:
     void noTextIsCut_data();
     void noTextIsCut();
+    void noGermanTextIsLeftInEnglish();
     void everyTextStandsOutFromItsGround_data();
     void everyTextStandsOutFromItsGround();
     void darkDesktopGetsWholeLightPalette();
@@ -80,6 +84,32 @@ void TestReadable::noTextIsCut()
     };
     QVERIFY(views.show(look));
     QVERIFY2(cut.isEmpty(), qPrintable('\n' + cut.join('\n')));
+}
+
+void TestReadable::noGermanTextIsLeftInEnglish()
+{
+    const QMap<QString, GermanText> german = germanTexts();
+    EveryView views("english");
+    const QSettings english("english.z7lang", QSettings::IniFormat);
+    QSet<QString> germanOnly;
+    for (auto text = german.begin(); text != german.end(); ++text) {
+        if (english.contains(text.key()) && english.value(text.key()) != text->text)
+            germanOnly.insert(text->text);
+    }
+    QStringList left;
+    const auto look = [&](const QString &name, const QWidget &window) {
+        for (const QWidget *widget : window.findChildren<QWidget *>()) {
+            if (!widget->isVisible())
+                continue;
+            for (const char *property : {"text", "title", "toolTip"}) {
+                const QString text = widget->property(property).toString();
+                if (germanOnly.contains(text))
+                    left.append(name + " | " + text);
+            }
+        }
+    };
+    QVERIFY(views.show(look));
+    QVERIFY2(left.isEmpty(), qPrintable('\n' + left.join('\n')));
 }
 
 void TestReadable::everyTextStandsOutFromItsGround_data()
