@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTextDocument>
+#include <QtMath>
 
 namespace {
 
@@ -86,13 +87,25 @@ QFont StatusField::shownFont() const
 
 int StatusField::widthOfText() const
 {
-    return QFontMetrics(shownFont()).horizontalAdvance(withWideDigits(m_said.text));
+    // A part of a pixel less, and the text would be cut.
+    return qCeil(QFontMetricsF(shownFont()).horizontalAdvance(withWideDigits(m_said.text)));
 }
 
 int StatusField::widthOfMarks() const
 {
     const int marks = (m_said.isWarning ? 1 : 0) + (m_click == Dismisses ? 1 : 0);
     return marks * (markSize + markGap);
+}
+
+QRect StatusField::roomForText() const
+{
+    const int before = m_said.isWarning ? markSize + markGap : 0;
+    return rect().adjusted(margin + before, 0, -margin - (widthOfMarks() - before), 0);
+}
+
+QString StatusField::shownText() const
+{
+    return QFontMetrics(shownFont()).elidedText(m_said.text, Qt::ElideRight, roomForText().width());
 }
 
 bool StatusField::event(QEvent *event)
@@ -131,17 +144,13 @@ void StatusField::paintEvent(QPaintEvent *event)
         painter.setPen(palette().color(QPalette::Highlight));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
-    QRect room = rect().adjusted(margin, 0, -margin, 0);
+    const QRect room = roomForText();
+    const QString shown = shownText();
     const int markTop = (height() - markSize) / 2;
-    if (m_said.isWarning) {
-        painter.drawPixmap(room.left(), markTop, PageStyle::smallPixmap(":/images/YellowIcon_16px.png"));
-        room.setLeft(room.left() + markSize + markGap);
-    }
-    QFontMetrics metrics(shownFont());
-    const int roomForText = room.width() - (m_click == Dismisses ? markSize + markGap : 0);
-    const QString shown = metrics.elidedText(m_said.text, Qt::ElideRight, roomForText);
+    if (m_said.isWarning)
+        painter.drawPixmap(margin, markTop, PageStyle::smallPixmap(":/images/YellowIcon_16px.png"));
     if (m_click == Dismisses) {
-        const int behindText = room.left() + metrics.horizontalAdvance(shown) + markGap;
+        const int behindText = room.left() + QFontMetrics(shownFont()).horizontalAdvance(shown) + markGap;
         painter.drawPixmap(behindText, markTop, PageStyle::smallPixmap(":/images/cancel-icon_16px.png"));
     }
     painter.setFont(shownFont());

@@ -45,6 +45,9 @@ public:
     void say(const StatusText &text);
     const StatusText &said() const { return m_said; }
 
+    /// What of the text is on the screen.
+    QString shownText() const;
+
     /// The width at which nothing is cut. Until the field is empty again it only grows, so that fields beside
     /// it stay where they are.
     QSize sizeHint() const override;
@@ -59,6 +62,7 @@ private:
     QFont shownFont() const;
     int widthOfText() const;
     int widthOfMarks() const;
+    QRect roomForText() const;
     void remeasure();
 
     const Click m_click;

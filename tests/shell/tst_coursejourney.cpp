@@ -5,6 +5,8 @@
 #include "tests/support/isolatedtest.h"
 
 #include <QComboBox>
+#include <QHelpEvent>
+#include <QToolTip>
 
 using namespace ShellTest;
 
@@ -16,6 +18,7 @@ private slots:
     void courseWasRecordedBeforeItIsShown();
     void windowShowsSelectedDriveEachTime();
     void openWindowAsksForNothing();
+    void operationIsMarkedWhereItEnded();
     void courseClosesWithWindow();
 
 private:
@@ -25,7 +28,9 @@ private:
     /// Null until it has been opened.
     CourseWindow *course() const { return ui->window->findChild<CourseWindow *>(); }
     QString shownDrive() const { return child<QComboBox>(*course(), "CbCourseDrive").currentText(); }
-    void open() const { ui->window->CallCourseWindow(); }
+    bool open() const { return ui->press("StatusFresh"); }
+    /// True if a tool tip somewhere over the uppermost plot tells this.
+    bool toldInCourse(const char *text) const;
 
     std::unique_ptr<ConnectedWindow> ui;
 };
@@ -43,11 +48,23 @@ void TestCourseJourney::tidyUp()
     ui.reset();
 }
 
+bool TestCourseJourney::toldInCourse(const char *text) const
+{
+    QWidget *canvas = course()->findChild<CoursePlot *>()->canvas();
+    for (int x = 0; x < canvas->width(); ++x) {
+        QHelpEvent event(QEvent::ToolTip, QPoint(x, 5), canvas->mapToGlobal(QPoint(x, 5)));
+        QApplication::sendEvent(canvas, &event);
+        if (QToolTip::text() == QLatin1String(text))
+            return true;
+    }
+    return false;
+}
+
 void TestCourseJourney::courseWasRecordedBeforeItIsShown()
 {
     QVERIFY(ui->waitForAPass());
     QVERIFY(!course());
-    open();
+    QVERIFY(open());
     QVERIFY(course()->isVisible());
     QVERIFY(!course()->isModal());
     QVERIFY(sees(*course(), "BtnCourseSave"));
@@ -56,11 +73,11 @@ void TestCourseJourney::courseWasRecordedBeforeItIsShown()
 
 void TestCourseJourney::windowShowsSelectedDriveEachTime()
 {
-    open();
+    QVERIFY(open());
     QCOMPARE(shownDrive(), deviceName(drive(3)));
     QTest::keyClick(course(), Qt::Key_Escape);
     QVERIFY(ui->showDrive(4));
-    open();
+    QVERIFY(open());
     QCOMPARE(ui->window->findChildren<CourseWindow *>().size(), 1);
     QCOMPARE(shownDrive(), deviceName(drive(4)));
 }
@@ -73,14 +90,25 @@ void TestCourseJourney::openWindowAsksForNothing()
     };
     QVERIFY(ui->waitForAPass());
     const QSet<QByteArray> before = requestsSoFar();
-    open();
+    QVERIFY(open());
     QVERIFY(ui->waitForAPass());
     QCOMPARE(requestsSoFar(), before);
 }
 
+void TestCourseJourney::operationIsMarkedWhereItEnded()
+{
+    // A drive of which nothing was read yet has no course to stand in.
+    QVERIFY(ui->waitForAPass());
+    QVERIFY(open());
+    QVERIFY(!toldInCourse("Schreiben"));
+    QVERIFY(ui->change("1234"));
+    QVERIFY(ui->press("BtnUpload"));
+    QVERIFY(Person::waitUntil([this] { return toldInCourse("Schreiben"); }));
+}
+
 void TestCourseJourney::courseClosesWithWindow()
 {
-    open();
+    QVERIFY(open());
     ui->window->close();
     QVERIFY(!course()->isVisible());
 }

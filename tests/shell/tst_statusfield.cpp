@@ -99,6 +99,8 @@ private slots:
     void detailIsAddedToToolTipAlone();
     void toolTipShowsSignsOfMarkupAsTheyStand();
     void longTextIsCutShortAndWidensNothing();
+    void textIsWholeAtWidthThatItAsksFor_data();
+    void textIsWholeAtWidthThatItAsksFor();
     void fontsOfAnySizeCutNoHeight_data();
     void fontsOfAnySizeCutNoHeight();
     void warningIsBoldBehindIcon();
@@ -160,6 +162,35 @@ void TestStatusField::longTextIsCutShortAndWidensNothing()
     QCOMPARE(one.window.minimumSizeHint().width(), narrowest);
     QVERIFY(one.field->width() <= one.row.width());
     QVERIFY(one.field->sizeHint().width() > one.row.width());
+    QVERIFY(one.field->shownText().size() < longText.size());
+}
+
+void TestStatusField::textIsWholeAtWidthThatItAsksFor_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isWarning");
+    for (const char *text :
+        {"Undo", "Rückgängig", "wartet", "Z7.1 gelesen 14:03:12", "veraltet seit 11:11:11"}) {
+        QTest::addRow("%s", text) << QString::fromUtf8(text) << false;
+        QTest::addRow("%s, bold", text) << QString::fromUtf8(text) << true;
+    }
+}
+
+void TestStatusField::textIsWholeAtWidthThatItAsksFor()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isWarning);
+    for (const StatusField::Click click : {StatusField::Acts, StatusField::Dismisses}) {
+        for (int points = 9; points <= 18; ++points) {
+            StatusField field("field", "Field", click, nullptr);
+            QFont font;
+            font.setPointSize(points);
+            field.setFont(font);
+            field.say({text, QString(), isWarning});
+            field.resize(field.sizeHint());
+            QCOMPARE(field.shownText(), text);
+        }
+    }
 }
 
 void TestStatusField::fontsOfAnySizeCutNoHeight_data()

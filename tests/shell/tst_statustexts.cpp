@@ -57,6 +57,14 @@ OperationReport written(DriveOperation operation, int done, const QVector<int> &
     return ended;
 }
 
+OperationReport withStore(OperationReport ended, Z7PassOutcome::Store store, int error = 0)
+{
+    ended.store = store;
+    ended.error = error;
+    ended.isComplete = error == 0;
+    return ended;
+}
+
 NotRunOperation notRun(DriveOperation operation, Z7CommInterface::NotRun reason, int deviceId = drive)
 {
     NotRunOperation one;
@@ -247,32 +255,23 @@ void TestStatusTexts::lastOperation_data()
         "nicht im Motor gespeichert",
         "14:03:12 Write: 0 of 2 written, rest not sent (error 3); not stored in the drive");
 
-    OperationReport stored = written(DriveOperation::WriteAndStore, 1);
-    stored.store = Z7PassOutcome::Stored;
-    row("write and store", stored, "14:03:12 Schreiben+Speichern: 1 geschrieben; im Motor gespeichert",
+    row("write and store", withStore(written(DriveOperation::WriteAndStore, 1), Z7PassOutcome::Stored),
+        "14:03:12 Schreiben+Speichern: 1 geschrieben; im Motor gespeichert",
         "14:03:12 Write+store: 1 written; stored in the drive");
 
-    OperationReport unstored = written(DriveOperation::WriteAndStore, 1);
-    unstored.error = 17;
-    unstored.store = Z7PassOutcome::NotStored;
-    row("write whose store failed", unstored,
+    row("write whose store failed",
+        withStore(written(DriveOperation::WriteAndStore, 1), Z7PassOutcome::NotStored, 17),
         "14:03:12 Schreiben+Speichern: 1 geschrieben; nicht im Motor gespeichert (Fehler 17)",
         "14:03:12 Write+store: 1 written; not stored in the drive (error 17)");
-
-    OperationReport maybe = written(DriveOperation::WriteAndStore, 1);
-    maybe.error = 1;
-    maybe.store = Z7PassOutcome::StoreUncertain;
-    row("write whose store was not answered", maybe,
+    row("write whose store was not answered",
+        withStore(written(DriveOperation::WriteAndStore, 1), Z7PassOutcome::StoreUncertain, 1),
         "14:03:12 Schreiben+Speichern: 1 geschrieben; Speichern ungewiss (Fehler 1)",
         "14:03:12 Write+store: 1 written; storing uncertain (error 1)");
 
-    OperationReport store = report(DriveOperation::Store);
-    store.store = Z7PassOutcome::Stored;
-    row("store", store, "14:03:12 Im Motor speichern: im Motor gespeichert",
+    row("store", withStore(report(DriveOperation::Store), Z7PassOutcome::Stored),
+        "14:03:12 Im Motor speichern: im Motor gespeichert",
         "14:03:12 Store in the drive: stored in the drive");
-    OperationReport nothingNew = report(DriveOperation::Store, 16);
-    nothingNew.store = Z7PassOutcome::NotStored;
-    row("store with nothing new", nothingNew,
+    row("store with nothing new", withStore(report(DriveOperation::Store), Z7PassOutcome::NotStored, 16),
         "14:03:12 Im Motor speichern: nicht im Motor gespeichert (Fehler 16)",
         "14:03:12 Store in the drive: not stored in the drive (error 16)");
 
