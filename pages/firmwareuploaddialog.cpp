@@ -3,6 +3,7 @@
 #include "control/services/language.h"
 #include "control/services/platform.h"
 #include "model/errorcodes.h"
+#include "pages/keyboard.h"
 #include "pages/messages.h"
 #include "pages/programmeroutput.h"
 #include "ui_firmwareuploaddialog.h"
@@ -68,6 +69,7 @@ FirmwareUploadDialog::FirmwareUploadDialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::FirmwareUploadDialog>())
 {
     m_ui->setupUi(this);
+    Keyboard::showFocus(m_ui->edOutput);
     multiDevice = true;
     m_ui->BtnSelectFile->setIcon(QIcon(QStringLiteral(":/images/open-file-icon_24px.png")));
     m_ui->BtnUploadFirmwareFile->setIcon(QIcon(QStringLiteral(":/images/Files-Upload-File-icon_24px.png")));

@@ -6,6 +6,7 @@
 #include "model/parameterdefinitions.h"
 #include "pages/fieldguide.h"
 #include "pages/integervalidator.h"
+#include "pages/keyboard.h"
 #include "pages/pagestyle.h"
 #include "pages/parameterfinder.h"
 #include "ui_parametertabledialog.h"
@@ -87,6 +88,7 @@ ParameterTableDialog::ParameterTableDialog(QWidget *parent)
     , m_ui(std::make_unique<Ui::ParameterTableDialog>())
 {
     m_ui->setupUi(this);
+    Keyboard::showFocus(m_ui->ParameterTable);
     PageStyle::paintHeader(m_ui->TopFrame);
     // The style's own minimum would make the rows higher.
     m_ui->ParameterTable->verticalHeader()->setMinimumSectionSize(rowHeight);

@@ -10,11 +10,11 @@
 #include "pages/parametertabledialog.h"
 #include "shell/keynames.h"
 #include "shell/pageicon.h"
+#include "shell/treekeys.h"
 #include "ui_maincontentwidget.h"
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTableWidget>
@@ -27,8 +27,8 @@ namespace {
 /// As the form has it.
 constexpr qreal titlePoints = 12;
 
-constexpr int pageRole = Qt::UserRole + 1;
-constexpr int deviceRole = Qt::UserRole + 2;
+constexpr int pageRole = TreeKeys::pageRole;
+constexpr int deviceRole = TreeKeys::deviceRole;
 
 /// The titles of the tree's pages, by page number.
 QVector<QString> pageTitles()
@@ -175,8 +175,7 @@ void MainContentWidget::createKeys()
     connect(find, SIGNAL(activated()), SLOT(findParameter()));
     Keyboard::showFocus(m_ui->MainMenuTree);
     Keyboard::showFocus(m_ui->MainContentScrollArea);
-    m_ui->MainMenuTree->installEventFilter(this);
-    m_ui->MainMenuTree->viewport()->installEventFilter(this);
+    m_treeKeys = new TreeKeys(m_ui->MainMenuTree);
 }
 
 void MainContentWidget::enableDataButtons()
@@ -227,7 +226,6 @@ void MainContentWidget::MainMenuItemClicked(QTreeWidgetItem *item, int column)
     // Showing the page may rebuild the tree, which deletes the item.
     const int pageNumber = item->data(0, pageRole).toInt();
     const int deviceId = item->data(0, deviceRole).toInt();
-    m_place = {pageNumber, deviceId};
     if (m_controller->showPage(pageNumber, deviceId, m_ui->MainContentScrollArea, m_ui->DataLayout)) {
         enableDataButtons();
         m_ui->LContentTitle->setText(pageTitle(pageNumber));
@@ -322,7 +320,7 @@ void MainContentWidget::setWriteTip(const QString &text)
 
 void MainContentWidget::clickPage(int pageNumber, int deviceId)
 {
-    PageItem *item = itemAt({pageNumber, deviceId});
+    QTreeWidgetItem *item = m_treeKeys->itemOf(pageNumber, deviceId);
     if (!item)
         return;
     m_ui->MainMenuTree->scrollToItem(item);
@@ -351,60 +349,11 @@ QWidget *MainContentWidget::userField(int number) const
     return nullptr;
 }
 
-// --- the keys ---
-
 bool MainContentWidget::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Resize) {
+    if (event->type() == QEvent::Resize)
         fitTreeColumn();
-    } else if (event->type() == QEvent::MouseButtonPress) {
-        m_walkedByKey = false;
-    } else if (event->type() == QEvent::KeyPress) {
-        if (isKeyTaken(static_cast<const QKeyEvent &>(*event)))
-            return true;
-    } else if (event->type() == QEvent::FocusIn) {
-        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
-        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
-            walkByKey();
-    }
     return QWidget::eventFilter(watched, event);
-}
-
-bool MainContentWidget::isKeyTaken(const QKeyEvent &key)
-{
-    walkByKey();
-    const bool opens =
-        key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Space;
-    if (!opens || (key.modifiers() & ~Qt::KeypadModifier))
-        return false;
-    QTreeWidgetItem *item = m_ui->MainMenuTree->currentItem();
-    if (item && !key.isAutoRepeat())
-        emit m_ui->MainMenuTree->itemClicked(item, 0);
-    return true;
-}
-
-void MainContentWidget::walkByKey()
-{
-    m_walkedByKey = true;
-    returnToPlace();
-}
-
-void MainContentWidget::returnToPlace()
-{
-    if (m_ui->MainMenuTree->currentItem())
-        return;
-    if (PageItem *item = itemAt(m_place))
-        m_ui->MainMenuTree->setCurrentItem(item, 0, QItemSelectionModel::NoUpdate);
-}
-
-MainContentWidget::PageItem *MainContentWidget::itemAt(const Place &place) const
-{
-    for (QTreeWidgetItemIterator item(m_ui->MainMenuTree); *item; ++item) {
-        PageItem *page = pageItem(*item);
-        if (page && page->pageNumber == place.pageNumber && page->deviceId == place.deviceId)
-            return page;
-    }
-    return nullptr;
 }
 
 void MainContentWidget::findParameter()
@@ -477,19 +426,7 @@ void MainContentWidget::refreshTree(const QList<int> &deviceIds)
     }
     if (!isExpanded)
         tree->expandAll();
-    forgetSelection();
-}
-
-void MainContentWidget::forgetSelection()
-{
-    QTreeWidget *tree = m_ui->MainMenuTree;
-    if (const PageItem *current = pageItem(tree->currentItem()))
-        m_place = {current->pageNumber, current->deviceId};
-    // Whoever walks the tree by keys goes on from where he is.
-    if (m_walkedByKey)
-        tree->clearSelection();
-    else if (tree->currentIndex().isValid() || tree->selectionModel()->hasSelection())
-        tree->setCurrentItem(nullptr);
+    m_treeKeys->forgetSelection();
 }
 
 void MainContentWidget::refillTree(const QList<int> &deviceIds)
@@ -497,7 +434,7 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
     QTreeWidget *tree = m_ui->MainMenuTree;
     const int scrollPosition = tree->verticalScrollBar()->value();
     const bool hadFocus = tree->hasFocus();
-    forgetSelection();
+    m_treeKeys->forgetSelection();
     setClickConnected(false);
     tree->setUpdatesEnabled(false);
     tree->setEnabled(false);
@@ -505,8 +442,7 @@ void MainContentWidget::refillTree(const QList<int> &deviceIds)
     tree->addTopLevelItems(makeItems(deviceIds));
     tree->expandAll();
     tree->setEnabled(true);
-    if (m_walkedByKey || hadFocus)
-        returnToPlace();
+    m_treeKeys->comeBack(hadFocus);
     tree->doItemsLayout();
     fitTreeColumn();
     tree->verticalScrollBar()->setValue(scrollPosition);

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-class QKeyEvent;
 class QTreeWidgetItem;
+class TreeKeys;
 class Z7MainController;
 
 namespace Ui {
@@ -46,7 +46,7 @@ public slots:
 
 protected:
     void changeEvent(QEvent *event) override;
-    /// The keys of the tree, when the keyboard comes to it and the mouse, and when it gets another width.
+    /// Hears when the tree gets another width.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
@@ -56,12 +56,6 @@ private slots:
 
 private:
     class PageItem;
-    /// What an item shows; it outlives the item.
-    struct Place
-    {
-        int pageNumber = -1;
-        int deviceId = 0;
-    };
 
     void setButtonTexts();
     void createKeys();
@@ -74,13 +68,6 @@ private:
     void fitTreeColumn();
 
     bool showsSameDrives(const QList<int> &deviceIds) const;
-    /// True if the key needs no more looking at.
-    bool isKeyTaken(const QKeyEvent &key);
-    void walkByKey();
-    /// Makes the item current again that was when the tree was last walked, without selecting it.
-    void returnToPlace();
-    void forgetSelection();
-    PageItem *itemAt(const Place &place) const;
     void refreshTree(const QList<int> &deviceIds);
     void refillTree(const QList<int> &deviceIds);
     /// The items at the top of the tree, with all those below them; the caller owns them.
@@ -97,8 +84,7 @@ private:
 
     bool m_rebuilding = false;
     bool m_clickConnected = false;
-    bool m_walkedByKey = false; ///< the last to touch the tree was no mouse
-    Place m_place; ///< the tree's current item, or the last one
+    TreeKeys *m_treeKeys = nullptr;
     int m_shownPage = noPage; ///< the page that was shown by the last click, as long as it is
     Z7MainController *const m_controller;
     const std::unique_ptr<Ui::MainContentWidget> m_ui;

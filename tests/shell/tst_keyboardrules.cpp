@@ -164,6 +164,8 @@ private slots:
     void everyFieldIsNamedReachedAndSeen();
     void readersAreToldNoGerman_data() { addPlaces({"english"}); }
     void readersAreToldNoGerman();
+    void dialogBeginsInItsFirstFieldEachTime_data();
+    void dialogBeginsInItsFirstFieldEachTime();
     void escapeClosesDialog_data() { addPlaces({"deutsch"}); }
     void escapeClosesDialog();
     void questionIsAnsweredWithNoByDefault_data();
@@ -215,11 +217,7 @@ void TestKeyboardRules::everyFieldIsNamedReachedAndSeen()
 {
     QWidget *window = goToPlace();
     QVERIFY(window);
-    QCOMPARE(KeyboardRules::unnamed(*window).join("; "), QString());
-    QCOMPARE(KeyboardRules::unreached(*window).join("; "), QString());
-    QCOMPARE(KeyboardRules::unlit(*window).join("; "), QString());
-    QCOMPARE(KeyboardRules::doubleKeys(*window).join("; "), QString());
-    QCOMPARE(KeyboardRules::turnedByWheel(*window).join("; "), QString());
+    QCOMPARE(KeyboardRules::faults(*window).join("\n"), QString());
 }
 
 void TestKeyboardRules::readersAreToldNoGerman()
@@ -227,6 +225,35 @@ void TestKeyboardRules::readersAreToldNoGerman()
     QWidget *window = goToPlace();
     QVERIFY(window);
     QCOMPARE(germanWords(*window).join("; "), QString());
+}
+
+void TestKeyboardRules::dialogBeginsInItsFirstFieldEachTime_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QByteArray>("dialog");
+    QTest::addColumn<QString>("field");
+    QTest::newRow("options") << QByteArray("BtnOptions") << QByteArray("optionsdialog")
+                             << QStringLiteral("cbLanguage");
+    QTest::newRow("drives to pick") << QByteArray("BtnResetChanges") << QByteArray("DeviceSelectionDialog")
+                                    << QStringLiteral("lstDevices");
+    QTest::newRow("password") << QByteArray("BtnSetPassword") << QByteArray("SetPasswordDialog")
+                              << QStringLiteral("edOldPassword");
+}
+
+void TestKeyboardRules::dialogBeginsInItsFirstFieldEachTime()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(QByteArray, dialog);
+    QFETCH(QString, field);
+    begin(QStringLiteral("deutsch"));
+    QVERIFY(showPage(*ui, drivePage));
+    for (int time = 0; time < 2; ++time) {
+        QVERIFY(ui->press(button.constData()));
+        auto &shown = child(*ui->window, dialog.constData());
+        QCOMPARE(shown.focusWidget()->objectName(), field);
+        child(shown, "BtnOK").setFocus();
+        shown.close();
+    }
 }
 
 void TestKeyboardRules::escapeClosesDialog()
@@ -264,7 +291,7 @@ void TestKeyboardRules::questionIsAnsweredWithNoByDefault()
         QVERIFY(Person::bringToFront(box));
         QCOMPARE(box->button(QMessageBox::Yes)->text(), words.at(0));
         QCOMPARE(box->button(QMessageBox::No)->text(), words.at(1));
-        faults += KeyboardRules::unnamed(*box) + KeyboardRules::unreached(*box) + KeyboardRules::unlit(*box);
+        faults += KeyboardRules::faults(*box);
         box->button(QMessageBox::No)->setFocus();
         QTest::keyClick(box, Qt::Key(key));
     });

@@ -20,6 +20,19 @@ namespace {
 
 constexpr int fixedSpeed = 0x17;
 
+/// The tree with a port behind which drives may be. Polling is on, but no pass comes by itself.
+struct Bench
+{
+    Bench()
+    {
+        ports.plugUsb(firstPort, QString());
+        Z7Services::instance()->options()->setPollingInterval(1000000);
+    }
+
+    ListedPorts ports;
+    ContentBand<> band;
+};
+
 } // namespace
 
 class TestTreeByKeyboard : public IsolatedTest
@@ -50,7 +63,7 @@ private slots:
 
 private:
     void prepare() override;
-    void tidyUp() override;
+    void tidyUp() override { bench.reset(); }
 
     QTreeWidget &tree() const { return band->tree(); }
     QString title() const { return textOf(*band->content, "LContentTitle"); }
@@ -63,8 +76,8 @@ private:
         return band->item(page, first)->data(0, Qt::AccessibleTextRole).toString();
     }
 
-    std::unique_ptr<ListedPorts> ports;
-    std::unique_ptr<ContentBand<>> band;
+    std::unique_ptr<Bench> bench;
+    ContentBand<> *band = nullptr;
     Z7Device first;
     Z7Device second;
 };
@@ -72,22 +85,12 @@ private:
 void TestTreeByKeyboard::prepare()
 {
     writeDefinitions();
-    ports = std::make_unique<ListedPorts>();
-    ports->plugUsb(firstPort, QString());
-    // Polling is on, but no pass comes by itself.
-    Z7Services::instance()->options()->setPollingInterval(1000000);
-    band = std::make_unique<ContentBand<>>();
+    bench = std::make_unique<Bench>();
+    band = &bench->band;
     QVERIFY(QTest::qWaitForWindowActive(band->content->window()));
-    first = drive(1);
+    band->controller.setDevices({first = drive(1)});
     second = drive(2);
-    band->controller.setDevices({first});
     tree().setFocus(Qt::TabFocusReason);
-}
-
-void TestTreeByKeyboard::tidyUp()
-{
-    band.reset();
-    ports.reset();
 }
 
 /// Walks down until the page is reached.

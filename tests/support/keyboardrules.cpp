@@ -210,6 +210,21 @@ QStringList turnedByWheel(const QWidget &window)
     return faults;
 }
 
+QStringList faults(const QWidget &window)
+{
+    QStringList all;
+    const auto add = [&all](const char *rule, const QStringList &found) {
+        for (const QString &fault : found)
+            all.append(QString::fromLatin1(rule) + QStringLiteral(": ") + fault);
+    };
+    add("named", unnamed(window));
+    add("reached", unreached(window));
+    add("seen", unlit(window));
+    add("keys", doubleKeys(window));
+    add("wheel", turnedByWheel(window));
+    return all;
+}
+
 void turnWheel(QWidget *widget, bool up)
 {
     constexpr int notch = 120;

@@ -25,6 +25,9 @@ QStringList doubleKeys(const QWidget &window);
 /// Boxes that the wheel changes while they do not have the focus, and those that it could not change.
 QStringList turnedByWheel(const QWidget &window);
 
+/// What breaks any of these rules.
+QStringList faults(const QWidget &window);
+
 /// Turns the wheel over a widget by a notch, up or down.
 void turnWheel(QWidget *widget, bool up);
 
