@@ -1,6 +1,7 @@
 // What holds wherever a person works without a mouse: in the window, in each dialog and at each step of the
 // wizard, in German and in English.
 
+#include "pages/pagefactory.h"
 #include "pages/setpassworddialog.h"
 #include "shell/aboutdialog.h"
 #include "shell/optionsdialog.h"
@@ -21,6 +22,8 @@ using namespace ShellTest;
 namespace {
 
 constexpr int drivePage = 1;
+/// The definitions of a drive with all parameters of the pages.
+const QString sample = QStringLiteral(Z7_SOURCE_DIR "/samples/Z7ParamDef_V123.csv");
 const QString secondPort = QStringLiteral("ttyUSB1");
 
 /// Where a person comes to: the window that is in front then, or null if there was no getting there.
@@ -162,6 +165,8 @@ class TestKeyboardRules : public IsolatedTest
 private slots:
     void everyFieldIsNamedReachedAndSeen_data() { addPlaces({"deutsch", "english"}); }
     void everyFieldIsNamedReachedAndSeen();
+    void everyFieldOfPageIsNamedReachedAndSeen_data();
+    void everyFieldOfPageIsNamedReachedAndSeen();
     void readersAreToldNoGerman_data() { addPlaces({"english"}); }
     void readersAreToldNoGerman();
     void dialogBeginsInItsFirstFieldEachTime_data();
@@ -218,6 +223,29 @@ void TestKeyboardRules::everyFieldIsNamedReachedAndSeen()
     QWidget *window = goToPlace();
     QVERIFY(window);
     QCOMPARE(KeyboardRules::faults(*window).join("\n"), QString());
+}
+
+void TestKeyboardRules::everyFieldOfPageIsNamedReachedAndSeen_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<int>("page");
+    for (const char *language : {"deutsch", "english"}) {
+        for (const int page : drivePages())
+            QTest::addRow("page %d, %s", page, language) << QString::fromLatin1(language) << page;
+    }
+}
+
+void TestKeyboardRules::everyFieldOfPageIsNamedReachedAndSeen()
+{
+    QFETCH(QString, language);
+    QFETCH(int, page);
+    WorkingFolder::write("Z7ParamDef_V123.csv", WorkingFolder::read(sample));
+    begin(language);
+    QVERIFY(showPage(*ui, page) && ui->waitForAPass() && Person::bringToFront(ui->window.get()));
+    const QWidget &window = *ui->window;
+    QCOMPARE(KeyboardRules::faults(window).join("\n"), QString());
+    if (language == QLatin1String("english"))
+        QCOMPARE(germanWords(window).join("; "), QString());
 }
 
 void TestKeyboardRules::readersAreToldNoGerman()

@@ -39,6 +39,7 @@ private slots:
     void helpOpensByKeyWithoutDrive();
 
     void keyOfFinderShowsTableOfSelectedDrive();
+    void keyOfFinderPutsCursorIntoFinder();
     void keyOfFinderLeavesShownTable();
     void keyOfFinderDoesNothingWithoutDrive();
 
@@ -210,6 +211,15 @@ void TestWindowKeys::keyOfFinderShowsTableOfSelectedDrive()
         return textOf(*ui->window, "LContentTitle") == QLatin1String("Parametertabelle");
     }());
     QCOMPARE(textOf(*ui->window, "LDevice"), QStringLiteral("Z7.4"));
+}
+
+void TestWindowKeys::keyOfFinderPutsCursorIntoFinder()
+{
+    QVERIFY(begin({3}));
+    QVERIFY(ui->waitForAPass());
+    QTest::keyClick(ui->window.get(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(textOf(*ui->window, "LContentTitle"), QStringLiteral("Parametertabelle"));
+    QVERIFY(ui->window->focusWidget()->parentWidget()->inherits("ParameterFinder"));
 }
 
 void TestWindowKeys::keyOfFinderLeavesShownTable()
