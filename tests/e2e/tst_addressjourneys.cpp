@@ -93,6 +93,9 @@ void TestAddressJourneys::hintComesAndGoesWithMode()
         QVERIFY(journey.press("BtnUpload"));
         QTRY_COMPARE_WITH_TIMEOUT(desk.bus.memory(1, 1), written, Person::patienceMs);
         QTRY_COMPARE(desk.bus.memory(1, 2), 0);
+        // Read back: the write has come to its end, and the next one is not asked for beside it.
+        QTRY_COMPARE_WITH_TIMEOUT(
+            Person::textOf(window, "lRevolutionN1Device"), QString::number(written), Person::patienceMs);
         QVERIFY(journey.showPage(driveName(1), page));
         QTRY_COMPARE_WITH_TIMEOUT(warns(), written != mode, Person::patienceMs);
     }
